@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+// Start-up, shutdown and opening of panes.
+#include <memory>
+#include <new>
+
+#include "api/direct3d_probe.h"
+#include "api/guard.h"
+#include "api/library_state.h"
+#include "backends/d3d9/d3d_displayer.h"
+#include "backends/ddraw/direct_draw.h"
+#include "backends/sdl2/sdl_displayer.h"
+#include "backends/sdl2/sdl_library.h"
+#include "nivral/nivral.h"
+#include "util/log_file.h"
+
+LibraryState g_library;
+
+namespace {
+
+enum BackendType : uint32_t { kSdl = 0, kDirect3D = 1, kDirectDraw = 2 };
+
+uint32_t Store(void** phDraw, BaseDisplayer* displayer) {
+  if (!displayer) return kApiFailed;
+  *phDraw = displayer;
+  return kApiOk;
+}
+
+/// Without a Direct3D run-time the whole process goes over to SDL. SDL may not have been asked for at
+/// start-up, so it is started here; NIVRAL_UnInitialize shuts it down.
+uint32_t FallBackToSdl(void** phDraw) {
+  g_library.bUseSDL = 1;
+  StartSdl();
+  return NIVRAL_DWOpenDraw(phDraw);
+}
+
+uint32_t OpenDirect3D(void** phDraw) {
+  CLogFile::GetInstance()->Write(2, L"NIVRAL_DWOpenDrawEx: new D3DDisplayer");
+  std::unique_ptr<D3DDisplayer> displayer(new (std::nothrow) D3DDisplayer);
+  if (!displayer) return kApiFailed;
+  if (!displayer->LoadDirect3D()) return FallBackToSdl(phDraw);
+  return Store(phDraw, displayer.release());
+}
+
+uint32_t Open(void** phDraw, uint32_t type) {
+  if (type == kDirect3D) return OpenDirect3D(phDraw);
+  if (type == kSdl) {
+    CLogFile::GetInstance()->Write(2, L"NIVRAL_DWOpenDrawEx: new SDLDisplayer");
+    return Store(phDraw, new (std::nothrow) SDLDisplayer);
+  }
+  CLogFile::GetInstance()->Write(2, L"NIVRAL_DWOpenDrawEx: new CDirectDraw");
+  return Store(phDraw, new (std::nothrow) CDirectDraw);
+}
+
+}  // namespace
+
+extern "C" {
+
+uint32_t NIVRAL_CALL NIVRAL_Initialize(void) {
+  return Guarded([] {
+    CLogFile::GetInstance()->Write(1, L"NIVRAL_Initialize");
+    return NIVRAL_InitializeEx(g_library.bUseSDL);
+  });
+}
+
+uint32_t NIVRAL_CALL NIVRAL_InitializeEx(uint32_t bUseSDL) {
+  Guarded([&] {
+    g_library.bUseSDL = bUseSDL;
+    CLogFile::GetInstance()->Write(2, L"NIVRAL_InitializeEx: bUseSDL=%d", bUseSDL);
+    if (bUseSDL) {
+      StartSdl();
+    } else {
+      CDirectDraw::MarkPrepared();
+      g_library.bNoDirect3D = ProbeDirect3D().value_or(g_library.bNoDirect3D);
+    }
+    return kApiOk;
+  });
+  return kApiOk;
+}
+
+uint32_t NIVRAL_CALL NIVRAL_UnInitialize(void) {
+  if (!g_library.bUseSDL) return kApiFailed;
+  return Guarded([] {
+    StopSdl();
+    return kApiOk;
+  });
+}
+
+uint32_t NIVRAL_CALL NIVRAL_DWOpenDraw(void** phDraw) {
+  if (g_library.bUseSDL) return NIVRAL_DWOpenDrawEx(phDraw, kSdl);
+  return NIVRAL_DWOpenDrawEx(phDraw, g_library.bNoDirect3D ? kDirectDraw : kDirect3D);
+}
+
+uint32_t NIVRAL_CALL NIVRAL_DWOpenDrawEx(void** phDraw, uint32_t type) {
+  if (!phDraw) return kApiFailed;
+  return Guarded([&] { return Open(phDraw, type); });
+}
+
+}  // extern "C"

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: MIT
+#include "backends/sdl2/sdl_library.h"
+
+void StartSdl() {
+}
+
+void StopSdl() {
+}

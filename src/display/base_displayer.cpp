@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+#include "display/base_displayer.h"
+
+#include <cstring>
+
+#include "display/display_codes.h"
+#include "display/geometry.h"
+#include "display/record_builder.h"
+
+int32_t BaseDisplayer::DrawYUV420Buffer(uint8_t* buffer, int32_t, uint32_t param1, int64_t param2) {
+  const size_t luma = size_t{m_dwWidth} * m_dwHeight;
+  const auto stride = static_cast<int32_t>(m_dwWidth);
+  return Display(buffer, stride, buffer + luma + luma / 2, stride / 2, buffer + luma, stride / 2, param1,
+                 param2);
+}
+
+int32_t BaseDisplayer::DrawYUV420(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
+                                  int32_t strideV, uint32_t param1, int64_t param2) {
+  const ColorValues colors = m_colorRecords[0].Get();
+  const uint32_t mirror = GetMirrorMode();
+  const FrameView client{pY, strideY, pU, strideU, pV, strideV};
+  if (mirror == 0 && !IsAdjustActive(colors)) return ShowFrame(client, param1, param2);
+
+  const WorkingFramePool::Loan working(m_workingFrames);
+  return ShowFrame(working ? working->Prepare(client, m_dwHeight, mirror, colors) : client, param1, param2);
+}
+
+int32_t BaseDisplayer::ShowFrame(const FrameView& f, uint32_t param1, int64_t param2) {
+  const int32_t result = Display(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, param1, param2);
+  if (const auto callback = m_frameCB; callback.function) {
+    callback.function(f.y, static_cast<uint32_t>(f.strideY), f.u, f.v, static_cast<uint32_t>(f.strideV),
+                      param1, param2, callback.user);
+  }
+  return result;
+}
+
+int32_t BaseDisplayer::SaveFrameToFile(const char* fileName, uint8_t* pY, int32_t strideY, uint8_t* pU,
+                                       int32_t strideU, uint8_t* pV, int32_t strideV) {
+  if (!fileName || !*fileName) return kNoFileName;
+  const FrameView frame{pY, strideY, pU, strideU, pV, strideV};
+  return m_converter.SaveFrame(fileName, frame, m_dwWidth, m_dwHeight) ? kOk : kFailed;
+}
+
+int32_t BaseDisplayer::SaveBufferToFile(const char* fileName, uint8_t* buffer, uint32_t) {
+  if (!fileName || !*fileName) return kNoFileName;
+  return m_converter.SaveBuffer(fileName, buffer, m_dwWidth, m_dwHeight) ? kOk : kFailed;
+}
+
+void BaseDisplayer::SetUserBuffer(void* buffer, uint32_t first, uint32_t second) {
+  m_pUserBuffer = buffer;
+  m_dwUserFirst = first;
+  m_dwUserSecond = second;
+}
+
+void BaseDisplayer::SetOSDText(int32_t index, const char* text, uint32_t x, uint32_t y, uint32_t anchor,
+                               uint32_t color) {
+  if (index < 0 || index >= kTextItemCount) return;
+  CAutoLock guard(&m_textLock);
+  TextItem& item = m_textItems[static_cast<size_t>(index)];
+  // strncpy pads with zeros; the last byte is never written and stays the terminator.
+  std::strncpy(item.text, text ? text : "", sizeof(item.text) - 1);
+  item.anchor = anchor;
+  item.x = x;
+  item.y = y;
+  item.color = color;
+}
+
+void BaseDisplayer::SetOSDFont(uint32_t first, uint32_t second, const char* face) {
+  std::strncpy(m_szFontFace, face ? face : "", sizeof(m_szFontFace) - 1);
+  m_dwFontFirst = first;
+  m_dwFontSecond = second;
+}
+
+int32_t BaseDisplayer::InitDraw(uint32_t width, uint32_t height, uint32_t) {
+  m_dwWidth = width;
+  m_dwHeight = height;
+  return kOk;
+}
+
+void BaseDisplayer::AdjustWinRect() {
+  GetClientRect(m_hPlayWnd, &m_rcClient);
+}
+
+void BaseDisplayer::SetPlayRect(const RECT* rect) {
+  if (rect) m_rcPlay = *rect;
+}
+
+void BaseDisplayer::SetZoom(uint32_t first, uint32_t second, uint32_t third) {
+  m_dwZoom[0] = first;
+  m_dwZoom[1] = second;
+  m_dwZoom[2] = third;
+}
+
+int32_t BaseDisplayer::SetPlayWnd(HWND hwnd) {
+  m_hPlayWnd = hwnd;
+  return kOk;
+}
+
+int32_t BaseDisplayer::SetPlayWndEx(HWND hwnd, int64_t, uint32_t) {
+  return SetPlayWnd(hwnd);
+}
+
+void BaseDisplayer::SetMosaics(const void* rect) {
+  if (rect) std::memcpy(&m_rcMosaic, rect, sizeof(m_rcMosaic));
+}
+
+void BaseDisplayer::SetMosaicAreaScale(float top, float left, float bottom, float right) {
+  m_fMosaicTop = top;
+  m_fMosaicLeft = left;
+  m_fMosaicBottom = bottom;
+  m_fMosaicRight = right;
+  UpdateMosaicRect();
+}
+
+void BaseDisplayer::UpdateMosaicRect() {
+  RECT client{};
+  if (!IsWindow(m_hPlayWnd) || !GetClientRect(m_hPlayWnd, &client)) return;
+  const int32_t width = client.right - client.left;
+  const int32_t height = client.bottom - client.top;
+  if (width < 1 && height < 1) return;
+  m_rcMosaic = {ScaleEdge(width, m_fMosaicLeft), ScaleEdge(height, m_fMosaicTop),
+                ScaleEdge(width, m_fMosaicRight), ScaleEdge(height, m_fMosaicBottom)};
+}
+
+void BaseDisplayer::UpdateMosaics(uint32_t) {
+}
+
+int32_t BaseDisplayer::SetRClickPt(POINT point) {
+  m_ptRClick = point;
+  return kOk;
+}
+
+void BaseDisplayer::DrawOverlays() {
+  const bool paused = m_dwPause != 0;
+  if (paused || AdvanceOverlay(m_alg, m_algQueue.Take(), GetTickCount64())) DrawAlgInfo();
+  if (paused || AdvanceOverlay(m_dsm, m_dsmQueue.Take(), GetTickCount64())) DrawDsmAlgInfo();
+}
+
+void BaseDisplayer::DrawAlgInfoOnYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
+                                     int32_t strideV) {
+  if (AdvanceBurnIn(m_alg, m_algQueue.Take(), GetTickCount64()))
+    RenderAlgInfoYUV(pY, strideY, pU, strideU, pV, strideV);
+}
+
+void BaseDisplayer::RenderAlgInfoYUV(uint8_t*, int32_t, uint8_t*, int32_t, uint8_t*, int32_t) {
+}
+
+void BaseDisplayer::SetAlgInfo(int32_t count, const uint32_t* left, const uint32_t* top,
+                               const uint32_t* right, const uint32_t* bottom, const uint16_t* classId,
+                               const uint16_t* distance, const uint16_t* third, const uint16_t* fourth,
+                               uint16_t value) {
+  AlgRecord record;
+  if (BuildAlgRecord(record, count, {left, top, right, bottom}, {classId, distance, third, fourth}, value))
+    m_algQueue.Append(record);
+}
+
+void BaseDisplayer::SetDsmAlgInfo(int32_t pointCount, const uint32_t* x, const uint32_t* y, int32_t boxCount,
+                                  const uint32_t* left, const uint32_t* top, const uint32_t* right,
+                                  const uint32_t* bottom, uint16_t value) {
+  DsmRecord record;
+  if (BuildDsmRecord(record, pointCount, x, y, boxCount, {left, top, right, bottom}, value))
+    m_dsmQueue.Append(record);
+}

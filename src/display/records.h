@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// Fixed-layout records that travel from the client's threads to the drawing thread.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+constexpr int32_t kTextItemCount = 6;
+constexpr int32_t kMaxBoxes = 12;
+constexpr int32_t kMaxLandmarks = 68;
+
+/// One line of on-screen text; nothing is drawn while the text is empty.
+struct TextItem {
+  char text[512];
+  uint32_t anchor;  ///< 1: y counts upward from the bottom of the video
+  uint32_t x;
+  uint32_t y;
+  uint32_t color;  ///< COLORREF, 0x00BBGGRR
+};
+static_assert(sizeof(TextItem) == 528);
+
+/// Driver assistance: boxes in video pixels.
+struct AlgRecord {
+  float left[kMaxBoxes];
+  float top[kMaxBoxes];
+  float right[kMaxBoxes];
+  float bottom[kMaxBoxes];
+  uint16_t classId[kMaxBoxes];
+  uint16_t distance[kMaxBoxes];
+  uint16_t third[kMaxBoxes];
+  uint16_t fourth[kMaxBoxes];
+  uint16_t count;
+  uint16_t lineWidth;
+};
+static_assert(sizeof(AlgRecord) == 292);
+static_assert(offsetof(AlgRecord, top) == 48 && offsetof(AlgRecord, right) == 96 &&
+              offsetof(AlgRecord, bottom) == 144 && offsetof(AlgRecord, classId) == 192 &&
+              offsetof(AlgRecord, distance) == 216 && offsetof(AlgRecord, third) == 240 &&
+              offsetof(AlgRecord, fourth) == 264 && offsetof(AlgRecord, count) == 288 &&
+              offsetof(AlgRecord, lineWidth) == 290);
+
+/// Driver monitoring: landmarks and boxes in video pixels.
+struct DsmRecord {
+  uint16_t pointSize;
+  uint16_t pointCount;
+  float x[kMaxLandmarks];
+  float y[kMaxLandmarks];
+  int32_t boxCount;
+  float left[kMaxBoxes];
+  float top[kMaxBoxes];
+  float right[kMaxBoxes];
+  float bottom[kMaxBoxes];
+};
+static_assert(sizeof(DsmRecord) == 744);
+static_assert(offsetof(DsmRecord, pointCount) == 2 && offsetof(DsmRecord, x) == 4 &&
+              offsetof(DsmRecord, y) == 276 && offsetof(DsmRecord, boxCount) == 548 &&
+              offsetof(DsmRecord, left) == 552 && offsetof(DsmRecord, top) == 600 &&
+              offsetof(DsmRecord, right) == 648 && offsetof(DsmRecord, bottom) == 696);

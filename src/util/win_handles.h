@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// Owners for handles of the system.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+
+/// Owns any handle whose null value is null and that `Close` releases.
+template <class Handle, auto Close>
+struct HandleCloser {
+  using pointer = Handle;
+  void operator()(Handle handle) const { Close(handle); }
+};
+
+template <class Handle, auto Close>
+using UniqueHandleOf = std::unique_ptr<void, HandleCloser<Handle, Close>>;
+
+using UniqueRegKey = UniqueHandleOf<HKEY, &RegCloseKey>;
+using UniqueEvent = UniqueHandleOf<HANDLE, &CloseHandle>;

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "support/crash_report.h"
+
+#include <windows.h>
+
+#include <cstdio>
+
+namespace {
+
+constexpr UINT kCrashExitCode = 99;
+
+void PrintAddress(const void* address) {
+  HMODULE module = nullptr;
+  char name[MAX_PATH] = "?";
+  GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                     static_cast<const char*>(address), &module);
+  if (module) GetModuleFileNameA(module, name, sizeof(name));
+  const auto offset = reinterpret_cast<ULONG_PTR>(address) - reinterpret_cast<ULONG_PTR>(module);
+  std::fprintf(stderr, "  %s+0x%llx\n", name, static_cast<unsigned long long>(offset));
+}
+
+LONG WINAPI Report(EXCEPTION_POINTERS* info) {
+  std::fprintf(stderr, "crash: exception 0x%08lx\n", info->ExceptionRecord->ExceptionCode);
+  PrintAddress(info->ExceptionRecord->ExceptionAddress);
+  void* frames[32];
+  const USHORT count = RtlCaptureStackBackTrace(0, 32, frames, nullptr);
+  for (USHORT i = 0; i < count; ++i)
+    PrintAddress(frames[i]);
+  std::fflush(stderr);
+  TerminateProcess(GetCurrentProcess(), kCrashExitCode);
+  return EXCEPTION_EXECUTE_HANDLER;
+}
+
+}  // namespace
+
+void InstallCrashReport() {
+  SetUnhandledExceptionFilter(&Report);
+}

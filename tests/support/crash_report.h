@@ -1,0 +1,6 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// Makes a crash on any thread print its code and stack as module+offset and end the process with exit code
+/// 99, which an unhandled exception under Wine does not do reliably.
+void InstallCrashReport();
