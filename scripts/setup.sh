@@ -2,7 +2,7 @@
 # Installs and builds what is missing to build, test and run the library on a Debian machine. Safe to run again.
 . "$(dirname "$0")/common.sh"
 PACKAGES=(g++ g++-mingw-w64-x86-64-posix cmake ninja-build ccache dpkg-dev ca-certificates git
-  googletest libgtest-dev libgmock-dev libbenchmark-dev clang lld libclang-rt-14-dev clang-format clang-tidy cppcheck
+  googletest libgtest-dev libgmock-dev libbenchmark-dev clang lld llvm libclang-rt-14-dev clang-format clang-tidy cppcheck
   wine wine64 xvfb libgl1 libgl1-mesa-dri libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2
   libxrender1 libxxf86vm1 pulseaudio pulseaudio-utils fonts-dejavu-core imagemagick ffmpeg)
 missing=()
