@@ -22,12 +22,16 @@ void CMutexLock::Unlock() {
   LeaveCriticalSection(&m_criticalSection);
 }
 
+bool CMutexLock::TryLockNow() {
+  return TryEnterCriticalSection(&m_criticalSection) != FALSE;
+}
+
 bool CMutexLock::TryLock(DWORD seconds) {
   const DWORD start = GetTickCount();
   // 64 bits: a limit of more than 49 days must not wrap into a short one.
   const ULONGLONG limitMs = ULONGLONG{seconds} * 1000;
   for (;;) {
-    if (TryEnterCriticalSection(&m_criticalSection)) return true;
+    if (TryLockNow()) return true;
     Sleep(kRetryMs);
     if (GetTickCount() - start >= limitMs) return false;
   }

@@ -14,6 +14,9 @@ class CMutexLock {
   void Lock();
   void Unlock();
 
+  /// Takes the lock if it is free or already this thread's; never waits.
+  bool TryLockNow();
+
   /// Tries at once and then every second until at least `seconds` have passed since the first try, so a call
   /// that never gets the lock takes up to a second more. Returns whether the lock is held.
   bool TryLock(DWORD seconds);

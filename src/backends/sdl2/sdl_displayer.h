@@ -1,13 +1,79 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "display/base_displayer.h"
-#include "display/display_codes.h"
+#include <atomic>
 
-/// Shows frames through an SDL2 renderer on the client's window.
+#include "backends/sdl2/sdl_objects.h"
+#include "display/base_displayer.h"
+#include "display/even_chroma.h"
+#include "util/win_handles.h"
+#include "util/window_lock.h"
+
+/// Shows frames through an SDL renderer on the client's window: one streaming YV12 texture of the video size,
+/// stretched over the whole client area.
+///
+/// Results are 0 and 1. Threads: frames on any thread, window changes on the window's own; one re-entrant
+/// lock serialises them. InitDraw with a new window and FreeDraw belong on the window's thread, since SDL
+/// exchanges the window's procedure there.
 class SDLDisplayer : public BaseDisplayer {
  public:
-  int32_t Display(uint8_t*, int32_t, uint8_t*, int32_t, uint8_t*, int32_t, uint32_t, int64_t) override {
-    return 1;
-  }
+  SDLDisplayer();
+  ~SDLDisplayer() override;
+
+  int32_t Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV, int32_t strideV,
+                  uint32_t param1, int64_t param2) override;
+  void SetOSDText(int32_t index, const char* text, uint32_t x, uint32_t y, uint32_t anchor,
+                  uint32_t color) override;
+
+  /// 0 only when a texture is being made anew: an unchanged size reports 1 and keeps what is there.
+  int32_t InitDraw(uint32_t width, uint32_t height, uint32_t param) override;
+  int32_t FreeDraw() override;
+  void AdjustWinRect() override;
+
+  /// Takes a window; InitDraw puts the renderer on it. Non-zero when the window could be tagged.
+  int32_t SetPlayWnd(HWND hwnd) override;
+
+  // Called by the event filter, on the pushing thread, under SDL's own lock.
+  void OnExposed();
+  void OnWindowSizeChanged() { m_windowSizeChanged = 1; }
+  void OnOwnEvent(uint32_t type, int32_t first, int32_t second);
+
+ private:
+  uint32_t Bind();
+  void CreateWindowOnClient();
+  bool SetVideoSize(int32_t width, int32_t height);
+  void AdjustDisplayRect(int32_t width, int32_t height);
+  bool ResetRender();
+  bool ResetTexture();
+  bool PostEvent(uint32_t type, int32_t first, int32_t second);
+  void HandleOwnEvent(uint32_t type, int32_t first, int32_t second);
+  uint32_t RequestTeardown();
+  uint32_t Teardown();
+  void ForgetPlayWnd();
+
+  bool IsReady() const;
+  void CatchUpWithWindow();
+  bool Present(const FrameView& frame);
+  bool Upload(const FrameView& frame);
+  static void CALLBACK FlashOnTimer(HWND hwnd, UINT message, UINT_PTR id, DWORD time);
+  void CallFlashCallback();
+
+  std::atomic<uint32_t> m_stopped{0};
+  std::atomic<uint32_t> m_frameShown{0};
+  std::atomic<uint32_t> m_bound{0};
+  std::atomic<uint32_t> m_resizePending{0};
+  // Teardown, which the destructor runs, releases the texture, then the renderer it belongs to, then the
+  // window.
+  SdlWindow m_sdlWindow;
+  SdlTexture m_sdlTexture;
+  SdlRenderer m_sdlRenderer;
+  SDL_Rect m_displayRect{};
+  WindowLock m_lock;  ///< guards every field of this class
+  UniqueEvent m_hEvent;
+
+  std::atomic<uint32_t> m_windowSizeChanged{0};  ///< the renderer has not been told of it yet
+  uint32_t m_deviceGeneration = 0;
+  bool m_posting = false;   ///< PostEvent waits for the filter to see its event
+  bool m_accepted = false;  ///< the filter has seen it
+  EvenChroma m_evenChroma;
 };

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+// SDLDisplayer: the road of a frame to the screen.
+#include <SDL.h>
+
+#include "backends/sdl2/sdl_displayer.h"
+#include "backends/sdl2/sdl_error.h"
+#include "backends/sdl2/sdl_events.h"
+
+namespace {
+
+constexpr uint32_t kPlanarYuv420 = 3;
+constexpr DWORD kErrorIntervalMs = 1000;
+
+/// When a frame's failure was last reported, by any pane.
+std::atomic<DWORD> g_lastErrorTick{0};
+
+void ReportFrameError() {
+  const DWORD now = GetTickCount();
+  if (now - g_lastErrorTick <= kErrorIntervalMs) return;
+  g_lastErrorTick = now;
+  ReportSdlError(1, "SDLDisplayer::DisplayFrame");
+}
+
+}  // namespace
+
+int32_t SDLDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
+                              int32_t strideV, uint32_t, int64_t param2) {
+  if (!m_bound || m_resizePending) return 1;
+  m_lock.LetWindowThreadGoFirst();
+  bool presented = false;
+  uint32_t width = 0;
+  uint32_t height = 0;
+  {
+    const AutoWindowLock guard(m_lock, m_hPlayWnd);
+    CatchUpWithWindow();
+    if (!IsReady()) {
+      DrawAlgInfo();
+      return 1;
+    }
+    presented = Present({pY, strideY, pU, strideU, pV, strideV});
+    if (!presented) ReportFrameError();
+    width = m_dwWidth;
+    height = m_dwHeight;
+  }
+  if (const auto callback = m_decodeCB; callback.function) {
+    callback.function(pY, static_cast<uint32_t>(strideY), width, height, param2, kPlanarYuv420,
+                      callback.user);
+  }
+  return presented ? 0 : 1;
+}
+
+void SDLDisplayer::SetOSDText(int32_t index, const char* text, uint32_t x, uint32_t y, uint32_t anchor,
+                              uint32_t color) {
+  BaseDisplayer::SetOSDText(index, text, x, y, anchor, color);
+}
+
+bool SDLDisplayer::IsReady() const {
+  if (!m_bound || !IsWindow(m_hPlayWnd) || !IsWindowVisible(m_hPlayWnd)) return false;
+  if (!m_sdlWindow || !m_sdlTexture || !m_sdlRenderer) return false;
+  int width = 0;
+  int height = 0;
+  // A texture that cannot be asked counts as ready.
+  if (SDL_QueryTexture(m_sdlTexture.get(), nullptr, nullptr, &width, &height) != 0) return true;
+  return static_cast<uint32_t>(width) == m_dwWidth && static_cast<uint32_t>(height) == m_dwHeight;
+}
+
+/// Tells the renderer what happened to its window or device since the last frame.
+void SDLDisplayer::CatchUpWithWindow() {
+  if (!m_sdlRenderer) return;
+  if (m_deviceGeneration != RenderDeviceGeneration() && ResetRender()) ResetTexture();
+  if (m_windowSizeChanged.exchange(0) && m_sdlWindow) {
+    const RenderScope scope;
+    PassOnSizeChange(m_sdlWindow.get());
+  }
+}
+
+bool SDLDisplayer::Present(const FrameView& frame) {
+  const RenderScope scope;
+  SDL_Renderer* renderer = m_sdlRenderer.get();
+  if (!Upload(frame) || SDL_RenderClear(renderer) != 0 ||
+      SDL_RenderCopy(renderer, m_sdlTexture.get(), nullptr, nullptr) != 0) {
+    return false;
+  }
+  DrawOverlays();
+  m_frameShown = 1;
+  SDL_RenderPresent(renderer);
+  return true;
+}
+
+bool SDLDisplayer::Upload(const FrameView& frame) {
+  const auto width = static_cast<int32_t>(m_dwWidth);
+  const auto height = static_cast<int32_t>(m_dwHeight);
+  const std::optional<FrameView> whole = m_evenChroma.Complete(frame, width, height);
+  if (!whole) return SDL_SetError("the frame's planes do not fit the video size") == 0;
+  return SDL_UpdateYUVTexture(m_sdlTexture.get(), nullptr, whole->y, whole->strideY, whole->u, whole->strideU,
+                              whole->v, whole->strideV) == 0;
+}
+
+// The filter runs inside SDL's event lock, which a drawing thread may want while it holds this pane's lock; a
+// client that draws in its callback would wait for that one. So the callback runs from the window's message
+// loop, shortly after.
+void SDLDisplayer::OnExposed() {
+  if (m_stopped || !m_frameShown) return;
+  if (IsWindowThread(m_hPlayWnd)) {
+    SetTimer(m_hPlayWnd, reinterpret_cast<UINT_PTR>(this), USER_TIMER_MINIMUM, &SDLDisplayer::FlashOnTimer);
+  } else {
+    CallFlashCallback();
+  }
+}
+
+void CALLBACK SDLDisplayer::FlashOnTimer(HWND hwnd, UINT, UINT_PTR id, DWORD) {
+  KillTimer(hwnd, id);
+  auto* displayer = static_cast<SDLDisplayer*>(GetPropA(hwnd, kDisplayerKey));
+  // The pane may have been closed or given another window meanwhile.
+  if (reinterpret_cast<UINT_PTR>(displayer) == id) displayer->CallFlashCallback();
+}
+
+void SDLDisplayer::CallFlashCallback() {
+  RECT client{};
+  if (m_stopped || !GetClientRect(m_hPlayWnd, &client)) return;
+  if (const auto callback = m_flashWndCB; callback.function) {
+    callback.function(callback.user, m_hPlayWnd, client.right - client.left, client.bottom - client.top);
+  }
+}

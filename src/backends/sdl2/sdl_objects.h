@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// Owners for SDL objects.
+#pragma once
+
+#include <SDL.h>
+
+#include <memory>
+
+template <auto Destroy>
+struct SdlDeleter {
+  template <class Object>
+  void operator()(Object* object) const {
+    Destroy(object);
+  }
+};
+
+using SdlWindow = std::unique_ptr<SDL_Window, SdlDeleter<&SDL_DestroyWindow>>;
+using SdlRenderer = std::unique_ptr<SDL_Renderer, SdlDeleter<&SDL_DestroyRenderer>>;
+using SdlTexture = std::unique_ptr<SDL_Texture, SdlDeleter<&SDL_DestroyTexture>>;
+using SdlSurface = std::unique_ptr<SDL_Surface, SdlDeleter<&SDL_FreeSurface>>;

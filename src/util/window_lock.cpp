@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "util/window_lock.h"
+
+namespace {
+constexpr DWORD kPollMs = 1;
+constexpr int kMaxYieldMs = 20;
+}  // namespace
+
+bool IsWindowThread(HWND window) {
+  return window && GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId();
+}
+
+void WindowLock::Lock(HWND window) {
+  if (IsWindowThread(window)) {
+    LockAnsweringMessages();
+  } else {
+    m_lock.Lock();
+  }
+}
+
+void WindowLock::LockAnsweringMessages() {
+  if (m_lock.TryLockNow()) return;
+  m_windowThreadsWaiting.fetch_add(1, std::memory_order_relaxed);
+  while (!m_lock.TryLockNow()) {
+    MSG message;
+    // Peeking for sent messages only delivers them and leaves the queue alone.
+    PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, kPollMs, QS_SENDMESSAGE);
+  }
+  m_windowThreadsWaiting.fetch_sub(1, std::memory_order_relaxed);
+}
+
+void WindowLock::LetWindowThreadGoFirst() const {
+  for (int i = 0; i < kMaxYieldMs && m_windowThreadsWaiting.load(std::memory_order_relaxed) > 0; ++i)
+    Sleep(1);
+}
