@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+// What only shows behind the exports: results of single operations, SDL's event queue, device resets.
+#include <SDL.h>
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <thread>
+
+#include "backends/sdl2/sdl_displayer.h"
+#include "backends/sdl2/sdl_events.h"
+#include "backends/sdl2/sdl_library.h"
+#include "support/frames.h"
+#include "support/screen.h"
+#include "support/test_window.h"
+
+namespace {
+
+class SdlDisplayerTest : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    StartSdl();
+    StartSdl();  // a second start must not need a second stop
+  }
+  static void TearDownTestSuite() {
+    StopSdl();
+    EXPECT_EQ(SDL_WasInit(0), 0u);
+  }
+
+  SdlDisplayerTest() { m_displayer->SetPlayWnd(m_window.Handle()); }
+
+  int32_t Draw() {
+    const FrameView f = m_frame.View();
+    return m_displayer->DrawYUV420(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0);
+  }
+
+  TestWindow m_window{160, 120};
+  std::unique_ptr<SDLDisplayer> m_displayer = std::make_unique<SDLDisplayer>();
+  TestFrame m_frame = FlatFrame(64, 48, 126, 128, 128);
+};
+
+TEST_F(SdlDisplayerTest, InitDrawReportsOnlyNewSizesAsDone) {
+  EXPECT_EQ(m_displayer->InitDraw(64, 48, 0), 0);
+  EXPECT_EQ(m_displayer->InitDraw(64, 48, 0), 1);
+  EXPECT_EQ(m_displayer->InitDraw(0, 48, 0), 1);
+  EXPECT_EQ(Draw(), 0) << "the texture was kept";
+  EXPECT_EQ(m_displayer->InitDraw(32, 48, 0), 0);
+  EXPECT_EQ(m_displayer->FreeDraw(), 0);
+  EXPECT_EQ(m_displayer->FreeDraw(), 1) << "nothing left to free";
+}
+
+TEST_F(SdlDisplayerTest, WithoutAWindowNothingBinds) {
+  m_window.Destroy();
+  EXPECT_EQ(m_displayer->InitDraw(64, 48, 0), 1);
+  SDLDisplayer unbound;
+  EXPECT_EQ(unbound.InitDraw(64, 48, 0), 1);
+  unbound.AdjustWinRect();
+}
+
+TEST_F(SdlDisplayerTest, TearsDownAfterTheWindowIsGone) {
+  m_displayer->InitDraw(64, 48, 0);
+  m_window.Destroy();
+  EXPECT_EQ(m_displayer->FreeDraw(), 0);
+}
+
+TEST_F(SdlDisplayerTest, TheWindowIsTaggedAsLongAsThePaneUsesIt) {
+  EXPECT_EQ(GetPropA(m_window.Handle(), "sdl2-display"), m_displayer.get());
+  const TestWindow other(100, 100, 400, 60);
+  m_displayer->SetPlayWnd(other.Handle());
+  EXPECT_EQ(GetPropA(m_window.Handle(), "sdl2-display"), nullptr);
+  m_displayer.reset();
+  EXPECT_EQ(GetPropA(other.Handle(), "sdl2-display"), nullptr);
+}
+
+TEST_F(SdlDisplayerTest, FreeingFromAnotherThreadCompletesBeforeItReturns) {
+  m_displayer->InitDraw(64, 48, 0);
+  int32_t result = -1;
+  std::atomic<bool> done{false};
+  std::thread other([&] {
+    result = m_displayer->FreeDraw();
+    done = true;
+  });
+  while (!done)
+    Pump(5);
+  other.join();
+  EXPECT_EQ(result, 0);
+  EXPECT_EQ(Draw(), 1);
+}
+
+TEST_F(SdlDisplayerTest, RebuildsAfterALostRenderDevice) {
+  m_displayer->InitDraw(64, 48, 0);
+  EXPECT_EQ(Draw(), 0);
+  SDL_Event reset{};
+  reset.type = SDL_RENDER_DEVICE_RESET;
+  SDL_PushEvent(&reset);
+  EXPECT_EQ(Draw(), 0);
+  EXPECT_PIXEL(m_window.Handle(), 80, 60, {128, 128, 128});
+}
+
+int CountQueued(uint32_t first, uint32_t last) {
+  return SDL_PeepEvents(nullptr, 100000, SDL_PEEKEVENT, first, last);
+}
+
+TEST_F(SdlDisplayerTest, LeavesNothingInAQueueThatNobodyPolls) {
+  m_displayer->InitDraw(64, 48, 0);
+  SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
+  SDL_Event foreign{};
+  foreign.type = SDL_USEREVENT;
+  SDL_PushEvent(&foreign);
+  SDL_Event elsewhere{};
+  elsewhere.type = SDL_KEYDOWN;
+  elsewhere.key.windowID = 4711;
+  SDL_PushEvent(&elsewhere);
+
+  for (uint32_t id = 1; id < 100; ++id) {
+    SDL_Window* window = SDL_GetWindowFromID(id);
+    if (!window || SDL_GetWindowData(window, kDisplayerKey) != m_displayer.get()) continue;
+    for (int i = 0; i < 70000; ++i) {
+      SDL_Event motion{};
+      motion.type = SDL_MOUSEMOTION;
+      motion.motion.windowID = id;
+      ASSERT_EQ(SDL_PushEvent(&motion), 1) << i;
+    }
+  }
+  for (uint32_t size = 0; size < 20; ++size) {
+    EXPECT_EQ(m_displayer->InitDraw(32 + size * 2, 48, 0), 0);
+    m_window.ResizeClient(static_cast<int>(150 + size), 100);
+    m_frame = FlatFrame(static_cast<int>(32 + size * 2), 48, 126, 128, 128);
+    EXPECT_EQ(Draw(), 0);
+  }
+  EXPECT_EQ(CountQueued(0x8123, 0x8124), 0);
+  EXPECT_EQ(CountQueued(SDL_RENDER_TARGETS_RESET, SDL_RENDER_DEVICE_RESET), 0);
+  EXPECT_LE(CountQueued(SDL_MOUSEMOTION, SDL_MOUSEMOTION), 1024);
+  EXPECT_EQ(CountQueued(SDL_USEREVENT, SDL_USEREVENT), 1);
+  EXPECT_EQ(CountQueued(SDL_KEYDOWN, SDL_KEYDOWN), 1);
+}
+
+TEST_F(SdlDisplayerTest, TheMosaicAreaFollowsTheWindow) {
+  class Peek : public SDLDisplayer {
+   public:
+    RECT Mosaic() const { return m_rcMosaic; }
+  };
+  Peek displayer;
+  displayer.SetPlayWnd(m_window.Handle());
+  displayer.SetMosaicAreaScale(0.25f, 0.5f, 0.75f, 1.0f);
+  const RECT before = displayer.Mosaic();
+  EXPECT_EQ(before.left, 80);
+  EXPECT_EQ(before.top, 30);
+  EXPECT_EQ(before.right, 160);
+  EXPECT_EQ(before.bottom, 90);
+  m_window.ResizeClient(400, 200);
+  displayer.AdjustWinRect();
+  EXPECT_EQ(displayer.Mosaic().left, 200);
+  EXPECT_EQ(displayer.Mosaic().bottom, 150);
+}
+
+}  // namespace

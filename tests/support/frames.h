@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+// Test pictures.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "display/frame_view.h"
+
+/// A planar frame that owns its memory, with strides of its own choosing.
+struct TestFrame {
+  TestFrame(int32_t width, int32_t height, int32_t strideY, int32_t strideUV)
+      : width(width),
+        height(height),
+        strideY(strideY),
+        strideUV(strideUV),
+        y(static_cast<size_t>(strideY) * static_cast<size_t>(height)),
+        u(static_cast<size_t>(strideUV) * static_cast<size_t>(height / 2)),
+        v(u.size()) {}
+  TestFrame(int32_t width, int32_t height) : TestFrame(width, height, width, width / 2) {}
+
+  void Fill(uint8_t luma, uint8_t blue, uint8_t red) {
+    y.assign(y.size(), luma);
+    u.assign(u.size(), blue);
+    v.assign(v.size(), red);
+  }
+
+  FrameView View() { return {y.data(), strideY, u.data(), strideUV, v.data(), strideUV}; }
+
+  int32_t width;
+  int32_t height;
+  int32_t strideY;
+  int32_t strideUV;
+  std::vector<uint8_t> y;
+  std::vector<uint8_t> u;
+  std::vector<uint8_t> v;
+};
+
+inline TestFrame FlatFrame(int32_t width, int32_t height, uint8_t luma, uint8_t u, uint8_t v) {
+  TestFrame frame(width, height);
+  frame.Fill(luma, u, v);
+  return frame;
+}
+
+/// Grey, dark at the left (16) to light at the right (235).
+inline TestFrame GradientFrame(int32_t width, int32_t height) {
+  TestFrame frame = FlatFrame(width, height, 0, 128, 128);
+  for (size_t i = 0; i < frame.y.size(); ++i) {
+    const int32_t x = static_cast<int32_t>(i) % frame.strideY;
+    frame.y[i] = static_cast<uint8_t>(16 + 219 * x / (width - 1));
+  }
+  return frame;
+}

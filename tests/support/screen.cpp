@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "support/screen.h"
+
+#include <cstdlib>
+#include <ostream>
+
+ScreenShot::ScreenShot(const RECT& area)
+    : m_width(area.right - area.left),
+      m_height(area.bottom - area.top),
+      m_pixels(static_cast<size_t>(m_width) * static_cast<size_t>(m_height)) {
+  HDC screen = GetDC(nullptr);
+  HDC memory = CreateCompatibleDC(screen);
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof(info.bmiHeader);
+  info.bmiHeader.biWidth = m_width;
+  info.bmiHeader.biHeight = -m_height;
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 32;
+  void* bits = nullptr;
+  HBITMAP bitmap = CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+  HGDIOBJ previous = SelectObject(memory, bitmap);
+  BitBlt(memory, 0, 0, m_width, m_height, screen, area.left, area.top, SRCCOPY);
+  GdiFlush();
+  const auto* pixels = static_cast<const uint32_t*>(bits);
+  m_pixels.assign(pixels, pixels + m_pixels.size());
+  SelectObject(memory, previous);
+  DeleteObject(bitmap);
+  DeleteDC(memory);
+  ReleaseDC(nullptr, screen);
+}
+
+Rgb ScreenShot::At(int x, int y) const {
+  const uint32_t pixel = m_pixels.at(static_cast<size_t>(y * m_width + x));
+  return {static_cast<int>(pixel >> 16 & 255), static_cast<int>(pixel >> 8 & 255),
+          static_cast<int>(pixel & 255)};
+}
+
+bool Near(const Rgb& a, const Rgb& b, int tolerance) {
+  return std::abs(a.r - b.r) <= tolerance && std::abs(a.g - b.g) <= tolerance &&
+         std::abs(a.b - b.b) <= tolerance;
+}
+
+RECT ClientOnScreen(HWND window) {
+  RECT area{};
+  GetClientRect(window, &area);
+  MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&area), 2);
+  return area;
+}
+
+Rgb WaitForPixel(HWND window, int x, int y, const Rgb& expected, int tolerance, DWORD timeoutMs) {
+  const ULONGLONG end = GetTickCount64() + timeoutMs;
+  for (;;) {
+    const RECT client = ClientOnScreen(window);
+    const Rgb seen =
+        ScreenShot({client.left + x, client.top + y, client.left + x + 1, client.top + y + 1}).At(0, 0);
+    if (Near(seen, expected, tolerance) || GetTickCount64() > end) return seen;
+    Sleep(5);
+  }
+}
+
+void PrintTo(const Rgb& color, std::ostream* out) {
+  *out << "rgb(" << color.r << ", " << color.g << ", " << color.b << ")";
+}
