@@ -9,15 +9,15 @@
 
 /// A planar frame that owns its memory, with strides of its own choosing.
 struct TestFrame {
-  TestFrame(int32_t width, int32_t height, int32_t strideY, int32_t strideUV)
-      : width(width),
-        height(height),
-        strideY(strideY),
-        strideUV(strideUV),
-        y(static_cast<size_t>(strideY) * static_cast<size_t>(height)),
-        u(static_cast<size_t>(strideUV) * static_cast<size_t>(height / 2)),
+  TestFrame(int32_t w, int32_t h, int32_t lumaStride, int32_t chromaStride)
+      : width(w),
+        height(h),
+        strideY(lumaStride),
+        strideUV(chromaStride),
+        y(static_cast<size_t>(lumaStride) * static_cast<size_t>(h)),
+        u(static_cast<size_t>(chromaStride) * static_cast<size_t>(h / 2)),
         v(u.size()) {}
-  TestFrame(int32_t width, int32_t height) : TestFrame(width, height, width, width / 2) {}
+  TestFrame(int32_t w, int32_t h) : TestFrame(w, h, w, w / 2) {}
 
   void Fill(uint8_t luma, uint8_t blue, uint8_t red) {
     y.assign(y.size(), luma);
