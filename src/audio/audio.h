@@ -1,20 +1,97 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "nivral/nivral.h"
+#include <atomic>
+#include <cstdint>
+#include <memory>
 
-/// PCM player on the wave-out device.
+#include "audio/wave_format.h"
+#include "nivral/nivral.h"
+#include "util/mutex_lock.h"
+#include "util/win_handles.h"
+
+/// PCM player on the wave-out device, with a capture path on the wave-in device.
+///
+/// Playing runs on a thread of its own that pulls from the client's callback; the other operations may be
+/// called from any thread but the callback's. Nothing is reported to the client: a device that cannot be
+/// opened leaves a thread that waits for Stop.
 class CAudio {
  public:
   CAudio() = default;
-  virtual ~CAudio() = default;
+  virtual ~CAudio();
   CAudio(const CAudio&) = delete;
   CAudio& operator=(const CAudio&) = delete;
 
-  void SetWaveFormat(const WAVEFORMATEX*, int32_t) {}
-  void SetWriteWaveCB(void*, NivralWriteWaveCallback) {}
-  bool Play() { return false; }
-  void Pause(uint32_t) {}
-  void SetVolume(uint32_t) {}
-  void Stop() {}
+  /// Copies 18 bytes; bufferSize is in bytes per buffer. Used by the next Play.
+  void SetWaveFormat(const WAVEFORMATEX* format, int32_t bufferSize);
+  void SetWriteWaveCB(void* user, NivralWriteWaveCallback callback);
+
+  /// False when the player already runs or its thread could not be made.
+  bool Play();
+  void Pause(uint32_t paused) { m_paused.store(paused, std::memory_order_relaxed); }
+  /// Ends the thread and closes the device before it returns.
+  void Stop();
+
+  /// Percent of full volume; forgotten unless the device is open.
+  void SetVolume(uint32_t percent);
+  /// What the device reports for both channels, 0 while it is closed.
+  int GetVolume();
+
+  /// Each writes a format to *format and sets both buffer sizes of the player. Always true.
+  bool SetNarrowBandPreset(WAVEFORMATEX* format);
+  bool SetWideBandStereoPreset(WAVEFORMATEX* format);
+  bool SetTelephonyPreset(WAVEFORMATEX* format);
+  bool SetMuLawPreset(WAVEFORMATEX* format);
+
+ private:
+  static constexpr int kBufferCount = 2;
+  class ClientSource;
+
+  struct PlaySettings {
+    WAVEFORMATEX format;
+    int32_t bufferSize;
+  };
+  struct WriteWaveCallback {
+    NivralWriteWaveCallback function;
+    void* user;
+  };
+
+  static DWORD WINAPI PlaybackThread(void* player);
+  void JoinThread();
+  PlaySettings ReadSettings();
+  WriteWaveCallback ReadCallback();
+  bool Stopped() const { return m_stopped.load(std::memory_order_relaxed) != 0; }
+  bool ApplyPreset(const FormatPreset& preset, WAVEFORMATEX* format);
+
+  void OpenDevice();
+  bool AllocatePlayBuffers(int32_t size);
+  bool OpenWaveOut(const WAVEFORMATEX& format);
+  bool PreparePlayHeaders();
+  void RunMessageLoop();
+  void HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  bool FillAndQueue(WAVEHDR& header);
+  void CloseDevice();
+
+  WAVEHDR m_playHeaders[kBufferCount];
+  WAVEHDR m_captureHeaders[kBufferCount];
+  std::atomic<uint8_t> m_captureState{2};
+  HWAVEOUT m_hWaveOut = nullptr;
+  HWAVEIN m_hWaveIn = nullptr;
+  std::unique_ptr<uint8_t[]> m_playBuffers[kBufferCount];
+  std::unique_ptr<uint8_t[]> m_captureBuffers[kBufferCount];
+  int32_t m_playBufferSize = 1280;
+  int32_t m_captureBufferSize = 0;
+  // The flags carry no data with them (starting and joining the thread orders the rest), so relaxed is
+  // enough.
+  std::atomic<uint32_t> m_paused{0};
+  std::atomic<uint32_t> m_buffersFilled{0};
+  std::atomic<uint32_t> m_stopped{1};
+  WAVEFORMATEX m_waveFormat{};
+  NivralWriteWaveCallback m_writeWaveCB = nullptr;
+  void* m_writeWaveUser = nullptr;
+  UniqueThread m_hThread;
+
+  CMutexLock m_controlLock;   // Play and Stop, held while the thread is joined
+  CMutexLock m_settingsLock;  // format, sizes and the callback with its user value
+  CMutexLock m_deviceLock;    // m_hWaveOut: no volume call on a device that is being closed
 };

@@ -18,3 +18,4 @@ using UniqueHandleOf = std::unique_ptr<void, HandleCloser<Handle, Close>>;
 
 using UniqueRegKey = UniqueHandleOf<HKEY, &RegCloseKey>;
 using UniqueEvent = UniqueHandleOf<HANDLE, &CloseHandle>;
+using UniqueThread = UniqueHandleOf<HANDLE, &CloseHandle>;
