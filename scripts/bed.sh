@@ -36,11 +36,13 @@ start_sound() {
 # Wine's services must not inherit this script's output, or whoever reads it waits for them.
 start_wine() {
   ( exec >/dev/null 2>&1 </dev/null
-    if [ ! -f "$D/wp/.ready" ]; then
+    if [ ! -f "$D/wp/.ready-2" ]; then
       $WINE wineboot -i; $SERVER -w
+      # Without a window manager Wine would wait two seconds for one at every new window.
+      $WINE reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d N /f
       $WINE reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
       cp /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf "$D/wp/drive_c/windows/Fonts/simhei.ttf"
-      $SERVER -w; touch "$D/wp/.ready"
+      $SERVER -w; touch "$D/wp/.ready-2"
     fi
     $SERVER -p; $WINE wineboot )
 }

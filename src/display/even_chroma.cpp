@@ -9,8 +9,10 @@ namespace {
 
 constexpr uint8_t kNeutral = 128;
 
-bool HasWholeRows(const FrameView& f, int32_t width) {
-  return f.y && f.u && f.v && f.strideY >= width && f.strideU >= width / 2 && f.strideV >= width / 2;
+bool HasWholeRows(const FrameView& f, int32_t width, int32_t height) {
+  if (!f.y || f.strideY < width) return false;
+  if (width < 2 || height < 2) return true;  // no chroma samples at all
+  return f.u && f.v && f.strideU >= width / 2 && f.strideV >= width / 2;
 }
 
 /// Copies (width / 2) x (height / 2) samples into a plane of (width + 1) / 2 by (height + 1) / 2.
@@ -33,7 +35,7 @@ void RoundUp(std::vector<uint8_t>& target, const uint8_t* plane, int32_t stride,
 }  // namespace
 
 std::optional<FrameView> EvenChroma::Complete(const FrameView& frame, int32_t width, int32_t height) {
-  if (width < 1 || height < 1 || !HasWholeRows(frame, width)) return std::nullopt;
+  if (width < 1 || height < 1 || !HasWholeRows(frame, width, height)) return std::nullopt;
   if (width % 2 == 0 && height % 2 == 0) return frame;
   try {
     RoundUp(m_u, frame.u, frame.strideU, width, height);

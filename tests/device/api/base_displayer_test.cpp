@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: MIT
+// What every backend inherits, seen through a displayer that only records its frames.
+#include "display/base_displayer.h"
+
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <bit>
+#include <cstring>
+#include <string>
+#include <thread>
+
+#include "display/display_codes.h"
+#include "support/frames.h"
+#include "support/test_window.h"
+
+namespace {
+
+class Recorder : public BaseDisplayer {
+ public:
+  int32_t Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV, int32_t strideV,
+                  uint32_t p1, int64_t p2) override {
+    shown = {pY, strideY, pU, strideU, pV, strideV};
+    if (pY) luma.assign(pY, pY + strideY * static_cast<int32_t>(m_dwHeight));
+    param1 = p1;
+    param2 = p2;
+    return 0x1234;
+  }
+  void DrawAlgInfo() override { ++algDrawn; }
+  void DrawDsmAlgInfo() override { ++dsmDrawn; }
+
+  using BaseDisplayer::m_alg;
+  using BaseDisplayer::m_dsm;
+  using BaseDisplayer::m_rcMosaic;
+  using BaseDisplayer::m_textItems;
+
+  FrameView shown;
+  std::vector<uint8_t> luma;
+  uint32_t param1 = 0;
+  int64_t param2 = 0;
+  int algDrawn = 0;
+  int dsmDrawn = 0;
+};
+
+int32_t Draw(BaseDisplayer& displayer, TestFrame& f) {
+  return displayer.DrawYUV420(f.y.data(), f.strideY, f.u.data(), f.strideUV, f.v.data(), f.strideUV, 5, -6);
+}
+
+struct FrameCall {
+  uint8_t* y = nullptr;
+  uint8_t* u = nullptr;
+  uint8_t* v = nullptr;
+  uint32_t strideY = 0, strideUV = 0, param1 = 0;
+  int64_t param2 = 0;
+};
+
+void NIVRAL_CALL OnFrame(uint8_t* y, uint32_t strideY, uint8_t* u, uint8_t* v, uint32_t strideUV,
+                         uint32_t param1, int64_t param2, void* user) {
+  *static_cast<FrameCall*>(user) = {y, u, v, strideY, strideUV, param1, param2};
+}
+
+TEST(BaseDisplayer, HandsTheClientsOwnPlanesOnWhenNothingIsActive) {
+  Recorder displayer;
+  displayer.InitDraw(8, 4, 0);
+  TestFrame frame = GradientFrame(8, 4);
+  FrameCall call;
+  displayer.SetDrawYUV420CB(&call, &OnFrame);
+  displayer.GetColorRecord(0).Set({200, 10, 10, 10});  // one value out of range switches all off
+  displayer.GetColorRecord(1).Set({10, 10, 10, 10});
+  EXPECT_EQ(Draw(displayer, frame), 0x1234);
+  EXPECT_EQ(displayer.shown.y, frame.y.data());
+  EXPECT_EQ(displayer.shown.u, frame.u.data());
+  EXPECT_EQ(displayer.shown.v, frame.v.data());
+  EXPECT_EQ(displayer.param1, 5u);
+  EXPECT_EQ(displayer.param2, -6);
+  EXPECT_EQ(call.y, frame.y.data());
+  EXPECT_EQ(call.u, frame.u.data());
+  EXPECT_EQ(call.v, frame.v.data());
+  EXPECT_EQ(call.strideY, 8u);
+  EXPECT_EQ(call.strideUV, 4u);
+  EXPECT_EQ(call.param1, 5u);
+  EXPECT_EQ(call.param2, -6);
+}
+
+TEST(BaseDisplayer, MirrorsACopyAndTellsTheFrameCallback) {
+  Recorder displayer;
+  displayer.InitDraw(4, 2, 0);
+  TestFrame frame(4, 2);
+  frame.y = {'a', 'b', 'c', 'd', 'e', 'f', 'g', 'h'};
+  const std::vector<uint8_t> original = frame.y;
+  FrameCall call;
+  displayer.SetDrawYUV420CB(&call, &OnFrame);
+  displayer.SetMirrorMode(2);
+  Draw(displayer, frame);
+  EXPECT_THAT(displayer.luma, testing::ElementsAre('h', 'g', 'f', 'e', 'd', 'c', 'b', 'a'));
+  EXPECT_EQ(call.y, displayer.shown.y);
+  displayer.SetMirrorMode(1);
+  Draw(displayer, frame);
+  EXPECT_THAT(displayer.luma, testing::ElementsAre('d', 'c', 'b', 'a', 'h', 'g', 'f', 'e'));
+  displayer.SetMirrorMode(9);
+  Draw(displayer, frame);
+  EXPECT_EQ(displayer.luma, original);
+  EXPECT_NE(displayer.shown.y, frame.y.data()) << "other modes still hand on copies";
+  EXPECT_EQ(frame.y, original);
+}
+
+TEST(BaseDisplayer, CutsPlanesFromOneBuffer) {
+  Recorder displayer;
+  displayer.InitDraw(6, 4, 0);
+  uint8_t buffer[6 * 4 * 2] = {};
+  displayer.DrawYUV420Buffer(buffer, 0, 1, 2);
+  EXPECT_EQ(displayer.shown.y, buffer);
+  EXPECT_EQ(displayer.shown.v, buffer + 24);
+  EXPECT_EQ(displayer.shown.u, buffer + 36);
+  EXPECT_EQ(displayer.shown.strideY, 6);
+  EXPECT_EQ(displayer.shown.strideU, 3);
+  EXPECT_EQ(displayer.shown.strideV, 3);
+}
+
+TEST(BaseDisplayer, TwoThreadsOnOneHandleNeverShareACopy) {
+  class Checker : public BaseDisplayer {
+   public:
+    int32_t Display(uint8_t* pY, int32_t strideY, uint8_t*, int32_t, uint8_t*, int32_t, uint32_t p1,
+                    int64_t) override {
+      for (int i = 0; i < 20; ++i) {
+        for (int32_t at = 0; at < strideY * 32; at += 97)
+          torn += pY[at] != static_cast<uint8_t>(p1);
+        SwitchToThread();
+      }
+      return 0;
+    }
+    std::atomic<int> torn{0};
+  };
+  Checker displayer;
+  displayer.InitDraw(64, 32, 0);
+  displayer.SetMirrorMode(1);
+  const auto feed = [&](uint8_t luma) {
+    TestFrame f = FlatFrame(64, 32, luma, 0, 0);
+    for (int i = 0; i < 200; ++i)
+      displayer.DrawYUV420(f.y.data(), 64, f.u.data(), 32, f.v.data(), 32, luma, 0);
+  };
+  std::thread other(feed, uint8_t{10});
+  feed(20);
+  other.join();
+  EXPECT_EQ(displayer.torn, 0);
+}
+
+TEST(BaseDisplayer, KeepsSixTextsOfAtMost511Bytes) {
+  Recorder displayer;
+  const std::string text(600, 'x');
+  displayer.SetOSDText(5, text.c_str(), 1, 2, 3, 4);
+  EXPECT_EQ(std::strlen(displayer.m_textItems[5].text), 511u);
+  EXPECT_EQ(displayer.m_textItems[5].x, 1u);
+  EXPECT_EQ(displayer.m_textItems[5].y, 2u);
+  EXPECT_EQ(displayer.m_textItems[5].anchor, 3u);
+  EXPECT_EQ(displayer.m_textItems[5].color, 4u);
+  displayer.SetOSDText(5, "ab", 1, 2, 3, 4);
+  EXPECT_EQ(displayer.m_textItems[5].text[300], 0) << "a shorter text leaves nothing of a longer one";
+  const auto before = displayer.m_textItems;
+  displayer.SetOSDText(6, "no", 9, 9, 9, 9);
+  displayer.SetOSDText(-1, "no", 9, 9, 9, 9);
+  EXPECT_EQ(std::memcmp(before.data(), displayer.m_textItems.data(), sizeof(before)), 0);
+  displayer.SetOSDText(0, nullptr, 0, 0, 0, 0);
+  EXPECT_EQ(displayer.m_textItems[0].text[0], 0);
+}
+
+TEST(BaseDisplayer, TheMosaicAreaIsAFractionOfTheClientArea) {
+  Recorder displayer;
+  displayer.SetMosaicAreaScale(0.25f, 0.5f, 0.75f, 1.0f);
+  EXPECT_EQ(displayer.m_rcMosaic.right, 0) << "no window yet";
+  const TestWindow window(400, 200);
+  displayer.SetPlayWnd(window.Handle());
+  displayer.SetMosaicAreaScale(0.25f, 0.5f, 0.75f, 1.0f);
+  EXPECT_EQ(displayer.m_rcMosaic.left, 200);
+  EXPECT_EQ(displayer.m_rcMosaic.top, 50);
+  EXPECT_EQ(displayer.m_rcMosaic.right, 400);
+  EXPECT_EQ(displayer.m_rcMosaic.bottom, 150);
+  const RECT given{1, -2, 3, 4};
+  displayer.SetMosaics(&given);
+  displayer.SetMosaics(nullptr);
+  EXPECT_EQ(std::memcmp(&displayer.m_rcMosaic, &given, sizeof(given)), 0);
+}
+
+TEST(BaseDisplayer, SnapshotsNeedAName) {
+  Recorder displayer;
+  EXPECT_EQ(displayer.SaveFrameToFile(nullptr, nullptr, 0, nullptr, 0, nullptr, 0), 8194);
+  EXPECT_EQ(displayer.SaveFrameToFile("", nullptr, 0, nullptr, 0, nullptr, 0), 8194);
+  EXPECT_EQ(displayer.SaveBufferToFile("", nullptr, 0), 8194);
+}
+
+void Queue(Recorder& displayer, float left) {
+  const uint32_t edge = std::bit_cast<uint32_t>(left);
+  const uint16_t value = 1;
+  displayer.SetAlgInfo(1, &edge, &edge, &edge, &edge, &value, &value, &value, &value, 2);
+  displayer.SetDsmAlgInfo(1, &edge, &edge, 0, nullptr, nullptr, nullptr, nullptr, 3);
+}
+
+TEST(BaseDisplayer, TakesOneRecordPerFrameInOrderAndNoneWhilePaused) {
+  Recorder displayer;
+  displayer.DrawOverlays();
+  EXPECT_EQ(displayer.algDrawn + displayer.dsmDrawn, 0);
+  Queue(displayer, 1.0f);
+  Queue(displayer, 2.0f);
+  Queue(displayer, 3.0f);
+  displayer.DrawOverlays();
+  EXPECT_EQ(displayer.algDrawn, 1);
+  EXPECT_EQ(displayer.dsmDrawn, 1);
+  EXPECT_EQ(displayer.m_alg.record.left[0], 1.0f);
+  EXPECT_EQ(displayer.m_dsm.record.x[0], 1.0f);
+  displayer.SetPause(1);
+  displayer.DrawOverlays();
+  EXPECT_EQ(displayer.algDrawn, 2);
+  EXPECT_EQ(displayer.dsmDrawn, 2);
+  EXPECT_EQ(displayer.m_alg.record.left[0], 1.0f);
+  displayer.SetPause(0);
+  displayer.DrawOverlays();
+  displayer.DrawOverlays();
+  EXPECT_EQ(displayer.m_alg.record.left[0], 3.0f);
+  displayer.DrawOverlays();
+  EXPECT_EQ(displayer.algDrawn, 5) << "the queue is empty and the last record still fresh";
+}
+
+}  // namespace
