@@ -19,3 +19,6 @@ using UniqueHandleOf = std::unique_ptr<void, HandleCloser<Handle, Close>>;
 using UniqueRegKey = UniqueHandleOf<HKEY, &RegCloseKey>;
 using UniqueEvent = UniqueHandleOf<HANDLE, &CloseHandle>;
 using UniqueThread = UniqueHandleOf<HANDLE, &CloseHandle>;
+/// Not to be given INVALID_HANDLE_VALUE, with which opening a file or a search fails.
+using UniqueFile = UniqueHandleOf<HANDLE, &CloseHandle>;
+using UniqueFind = UniqueHandleOf<HANDLE, &FindClose>;

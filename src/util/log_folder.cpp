@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "util/log_folder.h"
+
+#include <cwchar>
+
+#include "util/log_rules.h"
+#include "util/win_handles.h"
+
+namespace {
+
+using PathText = wchar_t[MAX_PATH];
+
+bool Fits(DWORD length) {
+  return length > 0 && length < MAX_PATH;
+}
+
+/// The host may have been started by its short (8.3) name.
+bool ReadHostPath(PathText& path) {
+  PathText asStarted;
+  if (!Fits(GetModuleFileNameW(nullptr, asStarted, MAX_PATH))) return false;
+  const DWORD length = GetLongPathNameW(asStarted, path, MAX_PATH);
+  if (length == 0) std::wcscpy(path, asStarted);
+  return length < MAX_PATH;
+}
+
+template <class Visit>
+void ForEachFile(const wchar_t* folder, Visit visit) {
+  PathText pattern;
+  if (!JoinText(pattern, {folder, L"*.*"})) return;
+  WIN32_FIND_DATAW data;
+  const HANDLE handle = FindFirstFileW(pattern, &data);
+  if (handle == INVALID_HANDLE_VALUE) return;
+  const UniqueFind search(handle);
+  do {
+    const bool isFolder = data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY;
+    if (!isFolder && !visit(data.cFileName, data.nFileSizeLow)) return;
+  } while (FindNextFileW(handle, &data));
+}
+
+}  // namespace
+
+const ProgramPlace& HostProgram() {
+  static PathText path;
+  static const ProgramPlace place = ReadHostPath(path) ? SplitProgramPath(path) : ProgramPlace{};
+  return place;
+}
+
+void MakeFolder(wchar_t* folder) {
+  if (GetFileAttributesW(folder) != INVALID_FILE_ATTRIBUTES) return;
+  if (wchar_t* slash = std::wcsrchr(folder, L'\\')) {
+    *slash = L'\0';
+    MakeFolder(folder);
+    *slash = L'\\';
+  }
+  CreateDirectoryW(folder, nullptr);
+}
+
+void TrimFolder(const wchar_t* folder, uint64_t budget) {
+  TrimToBudget([folder](auto visit) { ForEachFile(folder, visit); },
+               [folder](const wchar_t* name) {
+                 PathText path;
+                 return JoinText(path, {folder, name}) && DeleteFileW(path);
+               },
+               budget);
+}
