@@ -28,4 +28,6 @@ struct ColorValues {
   int32_t contrast = 0;
   int32_t saturation = 0;
   int32_t hue = 0;
+
+  bool operator==(const ColorValues&) const = default;
 };

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+// The inner loops of this folder, once per instruction set. All forms of a loop give the same bytes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+struct ByteMap;
+struct ConversionTables;
+
+/// Two rows of luma, the chroma row that they share, and the two rows of packed pixels made of them.
+struct YuvRows {
+  uint8_t* out[2];
+  const uint8_t* y[2];
+  const uint8_t* u;
+  const uint8_t* v;
+};
+
+/// The reverse: two rows of packed pixels (24-bit, blue first) and the planes' rows made of them.
+struct RgbRows {
+  uint8_t* y[2];
+  uint8_t* u;
+  uint8_t* v;
+  const uint8_t* bgr[2];
+};
+
+/// Packed pixels that planes are converted to. The 16-bit ones are words with red in the high bits.
+enum class PixelFormat { Bgr24, Bgrx32, Rgb565, Rgb555 };
+constexpr size_t kPixelFormatCount = 4;
+
+/// Converts the first width & ~1 pixels of both rows; chroma has half as many samples.
+using YuvRowsKernel = void (*)(const YuvRows& rows, int32_t width, const ConversionTables& tables);
+using RgbRowsKernel = void (*)(const RgbRows& rows, int32_t width);
+/// One row to U, Y0, V, Y1 per pixel pair.
+using Yuv422RowKernel = void (*)(uint8_t* out, const uint8_t* y, const uint8_t* u, const uint8_t* v,
+                                 int32_t width);
+
+/// out[i] = map[in[i]]; the reversed forms read `in` from its end. `out` does not overlap `in`.
+using MapBytesKernel = void (*)(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map);
+using CopyReversedKernel = void (*)(uint8_t* out, const uint8_t* in, size_t count);
+
+/// Two planes mapped together: pairs[u * 256 + v] is the new u in the low and the new v in the high byte.
+struct PlanePair {
+  uint8_t* outU;
+  uint8_t* outV;
+  const uint8_t* inU;
+  const uint8_t* inV;
+};
+using MapPairsKernel = void (*)(const PlanePair& planes, size_t count, const uint16_t* pairs);
+
+/// One form of every loop.
+struct ColourKernels {
+  const char* name;
+  /// What the processor must have (kCpu... of util/cpu.h).
+  uint32_t features;
+  YuvRowsKernel yuvToPixels[kPixelFormatCount];
+  RgbRowsKernel bgrToYuv;
+  Yuv422RowKernel yuvTo422;
+  MapBytesKernel mapBytes;
+  MapBytesKernel mapBytesReversed;
+  CopyReversedKernel copyReversed;
+  MapPairsKernel mapPairs;
+  MapPairsKernel mapPairsReversed;
+};
+
+extern const ColourKernels kScalarKernels;
+
+struct KernelList {
+  const ColourKernels* const* first;
+  size_t count;
+  const ColourKernels* const* begin() const { return first; }
+  const ColourKernels* const* end() const { return first + count; }
+};
+
+/// Every form this library was built with, plain code first, then in rising order of the processor's age.
+KernelList AllKernels();
+
+/// The fastest form that the processor and the mask allow.
+const ColourKernels& ActiveKernels();

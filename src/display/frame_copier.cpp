@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#include "display/frame_copier.h"
+
+#include <algorithm>
+#include <cstring>
+
+FrameCopier::FrameCopier(uint32_t mirrorMode, const AdjustTables* tables)
+    : m_horizontal(mirrorMode == static_cast<uint32_t>(MirrorMode::Horizontal)),
+      m_halfTurn(mirrorMode == static_cast<uint32_t>(MirrorMode::HalfTurn)),
+      m_luma(tables && !tables->Luma().identity ? &tables->Luma() : nullptr),
+      m_chroma(tables && !tables->Chroma().identity ? &tables->Chroma() : nullptr),
+      m_pairs(tables ? tables->Pairs() : nullptr),
+      m_kernels(ActiveKernels()) {
+}
+
+void FrameCopier::CopyLuma(const PlaneCopy& plane, size_t stride) const {
+  CopyPlane(plane, stride, m_luma);
+}
+
+void FrameCopier::CopyChroma(const PlaneCopy& u, const PlaneCopy& v, size_t stride) const {
+  if (!m_pairs) {
+    CopyPlane(u, stride, m_chroma);
+    CopyPlane(v, stride, m_chroma);
+    return;
+  }
+  const MapPairsKernel map = IsMirrored() ? m_kernels.mapPairsReversed : m_kernels.mapPairs;
+  const size_t run = RunLength(u.bytes, stride);
+  for (size_t at = 0; at < u.bytes; at += run)
+    map({u.out + at, v.out + at, u.in + at, v.in + at}, run, m_pairs);
+}
+
+void FrameCopier::CopyUnevenChroma(const PlaneCopy& u, const PlaneCopy& v, size_t strideV, size_t rows,
+                                   size_t adjusted) const {
+  const size_t both = std::min({adjusted, u.bytes, v.bytes});
+  if (m_pairs && both != 0) m_kernels.mapPairs({u.out, v.out, u.in, v.in}, both, m_pairs);
+  for (const PlaneCopy* plane : {&u, &v}) {
+    if (plane->bytes == 0) continue;
+    if (!m_pairs) CopyRun(plane->out, plane->in, both, false, m_chroma);
+    std::memcpy(plane->out + both, plane->in + both, plane->bytes - both);
+    if (strideV != 0) MirrorInPlace(plane->out, std::min(rows, plane->bytes / strideV), strideV);
+  }
+}
+
+/// A half turn reverses the plane as if it were one row.
+void FrameCopier::CopyPlane(const PlaneCopy& plane, size_t stride, const ByteMap* map) const {
+  const size_t run = RunLength(plane.bytes, stride);
+  for (size_t at = 0; at < plane.bytes; at += run)
+    CopyRun(plane.out + at, plane.in + at, run, IsMirrored(), map);
+}
+
+void FrameCopier::CopyRun(uint8_t* out, const uint8_t* in, size_t count, bool reversed,
+                          const ByteMap* map) const {
+  if (map) {
+    (reversed ? m_kernels.mapBytesReversed : m_kernels.mapBytes)(out, in, count, *map);
+  } else if (reversed) {
+    m_kernels.copyReversed(out, in, count);
+  } else {
+    std::memcpy(out, in, count);
+  }
+}
+
+void FrameCopier::MirrorInPlace(uint8_t* plane, size_t rows, size_t rowBytes) const {
+  if (m_halfTurn) std::reverse(plane, plane + rows * rowBytes);
+  for (size_t row = 0; m_horizontal && row < rows; ++row)
+    std::reverse(plane + row * rowBytes, plane + (row + 1) * rowBytes);
+}

@@ -1,0 +1,304 @@
+// SPDX-License-Identifier: MIT
+#include "colour/convert.h"
+
+#include <cstring>
+#include <limits>
+
+#include "colour/snapshot.h"
+#include "core/colour/reference.h"
+#include "core/colour/variants.h"
+
+namespace {
+
+class Convert : public KernelTest {
+ protected:
+  struct Planes {
+    GuardedBuffer y, u, v;
+    YuvPlanes view;
+  };
+
+  /// Random planes, the last row ending at its last pixel.
+  Planes MakePlanes(int32_t width, int32_t height, int32_t strideY, int32_t strideUV) {
+    const auto size = [](int32_t rowBytes, int32_t rows, int32_t stride) {
+      return static_cast<size_t>(rows > 0 ? (rows - 1) * stride + rowBytes : 0);
+    };
+    Planes p{RandomBytes(size(width, height, strideY)),
+             RandomBytes(size(width / 2, height / 2, strideUV)),
+             RandomBytes(size(width / 2, height / 2, strideUV)),
+             {}};
+    p.view = {p.y.data(), p.u.data(), p.v.data(), strideY, strideUV, strideUV};
+    return p;
+  }
+};
+
+int32_t Y(const YuvPlanes& p, int32_t x, int32_t row) {
+  return p.y[row * p.strideY + x];
+}
+
+reference::Pixel PixelAt(const YuvPlanes& p, int32_t x, int32_t row, int32_t chromaX, int32_t chromaRow) {
+  return reference::ToPixel(Y(p, x, row), p.u[chromaRow * p.strideU + chromaX],
+                            p.v[chromaRow * p.strideV + chromaX]);
+}
+
+std::vector<uint8_t> Pack(PixelFormat format, const reference::Pixel& p) {
+  const auto word = [](int32_t w) {
+    return std::vector<uint8_t>{static_cast<uint8_t>(w), static_cast<uint8_t>(w >> 8)};
+  };
+  switch (format) {
+    case PixelFormat::Bgr24:
+      return {p[0], p[1], p[2]};
+    case PixelFormat::Bgrx32:
+      return {p[0], p[1], p[2], 0};
+    case PixelFormat::Rgb565:
+      return word(p[2] / 8 * 2048 + p[1] / 4 * 32 + p[0] / 8);
+    case PixelFormat::Rgb555:
+      return word(p[2] / 8 * 1024 + p[1] / 8 * 32 + p[0] / 8);
+  }
+  return {};
+}
+
+/// Rows of all bytes y for a given u and every v: 128 x 2 pixels per v.
+constexpr int32_t kSweepWidth = 128 * 256;
+
+template <class ConvertRows, class Reference>
+void SweepAllTriples(ConvertRows convert, Reference expected) {
+  GuardedBuffer luma(kSweepWidth * 2), u(kSweepWidth / 2), v(kSweepWidth / 2), bgr(kSweepWidth * 6);
+  for (size_t i = 0; i < luma.size(); ++i)
+    luma[i] = static_cast<uint8_t>(i % 128 + (i / kSweepWidth) * 128);
+  for (size_t i = 0; i < v.size(); ++i)
+    v[i] = static_cast<uint8_t>(i / 64);
+  for (int32_t blue = 0; blue < 256; ++blue) {
+    std::memset(u.data(), blue, u.size());
+    convert(bgr.data(), luma.data(), u.data(), v.data());
+    for (size_t i = 0; i < luma.size(); ++i) {
+      const uint8_t red = v[i % kSweepWidth / 2];
+      const reference::Pixel want = expected(luma[i], blue, red);
+      const uint8_t* got = bgr.data() + i * 3;
+      ASSERT_TRUE(got[0] == want[0] && got[1] == want[1] && got[2] == want[2])
+          << "y " << int{luma[i]} << " u " << blue << " v " << int{red} << " gives " << int{got[0]} << ' '
+          << int{got[1]} << ' ' << int{got[2]};
+    }
+  }
+}
+
+TEST_P(Convert, EveryTripleToRgb24) {
+  SweepAllTriples(
+      [](uint8_t* bgr, const uint8_t* y, const uint8_t* u, const uint8_t* v) {
+        Yv12ToRgb24(bgr, kSweepWidth, y, u, v, kSweepWidth, kSweepWidth / 2, kSweepWidth, 2);
+      },
+      reference::ToPixel);
+}
+
+TEST_P(Convert, EveryTripleToSnapshot) {
+  SweepAllTriples(
+      [](uint8_t* bgr, const uint8_t* y, const uint8_t* u, const uint8_t* v) {
+        // Bottom-up: the planes' rows are swapped so that the sweep finds them in its own order.
+        YuvToBottomUpBgr24(bgr, y + kSweepWidth, -kSweepWidth, u, 0, v, 0, kSweepWidth, 2);
+      },
+      reference::ToSnapshotPixel);
+}
+
+TEST_P(Convert, PackedFormatsOfAllSizes) {
+  constexpr struct {
+    PixelFormat format;
+    int32_t bytes;
+  } kFormats[] = {
+      {PixelFormat::Bgr24, 3}, {PixelFormat::Bgrx32, 4}, {PixelFormat::Rgb565, 2}, {PixelFormat::Rgb555, 2}};
+  for (int32_t round = 0; round < 400; ++round) {
+    const auto [format, bytes] = kFormats[round % 4];
+    const int32_t width = round < 280 ? round / 2 : Random(0, 700);
+    const int32_t height = Random(-6, 7);
+    const int32_t rows = std::abs(height);
+    const Planes p = MakePlanes(width, rows, width + Random(0, 9), width / 2 + Random(0, 9));
+    const int32_t pitch = width * bytes + Random(0, 5);
+    GuardedBuffer out(static_cast<size_t>(rows > 0 ? (rows - 1) * pitch + width * bytes : 0), 0xA5);
+    std::vector<uint8_t> want(out.begin(), out.end());
+    for (int32_t row = 0; row < rows / 2 * 2; ++row) {
+      const int32_t from = height < 0 ? rows - 1 - row : row;
+      const int32_t chroma = height < 0 ? rows / 2 - 1 - row / 2 : row / 2;
+      for (int32_t x = 0; x < width / 2 * 2; ++x) {
+        const auto packed = Pack(format, PixelAt(p.view, x, from, x / 2, chroma));
+        std::copy(packed.begin(), packed.end(), want.begin() + row * pitch + x * bytes);
+      }
+    }
+    ConvertToPixels(format, out.data(), pitch, p.view, width, height);
+    ASSERT_TRUE(std::equal(want.begin(), want.end(), out.begin()))
+        << "format " << round % 4 << ", " << width << " x " << height;
+  }
+}
+
+TEST_P(Convert, Packed422OfAllSizes) {
+  for (int32_t width = 0; width < 150; ++width) {
+    const int32_t height = Random(-7, 7);
+    const int32_t rows = std::abs(height);
+    const Planes p = MakePlanes(width, rows, width + Random(0, 9), width / 2 + Random(0, 9));
+    const int32_t stride = width + Random(0, 3);
+    GuardedBuffer out(static_cast<size_t>(rows > 0 ? ((rows - 1) * stride + width) * 2 : 0), 0xA5);
+    std::vector<uint8_t> want(out.begin(), out.end());
+    for (int32_t row = 0; row < rows && rows >= 2; ++row) {
+      const int32_t from = height < 0 ? rows - 1 - row : row;
+      const int32_t block = std::min(row / 2, rows / 2 - 1);
+      const int32_t chroma = height < 0 ? rows / 2 - 1 - block : block;
+      for (int32_t x = 0; x < width / 2; ++x) {
+        uint8_t* const at = want.data() + row * stride * 2 + x * 4;
+        at[0] = p.u[static_cast<size_t>(chroma * p.view.strideU + x)];
+        at[1] = static_cast<uint8_t>(Y(p.view, x * 2, from));
+        at[2] = p.v[static_cast<size_t>(chroma * p.view.strideV + x)];
+        at[3] = static_cast<uint8_t>(Y(p.view, x * 2 + 1, from));
+      }
+    }
+    Yv12ToYuv422(out.data(), stride, p.y.data(), p.u.data(), p.v.data(), p.view.strideY, p.view.strideU,
+                 width, height);
+    ASSERT_TRUE(std::equal(want.begin(), want.end(), out.begin())) << width << " x " << height;
+  }
+}
+
+TEST_P(Convert, SnapshotsOfAllSizes) {
+  for (int32_t width = 1; width < 140; ++width) {
+    const int32_t height = Random(1, 6);
+    Planes p = MakePlanes(width, height, width + Random(0, 9), width / 2 + Random(0, 9));
+    const bool hasChroma = width > 1 && height > 1;
+    GuardedBuffer out(static_cast<size_t>(width * height * 3));
+    YuvToBottomUpBgr24(out.data(), p.view.y, p.view.strideY, p.view.u, p.view.strideU, p.view.v,
+                       p.view.strideV, width, height);
+    for (int32_t row = 0; row < height; ++row) {
+      for (int32_t x = 0; x < width; ++x) {
+        const int32_t chroma =
+            std::min(row / 2, height / 2 - 1) * p.view.strideU + std::min(x / 2, width / 2 - 1);
+        const auto want = reference::ToSnapshotPixel(Y(p.view, x, row), hasChroma ? p.view.u[chroma] : 128,
+                                                     hasChroma ? p.view.v[chroma] : 128);
+        ASSERT_EQ(0, std::memcmp(out.data() + ((height - 1 - row) * width + x) * 3, want.data(), 3))
+            << width << " x " << height << " at " << x << ", " << row;
+      }
+    }
+  }
+}
+
+/// Converts a bottom-up picture by the reference and compares all three planes, padding included.
+void ExpectPlanesOf(const GuardedBuffer& bgr, int32_t width, int32_t height, int32_t strideY) {
+  const auto rows = static_cast<size_t>(height / 2 * 2);
+  const auto stride = static_cast<size_t>(strideY);
+  const size_t sizeY = rows ? (rows - 1) * stride + static_cast<size_t>(width) : 0;
+  const size_t sizeUV = rows ? (rows / 2 - 1) * (stride / 2) + static_cast<size_t>(width / 2) : 0;
+  const GuardedBuffer y(sizeY, 7), u(sizeUV, 7), v(sizeUV, 7);
+  std::vector<uint8_t> wantY(sizeY, 7), wantU(sizeUV, 7), wantV(sizeUV, 7);
+  const auto at = [&](int32_t x, int32_t row) { return bgr.data() + ((height - 1 - row) * width + x) * 3; };
+  for (int32_t row = 0; row < height / 2; ++row) {
+    for (int32_t x = 0; x < width / 2; ++x) {
+      int32_t sum[3] = {0, 0, 0};
+      for (int32_t i = 0; i < 4; ++i) {
+        const uint8_t* pixel = at(x * 2 + i % 2, row * 2 + i / 2);
+        wantY[static_cast<size_t>((row * 2 + i / 2) * strideY + x * 2 + i % 2)] = reference::Luma(pixel);
+        for (int32_t c = 0; c < 3; ++c)
+          sum[c] += pixel[c];
+      }
+      const auto to = static_cast<size_t>(row * (strideY / 2) + x);
+      std::tie(wantU[to], wantV[to]) = reference::Chroma(sum[0], sum[1], sum[2]);
+    }
+  }
+  Rgb24ToYv12(y.data(), u.data(), v.data(), bgr.data(), width, height, strideY);
+  ASSERT_TRUE(std::equal(wantY.begin(), wantY.end(), y.begin())) << "Y of " << width << " x " << height;
+  ASSERT_TRUE(std::equal(wantU.begin(), wantU.end(), u.begin())) << "U of " << width << " x " << height;
+  ASSERT_TRUE(std::equal(wantV.begin(), wantV.end(), v.begin())) << "V of " << width << " x " << height;
+}
+
+TEST_P(Convert, EveryColourToYv12) {
+  GuardedBuffer bgr(512 * 256 * 3);
+  for (int32_t red = 0; red < 256; red += 2) {
+    for (size_t i = 0; i < 512 * 256; ++i) {
+      bgr[i * 3] = static_cast<uint8_t>(i);
+      bgr[i * 3 + 1] = static_cast<uint8_t>(i / 512);
+      bgr[i * 3 + 2] = static_cast<uint8_t>(red + static_cast<int32_t>(i / 256 % 2));
+    }
+    ASSERT_NO_FATAL_FAILURE(ExpectPlanesOf(bgr, 512, 256, 512));
+  }
+}
+
+TEST_P(Convert, Rgb24OfAllSizes) {
+  for (int32_t width = 0; width < 150; ++width) {
+    const int32_t height = Random(0, 7);
+    GuardedBuffer bgr = RandomBytes(static_cast<size_t>(width * height * 3));
+    // Half of the pictures are of full and empty channels only, for the ends of every sum.
+    for (uint8_t& byte : bgr)
+      byte = width % 2 ? byte : static_cast<uint8_t>(byte < 128 ? 0 : 255);
+    ASSERT_NO_FATAL_FAILURE(ExpectPlanesOf(bgr, width, height, width + Random(0, 4)));
+  }
+}
+
+TEST_P(Convert, HostileArgumentsTouchNothing) {
+  constexpr int32_t kLow = std::numeric_limits<int32_t>::min();
+  GuardedBuffer one(1, 9);
+  uint8_t* const p = one.data();
+  for (const auto& [width, height] : {std::pair{0, 2},
+                                      {2, 0},
+                                      {1, 2},
+                                      {2, 1},
+                                      {2, -1},
+                                      {-2, 2},
+                                      {kLow, 2},
+                                      {1, kLow},
+                                      {0, kLow},
+                                      {-8, -8}}) {
+    Yv12ToRgb24(p, width, p, p, p, width, width, width, height);
+    Yv12ToRgb565(p, width, p, p, p, width, width, width, height);
+    Yv12ToYuv422(p, width, p, p, p, width, width, width, height);
+    Rgb24ToYv12(p, p, p, p, width, height, width);
+  }
+  for (const auto& [width, height] : {std::pair{0, 2}, {2, 0}, {-1, 2}, {2, -1}, {kLow, kLow}})
+    YuvToBottomUpBgr24(p, p, 2, p, 1, p, 1, width, height);
+  Rgb24ToYv12(p, p, p, p, 64, kLow, 64);
+  Rgb24ToYv12(nullptr, p, p, p, 64, 64, 64);
+  Yv12ToRgb24(nullptr, 64, p, p, p, 64, 32, 64, 64);
+  Yv12ToRgb24(p, 64, p, nullptr, p, 64, 32, 64, 64);
+  YuvToBottomUpBgr24(p, p, 64, p, 32, nullptr, 32, 64, 64);
+  EXPECT_EQ(9, one[0]);
+}
+
+TEST_P(Convert, ZeroAndNegativeStridesStayInside) {
+  constexpr int32_t kWidth = 100;
+  const GuardedBuffer row = RandomBytes(kWidth), chroma = RandomBytes(kWidth / 2);
+  const GuardedBuffer line(kWidth * 3), picture(kWidth * 3 * 8);
+  Yv12ToRgb24(line.data(), 0, row.data(), chroma.data(), chroma.data(), 0, 0, kWidth, -8);
+  Yv12ToRgb24(picture.data() + kWidth * 3 * 7, -kWidth, row.data(), chroma.data(), chroma.data(), 0, 0,
+              kWidth, 8);
+  EXPECT_TRUE(std::equal(line.begin(), line.end(), picture.begin()));
+
+  const GuardedBuffer y(kWidth * 8), u(kWidth / 2 * 4), v(kWidth / 2 * 4), one(kWidth);
+  Rgb24ToYv12(y.data() + kWidth * 7, u.data() + kWidth / 2 * 3, v.data() + kWidth / 2 * 3, picture.data(),
+              kWidth, 8, -kWidth);
+  Rgb24ToYv12(one.data(), u.data(), v.data(), picture.data(), kWidth, 8, 0);
+  EXPECT_TRUE(std::equal(one.begin(), one.end(), y.begin()));
+}
+
+INSTANTIATE_KERNEL_TEST(Convert);
+
+TEST(ConvertValues, KnownColours) {
+  struct Case {
+    uint8_t y, u, v;
+    reference::Pixel want;
+  };
+  for (const Case& c :
+       {Case{16, 128, 128, {0, 0, 0}}, Case{235, 128, 128, {254, 254, 254}},
+        Case{255, 128, 128, {255, 255, 255}}, Case{0, 128, 128, {0, 0, 0}}, Case{81, 90, 240, {0, 0, 254}}}) {
+    const uint8_t y[4] = {c.y, c.y, c.y, c.y};
+    reference::Pixel got[4];
+    Yv12ToRgb24(got[0].data(), 2, y, &c.u, &c.v, 2, 1, 2, 2);
+    for (const reference::Pixel& pixel : got)
+      EXPECT_EQ(c.want, pixel) << int{c.y};
+  }
+  for (const auto& [grey, luma] : {std::pair{uint8_t{0}, 16}, {uint8_t{255}, 235}}) {
+    const std::vector<uint8_t> bgr(12, grey);
+    uint8_t y[4], u, v;
+    Rgb24ToYv12(y, &u, &v, bgr.data(), 2, 2, 2);
+    EXPECT_EQ((std::array<int, 4>{luma, luma, 128, 128}), (std::array<int, 4>{y[0], y[3], u, v}));
+  }
+}
+
+TEST(ConvertValues, GreySnapshot) {
+  const std::vector<uint8_t> y(256, 128), uv(64, 128);
+  std::vector<uint8_t> bgr(768);
+  YuvToBottomUpBgr24(bgr.data(), y.data(), 16, uv.data(), 8, uv.data(), 8, 16, 16);
+  EXPECT_EQ(std::vector<uint8_t>(768, 130), bgr);
+}
+
+}  // namespace

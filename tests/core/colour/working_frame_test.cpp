@@ -1,0 +1,254 @@
+// SPDX-License-Identifier: MIT
+#include "display/working_frame.h"
+
+#include <cstring>
+#include <limits>
+#include <memory>
+
+#include "core/colour/reference.h"
+#include "core/colour/variants.h"
+
+/// Read by the address sanitiser: the tests ask for more memory than there is, and get none.
+extern "C" const char* __asan_default_options();
+extern "C" const char* __asan_default_options() {
+  return "allocator_may_return_null=1";
+}
+
+namespace {
+
+using reference::Settings;
+
+struct Layout {
+  uint32_t height;
+  int32_t strideY, strideU, strideV;
+};
+
+/// A client's frame whose planes end where they must.
+struct ClientFrame {
+  ClientFrame(const Layout& l, GuardedBuffer yPlane, GuardedBuffer uPlane, GuardedBuffer vPlane)
+      : layout(l), y(std::move(yPlane)), u(std::move(uPlane)), v(std::move(vPlane)) {}
+  FrameView View() const {
+    return {y.data(), layout.strideY, u.data(), layout.strideU, v.data(), layout.strideV};
+  }
+  Layout layout;
+  GuardedBuffer y, u, v;
+};
+
+struct Planes {
+  std::vector<uint8_t> y, u, v;
+};
+
+void Mirror(std::vector<uint8_t>& plane, size_t rows, size_t width, uint32_t mode) {
+  const std::vector<uint8_t> in = plane;
+  for (size_t row = 0; row < rows && (row + 1) * width <= in.size(); ++row) {
+    // A plane with fewer rows of this width than the frame has turns within the rows that it has.
+    const size_t present = std::min(rows, width ? in.size() / width : 0);
+    const size_t from = mode == 2 ? present - 1 - row : row;
+    for (size_t x = 0; x < width; ++x)
+      plane[row * width + x] = in[from * width + (width - 1 - x)];
+  }
+}
+
+/// The definition, step by step: copy, adjust, mirror.
+Planes Expected(const ClientFrame& f, uint32_t mode, const Settings& s, bool adjust) {
+  Planes p{{f.y.begin(), f.y.end()}, {f.u.begin(), f.u.end()}, {f.v.begin(), f.v.end()}};
+  if (adjust) {
+    for (uint8_t& y : p.y)
+      y = reference::AdjustLuma(y, s);
+    const size_t count = static_cast<size_t>(f.layout.strideU) * f.layout.height / 2;
+    for (size_t i = 0; i < std::min({count, p.u.size(), p.v.size()}); ++i)
+      reference::AdjustChroma(p.u[i], p.v[i], s);
+  }
+  if (mode == 1 || mode == 2) {
+    const auto chromaWidth = static_cast<size_t>(f.layout.strideV);
+    Mirror(p.y, f.layout.height, static_cast<size_t>(f.layout.strideY), mode);
+    Mirror(p.u, f.layout.height / 2, chromaWidth, mode);
+    Mirror(p.v, f.layout.height / 2, chromaWidth, mode);
+  }
+  return p;
+}
+
+void ExpectPlane(const std::vector<uint8_t>& want, const uint8_t* got, const char* name) {
+  for (size_t i = 0; i < want.size(); ++i)
+    ASSERT_EQ(want[i], got[i]) << name << " byte " << i << " of " << want.size();
+}
+
+void ExpectPlanes(const Planes& want, const FrameView& got) {
+  ASSERT_NO_FATAL_FAILURE(ExpectPlane(want.y, got.y, "Y"));
+  ASSERT_NO_FATAL_FAILURE(ExpectPlane(want.u, got.u, "U"));
+  ASSERT_NO_FATAL_FAILURE(ExpectPlane(want.v, got.v, "V"));
+}
+
+bool IsActive(const Settings& s) {
+  return IsAdjustActive({s.brightness, s.contrast, s.saturation, s.hue});
+}
+
+FrameView Prepare(WorkingFrame& working, const ClientFrame& f, uint32_t mode, const Settings& s) {
+  return working.Prepare(f.View(), f.layout.height, mode, {s.brightness, s.contrast, s.saturation, s.hue});
+}
+
+class Working : public KernelTest {
+ protected:
+  ClientFrame MakeFrame(const Layout& l) {
+    const auto bytes = [](uint32_t rows, int32_t stride) {
+      return size_t{rows} * static_cast<size_t>(stride);
+    };
+    return {l, RandomBytes(bytes(l.height, l.strideY)), RandomBytes(bytes(l.height / 2, l.strideU)),
+            RandomBytes(bytes(l.height / 2, l.strideV))};
+  }
+
+  /// Now and then a setting is 0 or at an end.
+  int32_t Setting(int32_t limit) {
+    const int32_t kind = Random(0, 9);
+    if (kind < 3) return 0;
+    if (kind == 3) return limit;
+    return kind == 4 ? -limit : Random(-limit, limit);
+  }
+  Settings RandomSettings() { return {Setting(127), Setting(100), Setting(100), Setting(180)}; }
+
+  void Check(const ClientFrame& f, uint32_t mode, const Settings& s) {
+    const Planes before{{f.y.begin(), f.y.end()}, {f.u.begin(), f.u.end()}, {f.v.begin(), f.v.end()}};
+    ASSERT_NO_FATAL_FAILURE(ExpectPlanes(Expected(f, mode, s, IsActive(s)), Prepare(m_working, f, mode, s)));
+    ASSERT_NO_FATAL_FAILURE(ExpectPlanes(before, f.View())) << "the client's frame was written";
+  }
+
+  WorkingFrame m_working;
+};
+
+TEST_P(Working, EverySampleUnderManySettings) {
+  const ClientFrame f = MakeFrame({512, 256, 256, 256});
+  for (size_t i = 0; i < 65536; ++i) {
+    f.y[i * 2] = static_cast<uint8_t>(i);
+    f.u[i] = static_cast<uint8_t>(i / 256);
+    f.v[i] = static_cast<uint8_t>(i);
+  }
+  for (int32_t round = 0; round < 120; ++round) {
+    const Settings s = RandomSettings();
+    SCOPED_TRACE(testing::Message() << "brightness " << s.brightness << ", contrast " << s.contrast
+                                    << ", saturation " << s.saturation << ", hue " << s.hue);
+    ASSERT_NO_FATAL_FAILURE(Check(f, static_cast<uint32_t>(round % 4), s));
+  }
+}
+
+TEST_P(Working, EveryBrightnessAndContrastOnLuma) {
+  const ClientFrame f = MakeFrame({1, 256, 0, 0});
+  for (size_t i = 0; i < 256; ++i)
+    f.y[i] = static_cast<uint8_t>(i);
+  for (int32_t contrast = -100; contrast <= 100; ++contrast) {
+    for (int32_t brightness = -127; brightness <= 127; ++brightness) {
+      const Settings s{brightness, contrast, 0, 0};
+      const uint8_t* const got = Prepare(m_working, f, 3, s).y;
+      for (size_t i = 0; i < 256; ++i)
+        ASSERT_EQ(reference::AdjustLuma(f.y[i], s), got[i]) << i << ": " << brightness << ", " << contrast;
+    }
+  }
+}
+
+TEST_P(Working, EverySaturationAndContrastOnChroma) {
+  const ClientFrame f = MakeFrame({2, 0, 256, 256});
+  for (size_t i = 0; i < 256; ++i)
+    f.u[i] = f.v[i] = static_cast<uint8_t>(i);
+  for (int32_t contrast = -100; contrast <= 100; contrast += 3) {
+    for (int32_t saturation = -100; saturation <= 100; ++saturation)
+      ASSERT_NO_FATAL_FAILURE(Check(f, 3, {0, contrast, saturation, 0})) << contrast << ", " << saturation;
+  }
+}
+
+TEST_P(Working, AllWidthsMirroredAndAdjusted) {
+  for (int32_t width = 0; width < 300; ++width) {
+    const Layout layout{static_cast<uint32_t>(Random(0, 7)), width, width / 2, width / 2};
+    const ClientFrame f = MakeFrame(layout);
+    for (uint32_t mode = 0; mode < 4; ++mode)
+      ASSERT_NO_FATAL_FAILURE(Check(f, mode, RandomSettings())) << width << " x " << layout.height;
+  }
+}
+
+TEST_P(Working, DifferentChromaStrides) {
+  for (int32_t round = 0; round < 300; ++round) {
+    const Layout layout{static_cast<uint32_t>(Random(0, 9)), Random(0, 90), Random(0, 70), Random(0, 70)};
+    const ClientFrame f = MakeFrame(layout);
+    const auto mode = static_cast<uint32_t>(Random(0, 3));
+    ASSERT_NO_FATAL_FAILURE(Check(f, mode, RandomSettings()))
+        << layout.height << " rows, strides " << layout.strideU << " and " << layout.strideV;
+  }
+}
+
+INSTANTIATE_KERNEL_TEST(Working);
+
+TEST(WorkingFrame, KnownValues) {
+  WorkingFrame working;
+  const auto luma = [&](uint8_t value, const ColorValues& c) {
+    return int{*working.Prepare({&value, 1, nullptr, 0, nullptr, 0}, 1, 0, c).y};
+  };
+  EXPECT_EQ(210, luma(200, {.brightness = 10}));
+  EXPECT_EQ(255, luma(250, {.brightness = 10}));
+  EXPECT_EQ(255, luma(200, {.contrast = 100}));
+  EXPECT_EQ(72, luma(100, {.contrast = 100}));
+  // -3.5 and -0.8 below the middle, 3.5 above it: truncated toward the middle.
+  EXPECT_EQ(125, luma(121, {.contrast = -50}));
+  EXPECT_EQ(131, luma(135, {.contrast = -50}));
+  EXPECT_EQ(128, luma(127, {.contrast = -20}));
+
+  const auto chroma = [&](uint8_t u, uint8_t v, const ColorValues& c) {
+    const FrameView f = working.Prepare({nullptr, 0, &u, 1, &v, 1}, 2, 0, c);
+    return std::pair<int, int>{*f.u, *f.v};
+  };
+  EXPECT_EQ(std::pair(3, 250), chroma(3, 250, {.brightness = 10}));
+  EXPECT_EQ(std::pair(128, 128), chroma(3, 250, {.saturation = -100}));
+  // A quarter turn of a little less than 90 degrees: u takes v, short of 41, and v takes the new u.
+  EXPECT_EQ(std::pair(168, 168), chroma(28, 169, {.hue = 90}));
+}
+
+TEST(WorkingFrame, HalfTurnOfFourByTwo) {
+  uint8_t y[] = {'a', 'b', 'c', 'd', 'e', 'f', 'g', 'h'}, u[] = {1, 2}, v[] = {3, 4};
+  WorkingFrame working;
+  const FrameView turned = working.Prepare({y, 4, u, 2, v, 2}, 2, 2, {});
+  EXPECT_EQ(0, std::memcmp(turned.y, "hgfedcba", 8));
+  EXPECT_EQ(2, turned.u[0]);
+  EXPECT_EQ(4, turned.v[0]);
+  const FrameView flipped = working.Prepare({y, 4, u, 2, v, 2}, 2, 1, {});
+  EXPECT_EQ(0, std::memcmp(flipped.y, "dcbahgfe", 8));
+}
+
+TEST(WorkingFrame, OneValueOutOfRangeSwitchesOff) {
+  EXPECT_FALSE(IsAdjustActive({}));
+  for (const ColorValues& c : {ColorValues{127, 0, 0, 0}, {-127, 100, 100, 180}, {0, -100, -100, -180}})
+    EXPECT_TRUE(IsAdjustActive(c));
+  for (const ColorValues& c : {ColorValues{128, 5, 5, 5},
+                               {-128, 5, 5, 5},
+                               {5, 101, 5, 5},
+                               {5, -101, 5, 5},
+                               {5, 5, 101, 5},
+                               {5, 5, -101, 5},
+                               {5, 5, 5, 181},
+                               {5, 5, 5, -181}})
+    EXPECT_FALSE(IsAdjustActive(c));
+  uint8_t y[] = {10, 20};
+  WorkingFrame working;
+  const FrameView copy = working.Prepare({y, 2, nullptr, 0, nullptr, 0}, 1, 1, {200, 0, 0, 0});
+  EXPECT_EQ(20, copy.y[0]);
+  EXPECT_EQ(10, copy.y[1]);
+}
+
+TEST(WorkingFrame, WhatCannotBeCopiedStaysTheClients) {
+  uint8_t y[4] = {}, u[2] = {}, v[2] = {};
+  WorkingFrame working;
+  const auto expectClients = [&](const FrameView& client, uint32_t height) {
+    const FrameView shown = working.Prepare(client, height, 1, {10, 10, 10, 10});
+    EXPECT_TRUE(shown.y == client.y && shown.u == client.u && shown.v == client.v);
+  };
+  expectClients({y, -2, u, 1, v, 1}, 2);
+  expectClients({y, 2, u, -1, v, 1}, 2);
+  expectClients({nullptr, 2, u, 1, v, 1}, 2);
+  expectClients({y, 2, u, 1, nullptr, 1}, 2);
+  expectClients({y, 0, u, 0, v, 0}, 2);
+  // More than any machine has: the sizes do not wrap into something small.
+  constexpr int32_t kHuge = std::numeric_limits<int32_t>::max();
+  expectClients({y, kHuge, u, kHuge, v, kHuge}, std::numeric_limits<uint32_t>::max());
+  // A single row has no chroma.
+  const FrameView row = working.Prepare({y, 4, u, 2, v, 2}, 1, 1, {});
+  EXPECT_NE(y, row.y);
+  EXPECT_EQ(u, row.u);
+}
+
+}  // namespace
