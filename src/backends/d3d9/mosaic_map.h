@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// Privacy mosaics in thousandths of the frame: from the displayed picture to the frame and back to pixels.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+
+#include "backends/d3d9/zoom.h"
+#include "display/pixel_rect.h"
+
+/// Thousandths of the frame. Clients may store any values.
+struct MilleRect {
+  int32_t left = 0;
+  int32_t top = 0;
+  int32_t right = 0;
+  int32_t bottom = 0;
+
+  constexpr bool Empty() const { return right <= left || bottom <= top; }
+  constexpr bool operator==(const MilleRect&) const = default;
+};
+
+struct MillePoint {
+  int32_t x = 0;
+  int32_t y = 0;
+
+  constexpr bool operator==(const MillePoint&) const = default;
+};
+
+/// The part of the frame under a rectangle of the displayed picture, within 0..1000; nothing for an unknown
+/// mirror mode or zoom.
+std::optional<MilleRect> FrameRectUnder(const MilleRect& displayed, const ZoomState& zoom,
+                                        uint32_t mirrorMode);
+std::optional<MillePoint> FramePointUnder(const MillePoint& displayed, const ZoomState& zoom,
+                                          uint32_t mirrorMode);
+
+/// Index of the first mosaic over a frame point, or -1.
+int32_t PickMosaic(std::span<const MilleRect> mosaics, const MillePoint& point);
+
+/// Where a mosaic lies on the surface, which holds the mirrored and zoomed picture. Clipped to the surface
+/// and empty when the zoom window does not touch the mosaic.
+PixelRect MosaicOnSurface(const MilleRect& mosaic, const ZoomState& zoom, uint32_t mirrorMode, int32_t width,
+                          int32_t height);

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// Copies of a frame into a locked surface. A surface may lie in a card's memory, so it is only written, front
+// to back, and never read. Negative strides are fine; planes must hold the surface's width and height.
+#pragma once
+
+#include <cstdint>
+
+#include "backends/d3d9/yv12_surface.h"
+#include "backends/d3d9/zoom.h"
+#include "display/frame_view.h"
+#include "display/pixel_rect.h"
+
+/// Whether the planes can hold such a frame: none missing, and rows that do not overlap. A stride of 0
+/// repeats one row.
+bool HoldsFrame(const FrameView& frame, int32_t width, int32_t height);
+
+void CopyPlain(const Yv12Surface& surface, const FrameView& frame);
+
+/// The zoom window enlarged to the whole surface, each sample repeated. Where rounding puts the window beyond
+/// the frame, the frame's last column or row is repeated.
+void CopyZoomed(const Yv12Surface& surface, const FrameView& frame, const ZoomState& zoom);
+
+/// The area in which rows repeat, in luma pixels and the chroma planes' halves of them. Rows between top and
+/// bottom, both excluded, are only fresh when `level` divides their number; level 0 counts as 1.
+struct MosaicArea {
+  PixelRect rect;
+  uint32_t level = 1;
+};
+void CopyWithMosaicArea(const Yv12Surface& surface, const FrameView& frame, const MosaicArea& area);

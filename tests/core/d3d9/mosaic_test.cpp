@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "backends/d3d9/mosaic_blocks.h"
+#include "backends/d3d9/mosaic_map.h"
+#include "backends/d3d9/zoom.h"
+#include "surface_reference.h"
+
+namespace {
+
+constexpr int32_t kLowest = std::numeric_limits<int32_t>::min();
+constexpr int32_t kHighest = std::numeric_limits<int32_t>::max();
+
+TEST(Zoom, CentresTheWindowOnTheClickedPoint) {
+  EXPECT_EQ(ZoomTo({}, 0, 500, 500, 2), (ZoomState{250, 250, 2}));
+  EXPECT_EQ(ZoomTo({}, 0, 0, 1000, 4), (ZoomState{0, 750, 4}));
+  EXPECT_EQ(ZoomTo({250, 250, 2}, 0, 500, 100, 4), (ZoomState{375, 175, 4}));
+  EXPECT_EQ(ZoomTo({}, 0, 500, 500, 3), (ZoomState{334, 334, 3})) << "extents are truncated";
+}
+
+TEST(Zoom, MapsClicksOnMirroredPictures) {
+  EXPECT_EQ(ZoomTo({}, 1, 100, 600, 4), (ZoomState{750, 475, 4}));
+  EXPECT_EQ(ZoomTo({}, 2, 300, 600, 4), (ZoomState{575, 275, 4}));
+  EXPECT_EQ(ZoomTo({200, 100, 2}, 1, 400, 400, 4), (ZoomState{375, 175, 4}));
+  EXPECT_EQ(ZoomTo({200, 100, 2}, 7, 400, 400, 4), (ZoomState{275, 275, 4})) << "unknown mirror mode";
+}
+
+TEST(Zoom, LimitsFactors) {
+  const ZoomState zoomed{100, 200, 8};
+  EXPECT_EQ(ZoomTo(zoomed, 0, 900, 900, 8), zoomed) << "clicking at 8 does not pan";
+  EXPECT_EQ(ZoomTo({100, 200, 2}, 0, 0, 0, 12), zoomed) << "beyond 8 the window stays";
+  EXPECT_EQ(ZoomTo(zoomed, 0, 900, 900, 1), ZoomState{});
+  EXPECT_EQ(ZoomTo(zoomed, 0, 900, 900, 0), ZoomState{});
+  EXPECT_EQ(ZoomTo(zoomed, 0, 900, 900, kLowest), ZoomState{});
+  EXPECT_EQ(ZoomTo({}, 0, 500, 500, 8).factor, 8);
+}
+
+TEST(Zoom, StaysInTheFrameForAnyPoint) {
+  for (uint32_t mirror = 0; mirror < 4; ++mirror)
+    for (int32_t point : {kLowest, -1, 0, 1001, kHighest})
+      for (int32_t factor = 2; factor <= 8; ++factor) {
+        const ZoomState zoom = ZoomTo({}, mirror, point, point, factor);
+        EXPECT_GE(zoom.x, 0);
+        EXPECT_LE(zoom.y, 1000 - 1000 / factor);
+      }
+}
+
+TEST(Zoom, GivesTheWindowInPixels) {
+  EXPECT_EQ(ZoomWindow({}, 352, 288), (PixelRect{0, 0, 352, 288}));
+  EXPECT_EQ(ZoomWindow({334, 667, 3}, 1920, 1080), (PixelRect{641, 720, 1281, 1080}));
+}
+
+TEST(MosaicMap, FindsTheFrameUnderTheDisplayedPicture) {
+  const MilleRect drawn{100, 200, 300, 600};
+  EXPECT_EQ(FrameRectUnder(drawn, {}, 0), drawn);
+  EXPECT_EQ(FrameRectUnder(drawn, {}, 1), (MilleRect{700, 200, 900, 600}));
+  EXPECT_EQ(FrameRectUnder(drawn, {}, 2), (MilleRect{700, 400, 900, 800}));
+  const ZoomState zoom{400, 300, 2};
+  EXPECT_EQ(FrameRectUnder(drawn, zoom, 0), (MilleRect{450, 400, 550, 600}));
+  EXPECT_EQ(FrameRectUnder(drawn, zoom, 1), (MilleRect{750, 400, 850, 600}));
+  EXPECT_EQ(FrameRectUnder(drawn, zoom, 2), (MilleRect{750, 500, 850, 700}));
+  EXPECT_EQ(FrameRectUnder({-50, -1, 1200, 5000}, {}, 0), (MilleRect{0, 0, 1000, 1000}));
+  EXPECT_EQ(FrameRectUnder({kLowest, kLowest, kHighest, kHighest}, {}, 2), (MilleRect{0, 0, 1000, 1000}));
+  EXPECT_EQ(FrameRectUnder(drawn, {}, 3), std::nullopt);
+  EXPECT_EQ(FrameRectUnder(drawn, {0, 0, 9}, 0), std::nullopt);
+
+  EXPECT_EQ(FramePointUnder({100, 600}, zoom, 0), (MillePoint{450, 600}));
+  EXPECT_EQ(FramePointUnder({100, 600}, zoom, 1), (MillePoint{850, 600}));
+  EXPECT_EQ(FramePointUnder({100, 600}, zoom, 2), (MillePoint{850, 500}));
+  EXPECT_EQ(FramePointUnder({-9000, kHighest}, {}, 0), (MillePoint{0, 1000}));
+  EXPECT_EQ(FramePointUnder({0, 0}, {}, 3), std::nullopt);
+}
+
+TEST(MosaicMap, PicksTheFirstMosaicOverAPoint) {
+  const MilleRect mosaics[] = {{100, 100, 200, 200}, {150, 150, 400, 400}};
+  EXPECT_EQ(PickMosaic(mosaics, {100, 100}), 0);
+  EXPECT_EQ(PickMosaic(mosaics, {199, 199}), 0);
+  EXPECT_EQ(PickMosaic(mosaics, {200, 200}), 1);
+  EXPECT_EQ(PickMosaic(mosaics, {400, 300}), -1);
+  EXPECT_EQ(PickMosaic({}, {0, 0}), -1);
+}
+
+TEST(MosaicMap, PutsMosaicsWhereThePictureShowsThem) {
+  const MilleRect mosaic{100, 200, 300, 600};
+  EXPECT_EQ(MosaicOnSurface(mosaic, {}, 0, 1000, 500), (PixelRect{100, 100, 300, 300}));
+  EXPECT_EQ(MosaicOnSurface(mosaic, {}, 1, 1000, 500), (PixelRect{700, 100, 900, 300}));
+  EXPECT_EQ(MosaicOnSurface(mosaic, {}, 2, 1000, 500), (PixelRect{700, 200, 900, 400}));
+  EXPECT_EQ(MosaicOnSurface(mosaic, {}, 9, 1000, 500), (PixelRect{700, 100, 900, 300}));
+  EXPECT_EQ(MosaicOnSurface({0, 0, 1000, 1000}, {}, 0, 353, 99), (PixelRect{0, 0, 353, 99}));
+
+  EXPECT_EQ(MosaicOnSurface(mosaic, {50, 300, 2}, 0, 1000, 500), (PixelRect{100, 0, 500, 300}));
+  EXPECT_EQ(MosaicOnSurface(mosaic, {0, 0, 4}, 0, 1000, 500), (PixelRect{400, 400, 1000, 500}));
+  EXPECT_EQ(MosaicOnSurface(mosaic, {0, 300, 2}, 1, 1000, 500), (PixelRect{400, 0, 800, 300}));
+  EXPECT_EQ(MosaicOnSurface(mosaic, {0, 0, 2}, 2, 1000, 500), (PixelRect{400, 0, 800, 300}));
+  EXPECT_TRUE(MosaicOnSurface(mosaic, {301, 0, 2}, 0, 1000, 500).Empty());
+  EXPECT_TRUE(MosaicOnSurface(mosaic, {0, 601, 3}, 0, 1000, 500).Empty());
+}
+
+TEST(MosaicMap, ClipsWhateverTheClientStored) {
+  for (const MilleRect& wild :
+       {MilleRect{kLowest, kLowest, kHighest, kHighest}, MilleRect{-5, 900, 5000, 80000},
+        MilleRect{kHighest, kHighest, kLowest, kLowest}}) {
+    for (uint32_t mirror = 0; mirror < 3; ++mirror) {
+      for (int32_t factor = 1; factor <= 8; ++factor) {
+        const PixelRect rect = MosaicOnSurface(wild, {0, 0, factor}, mirror, 640, 480);
+        EXPECT_EQ(rect, Intersect(rect, {0, 0, 640, 480})) << mirror << " " << factor;
+      }
+    }
+  }
+}
+
+/// The sample that stands for a surface pixel.
+uint8_t BlockSample(const TestFrame& frame, const ZoomState& zoom, uint32_t mirror, int32_t row,
+                    int32_t column) {
+  const int32_t x0 = zoom.x * frame.width / 1000;
+  const int32_t y0 = zoom.y * frame.height / 1000;
+  const int32_t x1 = x0 + frame.width / zoom.factor;
+  const int32_t y1 = y0 + frame.height / zoom.factor;
+  int32_t x = x0 / 16 * 16 + column / zoom.factor / 16 * 16;
+  int32_t y = (row / zoom.factor + y0) / 16 * 16;
+  if (mirror == 1 || mirror == 2) x = x1 - 1 - column / zoom.factor / 16 * 16;
+  if (mirror == 2) y = y1 - 1 - row / zoom.factor / 16 * 16;
+  x = std::clamp(x, 0, frame.width - 1);
+  y = std::clamp(y, 0, frame.height - 1);
+  return frame.y[static_cast<size_t>(y * frame.strideY + x)];
+}
+
+void ExpectPixelated(TestFrame& frame, const PixelRect& area, const ZoomState& zoom, uint32_t mirror) {
+  TestSurface surface(frame.width, frame.height, frame.width + 4);
+  TestSurface expected = surface;
+  expected.view.bits = expected.bytes.data();
+  PixelateLuma(surface.view, frame.View(), area, zoom, mirror);
+  FillPlane(expected.view.Luma(), [&](int32_t row, int32_t column) {
+    const bool inside = column >= area.left && column < area.right && row >= area.top && row < area.bottom;
+    return inside ? BlockSample(frame, zoom, mirror, row, column) : kUntouched;
+  });
+  EXPECT_EQ(surface, expected) << "zoom " << zoom.factor << " mirror " << mirror;
+}
+
+TEST(MosaicBlocks, ShowOneSamplePerBlock) {
+  std::mt19937 random(6);
+  for (const auto& [width, height] : {std::pair{160, 90}, std::pair{353, 65}, std::pair{4500, 20}}) {
+    TestFrame frame = RandomFrame(width, height, random, 5);
+    for (int32_t factor = 1; factor <= 8; ++factor) {
+      for (uint32_t mirror = 0; mirror < 4; ++mirror) {
+        const int32_t furthest = factor == 1 ? 0 : 1000 - 1000 / factor;
+        const ZoomState zoom{furthest, furthest / 2, factor};
+        ExpectPixelated(frame, {0, 0, width, height}, zoom, mirror);
+        ExpectPixelated(frame, {33, 7, width - 5, height - 1}, zoom, mirror);
+        ExpectPixelated(frame, {50, 5, 50, 10}, zoom, mirror);
+      }
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#include "backends/d3d9/surface_copy.h"
+
+#include <gtest/gtest.h>
+
+#include "backends/d3d9/frame_strides.h"
+#include "surface_reference.h"
+
+namespace {
+
+struct Shape {
+  int32_t width;
+  int32_t height;
+  int32_t pitch;
+  int32_t padding;
+};
+
+// Odd sizes, pitches whose half is not whole, wider than one chunk of the zoomed copy, no chroma at all.
+constexpr Shape kShapes[] = {{64, 48, 64, 0},    {64, 48, 80, 16}, {33, 17, 36, 3},   {7, 9, 9, 0},
+                             {4200, 6, 4200, 8}, {1, 1, 4, 0},     {352, 31, 352, 32}};
+
+TEST(SurfaceCopy, PutsEachPlaneInItsPlace) {
+  std::mt19937 random(1);
+  for (const Shape& s : kShapes) {
+    TestFrame frame = RandomFrame(s.width, s.height, random, s.padding);
+    TestSurface surface(s.width, s.height, s.pitch);
+    CopyPlain(surface.view, frame.View());
+    EXPECT_EQ(surface, ReferenceZoom(frame, s.pitch, {})) << s.width << "x" << s.height;
+  }
+}
+
+TEST(SurfaceCopy, PutsVBeforeU) {
+  TestFrame frame = FlatFrame(4, 4, 1, 2, 3);
+  TestSurface surface(4, 4, 4);
+  CopyPlain(surface.view, frame.View());
+  EXPECT_EQ(surface.bytes, std::vector<uint8_t>({1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1,  //
+                                                 3, 3, 3, 3, 2, 2, 2, 2}));
+}
+
+TEST(SurfaceCopy, ReadsFramesStoredBottomUp) {
+  std::mt19937 random(2);
+  TestFrame frame = RandomFrame(16, 8, random);
+  FrameView f = frame.View();
+  TestSurface upright(16, 8, 16);
+  CopyPlain(upright.view, f);
+  f.y += 7 * 16;
+  f.u += 3 * 8;
+  f.v += 3 * 8;
+  f.strideY = -16;
+  f.strideU = f.strideV = -8;
+  TestSurface flipped(16, 8, 16);
+  CopyPlain(flipped.view, f);
+  for (int row = 0; row < 8; ++row)
+    EXPECT_TRUE(std::equal(upright.view.Luma().Row(row), upright.view.Luma().Row(row) + 16,
+                           flipped.view.Luma().Row(7 - row)));
+}
+
+TEST(SurfaceCopy, EnlargesTheZoomWindowAtEveryFactorAndPlace) {
+  std::mt19937 random(3);
+  for (const Shape& s : kShapes) {
+    TestFrame frame = RandomFrame(s.width, s.height, random, s.padding);
+    for (int32_t factor = 2; factor <= kMaxZoom; ++factor) {
+      const int32_t furthest = 1000 - 1000 / factor;
+      for (const auto& [x, y] :
+           {std::pair{0, 0}, std::pair{furthest, furthest}, std::pair{furthest / 3, 77}}) {
+        const ZoomState zoom{x, y, factor};
+        TestSurface surface(s.width, s.height, s.pitch);
+        CopyZoomed(surface.view, frame.View(), zoom);
+        EXPECT_EQ(surface, ReferenceZoom(frame, s.pitch, zoom))
+            << s.width << "x" << s.height << " zoom " << factor << " at " << x << "," << y;
+      }
+    }
+  }
+}
+
+TEST(SurfaceCopy, RepeatsRowsOnlyInTheMosaicArea) {
+  std::mt19937 random(4);
+  for (const Shape& s : kShapes) {
+    TestFrame frame = RandomFrame(s.width, s.height, random, s.padding);
+    const int32_t w = s.width;
+    const int32_t h = s.height;
+    for (const PixelRect& rect : {PixelRect{w / 4, h / 4, w * 3 / 4, h * 3 / 4}, PixelRect{0, 0, w, h},
+                                  PixelRect{3, 1, 4, h}, PixelRect{0, 0, 0, 0}}) {
+      for (uint32_t level : {1u, 2u, 5u, 4000000000u}) {
+        const MosaicArea area{rect, std::min(level, 1u << 30)};
+        TestSurface surface(w, h, s.pitch);
+        CopyWithMosaicArea(surface.view, frame.View(), area);
+        EXPECT_EQ(surface, ReferenceArea(frame, s.pitch, area)) << w << "x" << h << " level " << level;
+      }
+    }
+  }
+}
+
+TEST(SurfaceCopy, TakesAnyMosaicAreaAndLevel) {
+  std::mt19937 random(5);
+  TestFrame frame = RandomFrame(32, 32, random);
+  TestSurface plain(32, 32, 32);
+  CopyPlain(plain.view, frame.View());
+  const auto copied = [&](const PixelRect& rect, uint32_t level) {
+    TestSurface surface(32, 32, 32);
+    CopyWithMosaicArea(surface.view, frame.View(), {rect, level});
+    return surface;
+  };
+  EXPECT_EQ(copied({0, 0, 32, 32}, 0), plain) << "level 0 counts as 1";
+  EXPECT_EQ(copied({20, 4, 10, 30}, 4), plain) << "right before left";
+  EXPECT_EQ(copied({INT32_MIN, INT32_MIN, INT32_MIN, INT32_MIN}, 4), plain);
+  EXPECT_EQ(copied({-50, 0, 500, 90}, 4), copied({0, 0, 32, 90}, 4));
+  EXPECT_EQ(copied({0, -9, INT32_MAX, INT32_MAX}, 4), copied({0, 0, 32, 32}, 4));
+}
+
+TEST(SurfaceCopy, RefusesPlanesThatCannotHoldTheFrame) {
+  TestFrame frame = FlatFrame(16, 16, 0, 0, 0);
+  const FrameView good = frame.View();
+  EXPECT_TRUE(HoldsFrame(good, 16, 16));
+  const auto with = [&](auto change) {
+    FrameView f = good;
+    change(f);
+    return HoldsFrame(f, 16, 16);
+  };
+  EXPECT_FALSE(with([](FrameView& f) { f.y = nullptr; }));
+  EXPECT_FALSE(with([](FrameView& f) { f.u = nullptr; }));
+  EXPECT_FALSE(with([](FrameView& f) { f.strideY = 15; }));
+  EXPECT_FALSE(with([](FrameView& f) { f.strideV = -7; }));
+  EXPECT_TRUE(with([](FrameView& f) { f.strideY = -16; }));
+  EXPECT_TRUE(with([](FrameView& f) { f.strideU = 0; }));
+  EXPECT_TRUE(HoldsFrame({good.y, 16, nullptr, 0, nullptr, 0}, 16, 1)) << "no chroma rows to hold";
+}
+
+TEST(FrameStrides, TellALayoutFromTheLastFrames) {
+  EXPECT_FALSE(StridesChanged({}, {64, 32, 32})) << "the first frame";
+  EXPECT_FALSE(StridesChanged({64, 32, 32}, {64, 32, 32}));
+  EXPECT_TRUE(StridesChanged({64, 32, 32}, {80, 32, 32}));
+  EXPECT_TRUE(StridesChanged({64, 32, 32}, {-64, 32, 32})) << "the luma stride's sign is not asked for";
+  EXPECT_TRUE(StridesChanged({64, 32, 32}, {64, 40, 32}));
+  EXPECT_TRUE(StridesChanged({64, 32, 32}, {64, 32, 40}));
+  EXPECT_FALSE(StridesChanged({64, 32, 32}, {80, 0, 40}));
+  EXPECT_FALSE(StridesChanged({64, 32, 32}, {80, 40, -40}));
+  EXPECT_FALSE(StridesChanged({-64, 32, 32}, {64, 32, 32})) << "after a bottom-up frame";
+}
+
+}  // namespace
