@@ -4,9 +4,11 @@
 
 #include <windows.h>
 
+#include <gtest/gtest.h>
 #include <tlhelp32.h>
 #include <winternl.h>
 
+#include <ostream>
 #include <vector>
 
 namespace {
@@ -74,8 +76,49 @@ size_t CountHeaps() {
   return bytes;
 }
 
+/// Counts entries in use of the table that the process environment block points to.
+int CountGdiObjects() {
+  constexpr size_t kTableInPeb = 0xF8;
+  constexpr size_t kEntries = 65536;
+  constexpr size_t kEntrySize = 24;
+  constexpr size_t kTypeInEntry = 14;
+  PROCESS_BASIC_INFORMATION process{};
+  NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof(process), nullptr);
+  const auto* peb = reinterpret_cast<const std::byte*>(process.PebBaseAddress);
+  const auto* table = *reinterpret_cast<const std::byte* const*>(peb + kTableInPeb);
+  int count = 0;
+  for (size_t i = 0; table && i < kEntries; ++i)
+    count += std::to_integer<int>(table[i * kEntrySize + kTypeInEntry]) != 0;
+  return count;
+}
+
+BOOL CALLBACK CountWindow(HWND, LPARAM count) {
+  ++*reinterpret_cast<int*>(count);
+  return TRUE;
+}
+
+int CountWindows() {
+  int count = 0;
+  EnumThreadWindows(GetCurrentThreadId(), &CountWindow, reinterpret_cast<LPARAM>(&count));
+  return count;
+}
+
 }  // namespace
 
 ProcessCounts CountProcess() {
-  return {CountThreads(), CountHandles(), CountHeaps()};
+  return {CountThreads(), CountHandles(), CountHeaps(), CountGdiObjects(), CountWindows()};
+}
+
+void PrintTo(const ProcessCounts& c, std::ostream* out) {
+  *out << c.threads << " threads, " << c.handles << " handles, " << c.heapBytes << " heap bytes, "
+       << c.gdiObjects << " GDI objects, " << c.windows << " windows";
+}
+
+void ExpectNoGrowth(const ProcessCounts& before, const ProcessCounts& after, size_t heapSlack) {
+  SCOPED_TRACE(testing::PrintToString(before) + " -> " + testing::PrintToString(after));
+  EXPECT_LE(after.threads, before.threads);
+  EXPECT_LE(after.handles, before.handles + 2);
+  EXPECT_LE(after.heapBytes, before.heapBytes + heapSlack);
+  EXPECT_LE(after.gdiObjects, before.gdiObjects + 1);
+  EXPECT_LE(after.windows, before.windows);
 }

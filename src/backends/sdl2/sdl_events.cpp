@@ -32,6 +32,10 @@ int SDLCALL KeepForeign(void*, SDL_Event* event) {
   return NamesWindow(event->type) && DisplayerOf(event->window.windowID) ? 0 : 1;
 }
 
+int SDLCALL KeepOthers(void* windowId, SDL_Event* event) {
+  return NamesWindow(event->type) && event->window.windowID == *static_cast<const uint32_t*>(windowId) ? 0 : 1;
+}
+
 void CountWaiting() {
   if (g_waiting.fetch_add(1, std::memory_order_relaxed) < kMaxWaiting) return;
   g_waiting.store(0, std::memory_order_relaxed);
@@ -88,6 +92,10 @@ bool PushOwnEvent(SDL_Event& event) {
   const bool pushed = SDL_PushEvent(&event) == 1;
   if (pushed) TakeOffQueue(kSizeChangeEvent, kTeardownEvent, 1);
   return pushed;
+}
+
+void DropEventsOf(uint32_t windowId) {
+  SDL_FilterEvents(&KeepOthers, &windowId);
 }
 
 RenderScope::RenderScope() : m_outer(t_renderScope) {

@@ -29,6 +29,9 @@ void PassOnSizeChange(SDL_Window* window);
 /// it.
 bool PushOwnEvent(SDL_Event& event);
 
+/// Clears the queue of what a window that is gone has left in it.
+void DropEventsOf(uint32_t windowId);
+
 /// Encloses calls into a renderer. Events that SDL pushes from within when it had to reset a device are taken
 /// off the queue at the end.
 class RenderScope {

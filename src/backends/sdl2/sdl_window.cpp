@@ -193,10 +193,12 @@ uint32_t SDLDisplayer::Teardown() {
   SDL_SetWindowData(m_sdlWindow.get(), kDisplayerKey, nullptr);
   m_sdlTexture.reset();
   m_sdlRenderer.reset();
+  const uint32_t windowId = SDL_GetWindowID(m_sdlWindow.get());
   {
     CAutoLock listGuard(&g_windowListLock);
     m_sdlWindow.reset();
   }
+  DropEventsOf(windowId);
   if (IsWindow(m_hPlayWnd)) {
     ShowWindow(m_hPlayWnd, SW_SHOW);
     InvalidateRect(m_hPlayWnd, nullptr, TRUE);

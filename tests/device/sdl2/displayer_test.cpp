@@ -130,6 +130,8 @@ TEST_F(SdlDisplayerTest, LeavesNothingInAQueueThatNobodyPolls) {
   EXPECT_EQ(CountQueued(0x8123, 0x8124), 0);
   EXPECT_EQ(CountQueued(SDL_RENDER_TARGETS_RESET, SDL_RENDER_DEVICE_RESET), 0);
   EXPECT_LE(CountQueued(SDL_MOUSEMOTION, SDL_MOUSEMOTION), 1024);
+  m_displayer.reset();
+  EXPECT_EQ(CountQueued(SDL_WINDOWEVENT, SDL_WINDOWEVENT), 0) << "a closed pane leaves its events behind";
   EXPECT_EQ(CountQueued(SDL_USEREVENT, SDL_USEREVENT), 1);
   EXPECT_EQ(CountQueued(SDL_KEYDOWN, SDL_KEYDOWN), 1);
 }
