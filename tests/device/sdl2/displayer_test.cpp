@@ -3,6 +3,7 @@
 #include <SDL.h>
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <memory>
 #include <thread>
 
@@ -94,6 +95,41 @@ TEST_F(SdlDisplayerTest, RebuildsAfterALostRenderDevice) {
   SDL_PushEvent(&reset);
   EXPECT_EQ(Draw(), 0);
   EXPECT_PIXEL(m_window.Handle(), 80, 60, {128, 128, 128});
+}
+
+/// Sends its window a message in the middle of every frame, as graphics drivers do.
+class MessagingDisplayer : public SDLDisplayer {
+ public:
+  MessagingDisplayer() { SetPause(1); }  // DrawAlgInfo is called on every frame
+
+  void DrawAlgInfo() override { SendMessageW(m_hPlayWnd, WM_NULL, 0, 0); }
+};
+
+TEST_F(SdlDisplayerTest, AWindowThreadThatWaitsForAFrameKeepsAnsweringTheDriver) {
+  MessagingDisplayer displayer;
+  displayer.SetPlayWnd(m_window.Handle());
+  displayer.InitDraw(64, 48, 0);
+  std::atomic<bool> stop{false};
+  std::atomic<int> frames{0};
+  std::thread feeder([&] {
+    const FrameView f = m_frame.View();
+    while (!stop)
+      frames += displayer.DrawYUV420(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0) == 0;
+  });
+  while (frames == 0)
+    Pump(1);
+  const int before = frames;
+  for (int i = 0; i < 30; ++i) {
+    displayer.AdjustWinRect();
+    displayer.InitDraw(64, 48, 0);
+    Pump();
+  }
+  while (frames < before + 10)
+    Pump(1);
+  stop = true;
+  for (int i = 0; i < 50; ++i)
+    Pump(2);
+  feeder.join();
 }
 
 int CountQueued(uint32_t first, uint32_t last) {
