@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "demo/draw_thread.h"
+
+#include "demo/snapshot.h"
+#include "media_error.h"
+#include "nivral/nivral.h"
+
+DrawThread::DrawThread(Pane& pane, FrameSource& source, Overlays& overlays, Plan plan)
+    : m_pane(pane),
+      m_source(source),
+      m_overlays(overlays),
+      m_plan(std::move(plan)),
+      m_period(std::chrono::duration_cast<Clock::duration>(
+          std::chrono::duration<double>(1 / source.FramesPerSecond()))) {
+}
+
+void DrawThread::Start() {
+  m_thread = std::jthread([this](const std::stop_token& stop) { Run(stop); });
+}
+
+void DrawThread::Stop() {
+  m_thread.request_stop();
+  if (m_thread.joinable()) m_thread.join();
+}
+
+void DrawThread::Run(const std::stop_token& stop) {
+  m_due = Clock::now();
+  try {
+    while (!stop.stop_requested()) {
+      const bool isNew = !(m_hold && m_source.Frame() >= 0) && Advance();
+      const bool inTime = WaitUntilDue();
+      if (inTime || !isNew) {
+        DrawCurrent(isNew);
+      } else {
+        ++m_figures.dropped;
+      }
+      WriteSnapshot();
+      if (m_plan.holdAt && m_source.Frame() >= *m_plan.holdAt) {
+        m_hold = true;
+        m_plan.holdAt.reset();
+      }
+    }
+  } catch (const MediaError& error) {
+    m_error = error.what();
+    m_finished = true;
+  }
+}
+
+/// Reads the next frame; at the end of the clip starts again or stays on the last.
+bool DrawThread::Advance() {
+  if (m_source.Next()) return true;
+  if (m_plan.loop) {
+    m_source.Rewind();
+    if (m_plan.onRewind) m_plan.onRewind();
+    return m_source.Next();
+  }
+  m_finished = true;
+  m_hold = true;
+  return false;
+}
+
+/// False when the frame is so late that it is better left out. A machine that cannot keep up at all gets a
+/// new start of the clock now and then instead of no picture.
+bool DrawThread::WaitUntilDue() {
+  constexpr int kLatePeriods = 2;
+  constexpr int kHopelessPeriods = 8;
+  std::this_thread::sleep_until(m_due);
+  const auto late = Clock::now() - m_due;
+  m_due += m_period;
+  if (late > kHopelessPeriods * m_period) m_due = Clock::now() + m_period;
+  return late <= kLatePeriods * m_period || late > kHopelessPeriods * m_period;
+}
+
+/// While paused the library keeps showing the records it has, so only new frames bring new ones.
+void DrawThread::DrawCurrent(bool isNew) {
+  m_pane.Set([paused = !isNew](void* handle) { NIVRAL_DWSetPause(handle, paused); });
+  if (isNew) m_overlays.Prepare(m_pane.Handle(), m_source.Frame());
+  const auto start = Clock::now();
+  const uint32_t result = m_pane.Draw(m_source.Current(), m_source.Frame());
+  const std::chrono::duration<double, std::milli> spent = Clock::now() - start;
+  if (result != 0) {
+    ++m_figures.dropped;
+  } else {
+    ++m_figures.shown;
+    m_figures.millisecondsInAll += spent.count();
+  }
+}
+
+void DrawThread::RequestSnapshot(std::string path) {
+  const std::scoped_lock hold(m_snapshotLock);
+  m_snapshot = std::move(path);
+}
+
+void DrawThread::WriteSnapshot() {
+  std::string path;
+  {
+    const std::scoped_lock hold(m_snapshotLock);
+    path.swap(m_snapshot);
+  }
+  if (!path.empty()) SaveSnapshot(m_pane.Handle(), m_source.Current(), path.c_str());
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <mutex>
+#include <vector>
+
+#include "demo/options.h"
+#include "picture.h"
+
+/// A display handle bound to a window. Made and destroyed on the window's thread.
+class Pane {
+ public:
+  /// Throws std::runtime_error.
+  Pane(Backend backend, HWND window, int width, int height);
+  ~Pane();
+  Pane(const Pane&) = delete;
+  Pane& operator=(const Pane&) = delete;
+
+  /// Any thread: runs a setter on the handle. Calls on one Direct3D pane must not overlap, so there it is
+  /// kept for the drawing thread and runs before its next frame; elsewhere it runs at once.
+  void Set(std::function<void(void* handle)> setter);
+
+  /// Drawing thread: the library's result for one frame.
+  uint32_t Draw(Picture& picture, int64_t frame);
+
+  /// Drawing thread only.
+  void* Handle() const { return m_handle; }
+
+ private:
+  void RunKeptSetters();
+
+  void* m_handle = nullptr;
+  bool m_keepsSetters;
+  std::mutex m_lock;
+  std::vector<std::function<void(void*)>> m_kept;
+};
