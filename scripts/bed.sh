@@ -2,6 +2,7 @@
 # The test bed: an X display, a sound server with a null sink ("out") and a null source ("mic"), and a Wine prefix.
 #   bed.sh up [dir]     starts what is not running and writes dir/env.sh, to be sourced before running Windows programs
 #   bed.sh down [dir]   ends exactly what `up` started
+#   bed.sh prefix [dir] only the Wine prefix dir/wp, on the display that is set
 # Beds in different folders are independent of each other. SCREEN=WxH sets the display's size.
 . "$(dirname "$0")/common.sh"
 D=$(realpath -m "${2:-$ROOT/build/bed}")
@@ -59,5 +60,8 @@ down)
   $SERVER -k >/dev/null 2>&1 || true; $SERVER -w || true
   for p in xvfb pulse; do alive $p && kill "$(cat "$D/$p.pid")"; rm -f "$D/$p.pid"; done
   say "bed: down" ;;
-*) die "usage: bed.sh up|down [dir]" ;;
+prefix)
+  export WINEPREFIX=$D/wp WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+  mkdir -p "$D"; start_wine ;;
+*) die "usage: bed.sh up|down|prefix [dir]" ;;
 esac
