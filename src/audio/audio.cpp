@@ -9,6 +9,7 @@ static_assert(sizeof(WAVEFORMATEX) == sizeof(WaveFormat));
 
 CAudio::~CAudio() {
   Stop();
+  CloseCapture();
 }
 
 void CAudio::SetWaveFormat(const WAVEFORMATEX* format, int32_t bufferSize) {

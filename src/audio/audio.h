@@ -37,6 +37,13 @@ class CAudio {
   /// What the device reports for both channels, 0 while it is closed.
   int GetVolume();
 
+  /// Starts recording at 8 kHz, 16-bit mono into two buffers that go round; *format is overwritten with that
+  /// format. False when the device could not be opened; CloseCapture then still takes its two seconds.
+  /// Opening and closing are for one thread at a time.
+  bool OpenCapture(WAVEFORMATEX* format, int32_t bufferSize);
+  /// Waits for the device's close notice, at most two seconds. Always true.
+  bool CloseCapture();
+
   /// Each writes a format to *format and sets both buffer sizes of the player. Always true.
   bool SetNarrowBandPreset(WAVEFORMATEX* format);
   bool SetWideBandStereoPreset(WAVEFORMATEX* format);
@@ -45,6 +52,9 @@ class CAudio {
 
  private:
   static constexpr int kBufferCount = 2;
+  static constexpr uint8_t kCaptureRunning = 0;
+  static constexpr uint8_t kCaptureClosing = 1;
+  static constexpr uint8_t kCaptureClosed = 2;
   class ClientSource;
 
   struct PlaySettings {
@@ -72,9 +82,16 @@ class CAudio {
   bool FillAndQueue(WAVEHDR& header);
   void CloseDevice();
 
+  static void CALLBACK WaveInProc(HWAVEIN device, UINT message, DWORD_PTR instance, DWORD_PTR header,
+                                  DWORD_PTR unused);
+  void QueueCaptureBuffer(int index, int32_t size);
+  void RecycleCaptureBuffer(HWAVEIN device, WAVEHDR& header);
+  void NoteCaptureClosed(HWAVEIN device);
+  bool BeginCaptureClose();
+
   WAVEHDR m_playHeaders[kBufferCount];
   WAVEHDR m_captureHeaders[kBufferCount];
-  std::atomic<uint8_t> m_captureState{2};
+  std::atomic<uint8_t> m_captureState{kCaptureClosed};
   HWAVEOUT m_hWaveOut = nullptr;
   HWAVEIN m_hWaveIn = nullptr;
   std::unique_ptr<uint8_t[]> m_playBuffers[kBufferCount];
@@ -93,5 +110,6 @@ class CAudio {
 
   CMutexLock m_controlLock;   // Play and Stop, held while the thread is joined
   CMutexLock m_settingsLock;  // format, sizes and the callback with its user value
+  CMutexLock m_captureLock;   // m_captureState against a buffer that is being queued again
   CMutexLock m_deviceLock;    // m_hWaveOut: no volume call on a device that is being closed
 };

@@ -109,6 +109,11 @@ ProcessCounts CountProcess() {
   return {CountThreads(), CountHandles(), CountHeaps(), CountGdiObjects(), CountWindows()};
 }
 
+ProcessCounts CountSettledProcess() {
+  Sleep(300);
+  return CountProcess();
+}
+
 void PrintTo(const ProcessCounts& c, std::ostream* out) {
   *out << c.threads << " threads, " << c.handles << " handles, " << c.heapBytes << " heap bytes, "
        << c.gdiObjects << " GDI objects, " << c.windows << " windows";

@@ -15,6 +15,9 @@ struct ProcessCounts {
 
 ProcessCounts CountProcess();
 
+/// The same after a moment in which threads of the system that are on their way out can end.
+ProcessCounts CountSettledProcess();
+
 void PrintTo(const ProcessCounts& counts, std::ostream* out);
 
 /// EXPECTs that nothing came to `before` but `heapSlack` bytes and the odd handle that systems keep.

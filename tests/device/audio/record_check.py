@@ -1,6 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Plays known sound through the library into null sinks and compares what arrives: record_check.py EMULATOR PLAY_FILE_EXE"""
+"""Plays known sound through the library into a null sink and compares what arrives there.
+
+awake_sink.sh record_check.py EMULATOR PLAY_FILE_EXE
+"""
 import array
 import math
 import operator
@@ -15,23 +18,16 @@ BUFFER_BYTES = 1280
 BUFFER_SAMPLES = BUFFER_BYTES // 2
 
 
-class Sink:
-    """A null sink of our own with 8 kHz mono samples, kept awake and recorded from start to end."""
-
-    OPTIONS = ["--raw", "--format=s16le", "--rate=8000", "--channels=1", "--latency-msec=20"]
+class Recorder:
+    """Records the sink of awake_sink.sh from start to end."""
 
     def __enter__(self):
-        self.name = f"check{os.getpid()}"
-        self.module = subprocess.check_output(
-            ["pactl", "load-module", "module-null-sink", f"sink_name={self.name}", "format=s16le", "rate=8000",
-             "channels=1"], text=True).strip()
-        # An idle sink drops the beginning of what is played into it.
-        self.silence = subprocess.Popen(["pacat", "-d", self.name, *self.OPTIONS, "/dev/zero"])
         self.file = tempfile.NamedTemporaryFile()
-        self.recorder = subprocess.Popen(["parec", "-d", f"{self.name}.monitor", *self.OPTIONS], stdout=self.file)
-        # A new sink takes a while to settle on its latency, and loses samples until then.
+        self.process = subprocess.Popen(
+            ["parec", "-d", os.environ["PULSE_SOURCE"], "--raw", "--format=s16le", "--rate=8000", "--channels=1",
+             "--latency-msec=20"], stdout=self.file)
         deadline = time.monotonic() + 20
-        while self.position() < 3 * 8000 and time.monotonic() < deadline:
+        while self.position() == 0 and time.monotonic() < deadline:
             time.sleep(0.05)
         return self
 
@@ -45,8 +41,7 @@ class Sink:
             file.write(samples.tobytes())
             file.flush()
             arguments = [*sys.argv[1:3], "Z:" + file.name, rate, channels, buffer_bytes, *extra]
-            subprocess.run([str(a) for a in arguments], check=True, timeout=60,
-                           env={**os.environ, "PULSE_SINK": self.name})
+            subprocess.run([str(a) for a in arguments], check=True, timeout=60)
         time.sleep(0.4)
         end = self.position()
         with open(self.file.name, "rb") as recorded:
@@ -54,10 +49,8 @@ class Sink:
             return array.array("h", recorded.read(2 * (end - begin)))
 
     def __exit__(self, *_):
-        for process in (self.recorder, self.silence):
-            process.terminate()
-            process.wait()
-        subprocess.run(["pactl", "unload-module", self.module], check=True)
+        self.process.terminate()
+        self.process.wait()
 
 
 class CheckFailed(Exception):
@@ -100,18 +93,18 @@ def check_exact(name, samples, recorded):
     return [(at - fill, length) for at, length in zero_runs(recorded) if at > fill]
 
 
-def check_ramp_with_pause(sink):
+def check_ramp_with_pause(recorder):
     ramp = array.array("h", range(1, 40 * BUFFER_SAMPLES + 1))
-    runs = check_exact("ramp", ramp, sink.play(ramp, 8000, 1, BUFFER_BYTES, 20, 500))
+    runs = check_exact("ramp", ramp, recorder.play(ramp, 8000, 1, BUFFER_BYTES, 20, 500))
     pauses = [run for run in runs if run[1] >= 4 * BUFFER_SAMPLES]
     check(len(pauses) == 1, f"pause: one stretch of zeros {pauses}, {len(runs) - 1} gaps beside it")
     check(pauses[0][0] % BUFFER_SAMPLES == 0, "pause: began and ended at a buffer's end")
 
 
-def check_tone(sink):
+def check_tone(recorder):
     tone = array.array("h", (round(12000 * math.sin(2 * math.pi * 437 * i / 8000)) or 1
                              for i in range(12 * BUFFER_SAMPLES)))
-    runs = check_exact("tone", tone, sink.play(tone, 8000, 1, BUFFER_BYTES))
+    runs = check_exact("tone", tone, recorder.play(tone, 8000, 1, BUFFER_BYTES))
     print(f"tone: {len(runs)} gaps")
 
 
@@ -125,11 +118,11 @@ def correlation(a, b):
     return sum(map(operator.mul, a, b)) / norm if norm else 0.0
 
 
-def check_converted(sink):
+def check_converted(recorder):
     """48 kHz stereo into an 8 kHz mono sink: the sound server resamples, so compare by correlation."""
     seconds = 2
     stereo = array.array("h", (sweep(i // 2, 48000) for i in range(2 * 48000 * seconds)))
-    recorded = sink.play(stereo, 48000, 2, 9600)
+    recorded = recorder.play(stereo, 48000, 2, 9600)
     expected = [sweep(i, 8000) for i in range(8000 * seconds)]
     begin = next((i for i, s in enumerate(recorded) if abs(s) > 5000), 0)
     # Behind the two fill buffers of 50 ms each, give or take the resampler's delay.
@@ -139,12 +132,12 @@ def check_converted(sink):
     check(value > 0.99, f"48 kHz stereo: correlation {value:.4f}")
 
 
-def passes(test, sink):
+def passes(test, recorder):
     """On a busy machine the sound server itself now and then drops samples, with any program; what the player
     does wrong, it does every time."""
     for _ in range(4):
         try:
-            test(sink)
+            test(recorder)
             return True
         except CheckFailed:
             continue
@@ -152,6 +145,6 @@ def passes(test, sink):
 
 
 if __name__ == "__main__":
-    with Sink() as the_sink:
-        results = [passes(test, the_sink) for test in (check_ramp_with_pause, check_tone, check_converted)]
+    with Recorder() as the_recorder:
+        results = [passes(test, the_recorder) for test in (check_ramp_with_pause, check_tone, check_converted)]
     sys.exit(not all(results))
