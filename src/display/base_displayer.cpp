@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include "display/burn_in.h"
 #include "display/display_codes.h"
 #include "display/geometry.h"
 #include "display/record_builder.h"
@@ -142,7 +143,10 @@ void BaseDisplayer::DrawAlgInfoOnYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, 
     RenderAlgInfoYUV(pY, strideY, pU, strideU, pV, strideV);
 }
 
-void BaseDisplayer::RenderAlgInfoYUV(uint8_t*, int32_t, uint8_t*, int32_t, uint8_t*, int32_t) {
+void BaseDisplayer::RenderAlgInfoYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
+                                     int32_t strideV) {
+  if (m_alg.shown == 0) return;
+  BurnInAlgRecord(m_yuvDraw, m_alg.record, {pY, strideY, pU, strideU, pV, strideV}, m_dwWidth, m_dwHeight);
 }
 
 void BaseDisplayer::SetAlgInfo(int32_t count, const uint32_t* left, const uint32_t* top,

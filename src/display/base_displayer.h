@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "backends/yuvdraw/yuv2rgb.h"
+#include "backends/yuvdraw/yuv_draw.h"
 #include "display/color_record.h"
 #include "display/frame_view.h"
 #include "display/record_queue.h"
@@ -90,6 +91,8 @@ class BaseDisplayer {
   /// Takes the driver-assistance record due for this frame and burns it into the planes while it is fresh.
   virtual void DrawAlgInfoOnYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
                                 int32_t strideV);
+
+  /// Draws the last driver-assistance record into the planes, once there has been one.
   virtual void RenderAlgInfoYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
                                 int32_t strideV);
 
@@ -124,6 +127,7 @@ class BaseDisplayer {
   RECT m_rcPlay{};
   RECT m_rcClient{};
   YUV2RGB m_converter;
+  CYuvDraw m_yuvDraw;
   void* m_pUserBuffer = nullptr;
   uint32_t m_dwUserFirst = 0;
   uint32_t m_dwUserSecond = 0;

@@ -5,12 +5,22 @@
 
 #include "display/frame_view.h"
 
-/// Turns a 4:2:0 frame into a bottom-up 24-bit BMP file.
+/// Turns a 4:2:0 frame into a bottom-up 24-bit BMP file. Rows of widths that are not a multiple of 4 are
+/// padded in the file, and an odd last column or row takes the chroma beside it.
 class YUV2RGB {
  public:
-  /// Snapshot from strided planes. Always false: clients look at the file, not at the result.
+  /// Snapshot from strided planes. Always false: clients look at the file, not at the result. There is no
+  /// file afterwards when memory ran out, a plane is missing or narrower than the picture, or the disk is
+  /// full.
   bool SaveFrame(const char* fileName, const FrameView& frame, uint32_t width, uint32_t height);
 
-  /// Snapshot from one packed buffer: Y, then U at width * height, then V at width * height * 3 / 2.
+  /// The same from one packed buffer: Y, then U at width * height, then V at width * height * 3 / 2, each
+  /// chroma plane width * height / 4 bytes.
   bool SaveBuffer(const char* fileName, const uint8_t* buffer, uint32_t width, uint32_t height);
+
+  /// Bottom-up rows of width * 3 bytes, blue first.
+  static void ToBgr24(uint8_t* bgr, const FrameView& frame, uint32_t width, uint32_t height);
+
+ private:
+  static bool WriteBmp(const char* fileName, const uint8_t* bgr, uint32_t width, uint32_t height);
 };

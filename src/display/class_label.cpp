@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#include "display/class_label.h"
+
+#include <cstring>
+#include <iterator>
+
+namespace {
+
+constexpr const char* kLabels[] = {"unknown", "Person",  "car",     "bus",
+                                   "truck",   "minibus", "vehicle", "non-vehicle"};
+constexpr const char* kOtherLabel = "Unk";
+
+}  // namespace
+
+bool CopyClassLabel(char* buffer, uint16_t classId) {
+  if (!buffer) return false;
+  const char* label = classId < std::size(kLabels) ? kLabels[classId] : kOtherLabel;
+  std::memset(buffer, 0, kClassLabelBytes);
+  std::memcpy(buffer, label, std::strlen(label));
+  return true;
+}

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+#include "display/burn_in.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <bit>
+#include <random>
+
+#include "burn_in_reference.h"
+#include "display/class_label.h"
+#include "support/frames.h"
+
+namespace {
+
+/// A record of one box.
+AlgRecord OneBox(float left, float top, float right, float bottom, uint16_t classId, uint16_t distance) {
+  AlgRecord record{};
+  record.count = 1;
+  record.left[0] = left;
+  record.top[0] = top;
+  record.right[0] = right;
+  record.bottom[0] = bottom;
+  record.classId[0] = classId;
+  record.distance[0] = distance;
+  return record;
+}
+
+void ExpectLikeReference(const AlgRecord& record, int32_t width, int32_t height) {
+  TestFrame frame(width, height);
+  frame.Fill(200, 120, 60);
+  ReferencePlanes expected(static_cast<uint32_t>(width), static_cast<uint32_t>(height), frame.y, frame.u,
+                           frame.v);
+  expected.Draw(record);
+  CYuvDraw draw;
+  BurnInAlgRecord(draw, record, frame.View(), static_cast<uint32_t>(width), static_cast<uint32_t>(height));
+  ASSERT_EQ(frame.y, expected.y) << width << "x" << height;
+  ASSERT_EQ(frame.u, expected.u) << width << "x" << height;
+  ASSERT_EQ(frame.v, expected.v) << width << "x" << height;
+}
+
+class RandomRecords {
+ public:
+  explicit RandomRecords(uint32_t seed) : m_random(seed) {}
+
+  int32_t Below(int32_t limit) { return static_cast<int32_t>(m_random() % static_cast<uint32_t>(limit)); }
+
+  AlgRecord Next(int32_t width, int32_t height) {
+    AlgRecord record{};
+    record.count = static_cast<uint16_t>(Below(14));
+    for (int32_t i = 0; i < kMaxBoxes; ++i) {
+      record.left[i] = Edge(width);
+      record.top[i] = Edge(height);
+      record.right[i] = Edge(width);
+      record.bottom[i] = Edge(height);
+      record.classId[i] = static_cast<uint16_t>(Below(10));
+      record.distance[i] = static_cast<uint16_t>(Below(3) * Below(400) * Below(80));
+    }
+    return record;
+  }
+
+ private:
+  /// Mostly near the picture, now and then any 32 bits at all.
+  float Edge(int32_t size) {
+    if (Below(40) == 0) return std::bit_cast<float>(static_cast<uint32_t>(m_random()));
+    return static_cast<float>(Below(size * 16 + 400) - 200) / 11.0f;
+  }
+
+  std::mt19937 m_random;
+};
+
+TEST(BurnIn, MatchesTheReferenceForRandomRecordsAndSizes) {
+  RandomRecords random(4711);
+  for (int n = 0; n < 600; ++n) {
+    const int32_t width = 1 + random.Below(90);
+    const int32_t height = 1 + random.Below(70);
+    ExpectLikeReference(random.Next(width, height), width, height);
+  }
+  for (int n = 0; n < 20; ++n)
+    ExpectLikeReference(random.Next(1280, 720), 1280, 720);
+}
+
+TEST(BurnIn, PlacesTheDistanceInsideOnlyWhereItFits) {
+  // "12m" is 18 wide: 30 + 100 / 2 - 9 = 71, and 10 above the bottom.
+  TestFrame frame = FlatFrame(160, 120, 200, 128, 128);
+  CYuvDraw draw;
+  BurnInAlgRecord(draw, OneBox(30, 20, 130, 70, 0, 12), frame.View(), 160, 120);
+  const auto luma = [&](int x, int y) { return int{frame.y[static_cast<size_t>(y * 160 + x)]}; };
+  EXPECT_THAT((std::vector{luma(70, 60), luma(71, 60), luma(89, 69), luma(90, 69), luma(80, 59)}),
+              testing::ElementsAre(200, 0, 0, 200, 200));
+  EXPECT_EQ(luma(31, 72), 200);
+
+  frame.Fill(200, 128, 128);
+  BurnInAlgRecord(draw, OneBox(30, 20, 130, 50, 0, 12), frame.View(), 160, 120);
+  EXPECT_THAT((std::vector{luma(30, 51), luma(30, 52), luma(48, 61), luma(49, 61), luma(48, 62)}),
+              testing::ElementsAre(200, 0, 0, 200, 200));
+}
+
+TEST(BurnIn, LeavesFramesAloneThatItCannotHold) {
+  const AlgRecord record = OneBox(0, 0, 8, 8, 1, 1);
+  CYuvDraw draw;
+  uint8_t byte = 77;
+  const FrameView narrow[] = {
+      {&byte, 7, &byte, 4, &byte, 4}, {&byte, 8, &byte, 3, &byte, 4}, {&byte, 8, &byte, 4, &byte, -4}};
+  for (const FrameView& frame : narrow)
+    BurnInAlgRecord(draw, record, frame, 8, 8);
+  BurnInAlgRecord(draw, record, {&byte, 1 << 20, &byte, 1 << 20, &byte, 1 << 20}, 1 << 20, 8);
+  BurnInAlgRecord(draw, record, {nullptr, 8, nullptr, 4, nullptr, 4}, 8, 8);
+  EXPECT_EQ(byte, 77);
+}
+
+TEST(BurnIn, NeverReachesIntoThePaddingBehindThePicture) {
+  RandomRecords random(5);
+  TestFrame frame(40, 30, 48, 24);
+  for (int n = 0; n < 60; ++n) {
+    frame.Fill(200, 128, 128);
+    CYuvDraw draw;
+    BurnInAlgRecord(draw, random.Next(40, 30), frame.View(), 40, 30);
+    EXPECT_TRUE(std::all_of(frame.y.begin() + 40 * 30, frame.y.end(), [](uint8_t b) { return b == 200; }));
+  }
+}
+
+TEST(ClassLabel, NamesEveryClassInAZeroFilledBuffer) {
+  const char* const names[] = {"unknown", "Person",  "car",         "bus", "truck",
+                               "minibus", "vehicle", "non-vehicle", "Unk"};
+  for (uint16_t id = 0; id < 9; ++id) {
+    std::vector<char> buffer(kClassLabelBytes, '?');
+    EXPECT_TRUE(CopyClassLabel(buffer.data(), id));
+    EXPECT_STREQ(buffer.data(), names[id]);
+    const auto rest = static_cast<long>(std::string(names[id]).size());
+    EXPECT_EQ(std::count(buffer.begin() + rest, buffer.end(), '\0'), kClassLabelBytes - rest);
+  }
+  char buffer[kClassLabelBytes];
+  CopyClassLabel(buffer, 65535);
+  EXPECT_STREQ(buffer, "Unk");
+  EXPECT_FALSE(CopyClassLabel(nullptr, 1));
+}
+
+}  // namespace

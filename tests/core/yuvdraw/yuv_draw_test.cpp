@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "backends/yuvdraw/yuv_draw.h"
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+/// Planes of exactly the bytes that may be written, marked so that every write shows.
+struct Canvas {
+  static constexpr uint8_t kUntouched = 99;
+
+  Canvas(uint16_t w, uint16_t h)
+      : width(w),
+        height(h),
+        y(size_t{w} * h, kUntouched),
+        u(size_t{w / 2u} * (h / 2u), kUntouched),
+        v(u.size(), kUntouched) {}
+
+  PlaneSet Planes() { return {kPlanar420, y.data(), u.data(), v.data(), width, height}; }
+
+  void Line(const PlaneLine& line) {
+    const PlaneSet planes = Planes();
+    CYuvDraw::DrawLine(&planes, line);
+  }
+
+  /// The luma plane as rows of '#' and '.'.
+  std::vector<std::string> Picture() const { return Rows(y, width, height); }
+  std::vector<std::string> Chroma() const { return Rows(u, width / 2u, height / 2u); }
+
+  static std::vector<std::string> Rows(const std::vector<uint8_t>& plane, size_t w, size_t h) {
+    std::vector<std::string> rows(h);
+    for (size_t i = 0; i < w * h; ++i)
+      rows[i / w] += plane[i] == kUntouched ? '.' : '#';
+    return rows;
+  }
+
+  uint16_t width;
+  uint16_t height;
+  std::vector<uint8_t> y;
+  std::vector<uint8_t> u;
+  std::vector<uint8_t> v;
+};
+
+using Rows = std::vector<std::string>;
+
+TEST(YuvLine, StepsAlongTheLongerAxis) {
+  Canvas flat(8, 4);
+  flat.Line({0, 0, 7, 2, 1, 0});
+  EXPECT_EQ(flat.Picture(), (Rows{"##......", "..####..", "......##", "........"}));
+
+  Canvas steep(4, 6);
+  steep.Line({3, 5, 2, 0, 0, 0});
+  EXPECT_EQ(steep.Picture(), (Rows{"..#.", "..#.", "..#.", "...#", "...#", "...#"}));
+
+  Canvas diagonal(4, 4);
+  diagonal.Line({0, 3, 3, 0, 1, 0});
+  EXPECT_EQ(diagonal.Picture(), (Rows{"...#", "..#.", ".#..", "#..."}));
+}
+
+TEST(YuvLine, ThickensDownwardOrToTheRight) {
+  Canvas flat(6, 4);
+  flat.Line({1, 0, 4, 0, 3, 0});
+  EXPECT_EQ(flat.Picture(), (Rows{".####.", ".####.", ".####.", "......"}));
+
+  Canvas diagonal(6, 3);
+  diagonal.Line({0, 0, 2, 2, 2, 0});
+  EXPECT_EQ(diagonal.Picture(), (Rows{"##....", ".##...", "..##.."}));
+}
+
+TEST(YuvLine, PullsEndsInByTheLineWidthInsteadOfClamping) {
+  Canvas canvas(8, 2);
+  canvas.Line({4, 0, 8, 0, 1, 0});
+  EXPECT_EQ(canvas.Picture(), (Rows{"....####", "........"}));
+
+  Canvas thick(8, 4);
+  thick.Line({8, 0, 8, 3, 3, 0});
+  EXPECT_EQ(thick.Picture(), (Rows{".....###", ".....###", ".....###", ".....###"}));
+
+  // Still outside after the pull: runs on in the next row and ends with the plane.
+  Canvas far(4, 3);
+  far.Line({2, 1, 9, 1, 1, 0});
+  EXPECT_EQ(far.Picture(), (Rows{"....", "..##", "####"}));
+  Canvas last(4, 2);
+  last.Line({2, 1, 60000, 1, 1, 0});
+  EXPECT_EQ(last.Picture(), (Rows{"....", "..##"}));
+}
+
+TEST(YuvLine, WritesThePaletteIntoAllPlanes) {
+  Canvas canvas(4, 4);
+  canvas.Line({2, 2, 2, 2, 1, 10});
+  EXPECT_EQ(canvas.y[10], 255);
+  EXPECT_EQ(canvas.u[3], 128);
+  EXPECT_EQ(canvas.v[3], 128);
+  canvas.Line({0, 0, 0, 0, 1, 4});
+  EXPECT_THAT((std::vector<int>{canvas.y[0], canvas.u[0], canvas.v[0]}), testing::ElementsAre(255, 0, 0));
+}
+
+TEST(YuvLine, DrawsNothingForWhatItCannotDrawInto) {
+  Canvas canvas(4, 4);
+  CYuvDraw::DrawLine(nullptr, {});
+  for (uint32_t format : {0u, 1u, 2u, 6u, 8u, 1000u}) {
+    PlaneSet other = canvas.Planes();
+    other.format = format;
+    CYuvDraw::DrawLine(&other, {0, 0, 3, 3, 1, 0});
+  }
+  PlaneSet noLuma = canvas.Planes();
+  noLuma.y = nullptr;
+  CYuvDraw::DrawLine(&noLuma, {0, 0, 3, 3, 1, 0});
+  canvas.Line({0, 0, 3, 3, 1, 11});
+  canvas.Line({0, 0, 3, 3, 1, -1});
+  EXPECT_EQ(canvas.Picture(), Rows(4, "...."));
+  EXPECT_EQ(canvas.Chroma(), Rows(2, ".."));
+
+  PlaneSet noChroma = canvas.Planes();
+  noChroma.u = noChroma.v = nullptr;
+  CYuvDraw::DrawLine(&noChroma, {0, 0, 3, 0, 1, 0});
+  EXPECT_EQ(canvas.Picture()[0], "####");
+}
+
+TEST(YuvRect, OutlinesWithBothCorners) {
+  Canvas canvas(8, 6);
+  CYuvDraw draw;
+  draw.DrawRect(0, 8, 6, canvas.y.data(), 0, canvas.u.data(), canvas.v.data(), 0, PackPoint(1, 1),
+                PackPoint(8, 4));
+  EXPECT_EQ(canvas.Picture(), (Rows{"........", ".#######", ".#.....#", ".#.....#", ".#######", "........"}));
+  EXPECT_EQ(canvas.Chroma(), (Rows{"####", "#..#", "####"}));
+  EXPECT_EQ(canvas.y[9], 0);
+  EXPECT_EQ(canvas.u[0], 0);
+}
+
+TEST(YuvRect, FillsTheRightColumnButNotTheBottomRow) {
+  Canvas canvas(6, 4);
+  CYuvDraw draw;
+  const auto fill = [&](uint32_t from, uint32_t to) {
+    draw.FillRect(0, 6, 4, canvas.y.data(), 0, canvas.u.data(), canvas.v.data(), 0, from, to);
+  };
+  fill(PackPoint(2, 3), PackPoint(4, 3));
+  EXPECT_EQ(canvas.Picture(), Rows(4, "......"));
+  fill(PackPoint(1, 1), PackPoint(3, 3));
+  EXPECT_EQ(canvas.Picture(), (Rows{"......", ".###..", ".###..", "......"}));
+}
+
+TEST(YuvRect, StaysInsideOddAndTinyPlanes) {
+  CYuvDraw draw;
+  for (uint16_t w = 0; w <= 5; ++w) {
+    for (uint16_t h = 0; h <= 5; ++h) {
+      Canvas canvas(w, h);
+      draw.DrawRect(0, w, h, canvas.y.data(), 0, canvas.u.data(), canvas.v.data(), 0, 0, PackPoint(w, h));
+      draw.FillRect(0, w, h, canvas.y.data(), 0, canvas.u.data(), canvas.v.data(), 0, 0,
+                    PackPoint(65535, h + 2));
+      EXPECT_EQ(canvas.Picture(), Rows(h, std::string(w, '#'))) << w << "x" << h;
+    }
+  }
+  uint8_t untouched = Canvas::kUntouched;
+  draw.FillRect(0, 65537, 1, &untouched, 0, nullptr, nullptr, 0, 0, PackPoint(1, 1));
+  EXPECT_EQ(untouched, Canvas::kUntouched);
+}
+
+}  // namespace
