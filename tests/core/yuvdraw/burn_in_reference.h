@@ -3,6 +3,7 @@
 // made from plain loops over straight lines.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <string>
@@ -47,6 +48,7 @@ struct ReferencePlanes {
   }
 
   void Draw(const AlgRecord& r) {
+    if (y.empty()) return;
     static const char* const names[] = {"unknown", "Person",  "car",     "bus",
                                         "truck",   "minibus", "vehicle", "non-vehicle"};
     for (int i = 0; i < r.count && i < 12; ++i) {
