@@ -45,12 +45,32 @@ bool IsSoftwareOnly() {
          value != 0;
 }
 
+/// A hidden window for the trial device: run-times may refuse a windowed device without any window.
+class TrialWindow {
+ public:
+  TrialWindow()
+      : m_hwnd(CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, kTrialSize, kTrialSize, nullptr,
+                               nullptr, GetModuleHandleW(nullptr), nullptr)) {}
+  ~TrialWindow() {
+    if (m_hwnd) DestroyWindow(m_hwnd);
+  }
+  TrialWindow(const TrialWindow&) = delete;
+  TrialWindow& operator=(const TrialWindow&) = delete;
+
+  HWND Handle() const { return m_hwnd; }
+
+ private:
+  HWND m_hwnd;
+};
+
 /// Whether a device could be made, or was not tried: a run-time that cannot be loaded does not count against
 /// the machine, since opening a pane then falls back to SDL by itself.
 bool TrialDeviceWorks() {
   CLogFile::GetInstance()->Write(2, L"NIVRAL_InitializeEx: new D3DDisplayer");
+  const TrialWindow window;
   const std::unique_ptr<D3DDisplayer> trial(new (std::nothrow) D3DDisplayer);
   if (!trial || !trial->LoadDirect3D()) return true;
+  trial->SetPlayWnd(window.Handle());
   const bool works = trial->Initialize(kTrialSize, kTrialSize) == kOk;
   trial->Uninitialize();
   return works;

@@ -1,19 +1,149 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <d3d9.h>
+#include <d3dx9.h>
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "backends/d3d9/d3dx_library.h"
+#include "backends/d3d9/frame_strides.h"
+#include "backends/d3d9/mosaic_map.h"
+#include "backends/d3d9/overlay_layout.h"
+#include "backends/d3d9/surface_copy.h"
 #include "display/base_displayer.h"
 #include "display/display_codes.h"
+#include "util/com_ptr.h"
 
-/// Shows frames through a Direct3D 9 device.
+/// Shows frames through a windowed Direct3D 9 device on the play window: one YV12 surface of the frame's
+/// size, stretched to a back buffer of the size at creation and presented to the whole client area.
+///
+/// No lock of its own and no multithreaded device: calls on one displayer must not overlap. Frames that come
+/// while the device is lost, or with another layout than the last, are refused with kFailed; the next ones
+/// are drawn again once the device could be reset or made anew.
 class D3DDisplayer : public BaseDisplayer {
  public:
-  int32_t Display(uint8_t*, int32_t, uint8_t*, int32_t, uint8_t*, int32_t, uint32_t, int64_t) override {
-    return kNotInitialised;
-  }
+  D3DDisplayer();
+  ~D3DDisplayer() override;
 
-  virtual int32_t Initialize(uint32_t, uint32_t) { return kNoDevice; }
-  virtual int32_t Uninitialize() { return kOk; }
+  int32_t Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV, int32_t strideV,
+                  uint32_t param1, int64_t param2) override;
 
-  /// Loads the Direct3D 9 run-time. 1 when its entry point was found, else 0.
-  int32_t LoadDirect3D() { return 0; }
+  /// 0 or 1; a new size on a displayer in use always gives 0. `param` is not used.
+  int32_t InitDraw(uint32_t width, uint32_t height, uint32_t param) override;
+  int32_t FreeDraw() override;
+
+  /// Zooms to factor `third`, 1 to 8, around a point of the displayed picture in thousandths.
+  void SetZoom(uint32_t first, uint32_t second, uint32_t third) override;
+
+  /// Non-zero: the current mosaic joins the committed ones. Zero: the picked mosaic is deleted.
+  void UpdateMosaics(uint32_t commit) override;
+
+  /// Picks the mosaic under a point of the displayed picture in thousandths. 0 when there was one, else 1.
+  int32_t SetRClickPt(POINT point) override;
+
+  void DrawAlgInfo() override;
+  void DrawDsmAlgInfo() override;
+
+  /// Makes the device and its surfaces for frames of this size. 0 or a displayer code.
+  virtual int32_t Initialize(uint32_t width, uint32_t height);
+  /// Releases everything but what the colour shader's set-up made. Always 0.
+  virtual int32_t Uninitialize();
+  /// Kept free for clients of the class that count operations; both do nothing.
+  virtual void Reserved(intptr_t) {}
+  virtual void ReservedFlag(uint8_t) {}
+  /// Takes a rectangle of the displayed picture, in thousandths, as the current mosaic, which is drawn until
+  /// UpdateMosaics commits it. 0, or 1 for an empty rectangle, which ends the current mosaic.
+  virtual int32_t SetMosaicRect(const MilleRect* displayed);
+
+  /// Loads the Direct3D 9 run-time and D3DX. 1 when everything needed was found, else 0.
+  int32_t LoadDirect3D();
+
+  /// The colour path on the device's shaders, which nothing calls with effect: InitDraw calls the set-up with
+  /// the size that is already set. 0 when done or skipped, 1 when a step failed.
+  int32_t SetupHslShader(uint32_t width, uint32_t height);
+  /// Draws the frame's quad through the shader; saturation in percent, hue in degrees. Always 0.
+  int32_t RenderHsl(int32_t bright, int32_t contrast, int32_t saturation, int32_t hue);
+
+ protected:
+  bool InitSurface();
+  bool ResetDevice();
+  void ResetDisplay();
+
+ private:
+  int32_t CreateDevice();
+  DWORD VertexProcessing() const;
+  void FillPresentParameters();
+  void ReleaseDeviceObjects();
+
+  bool IsDeviceReady();
+  bool Upload(const FrameView& frame);
+  void CopyFrame(const Yv12Surface& surface, const FrameView& frame) const;
+  void DrawMosaics(const Yv12Surface& surface, const FrameView& frame) const;
+  void DrawScene();
+
+  MilleRect CurrentMosaic() const;
+  void SetCurrentMosaic(const MilleRect& rect);
+  ZoomState Zoom() const { return {m_nZoomX, m_nZoomY, m_nZoom}; }
+  FrameSize Frame() const { return {static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight)}; }
+
+  void CreateFontOnce(ComPtr<ID3DXFont>& font, int32_t linesPerHeight, const char* face);
+  void DrawOSDText();
+  void DrawTextItem(const TextItem& item);
+  void DrawLabel(const LabelEntry& label);
+
+  bool EnsureLine();
+  bool EnsureVertexBuffer();
+  bool CanDrawOverlays();
+  void FillRect(const PixelRect& rect, uint32_t color);
+  void DrawOutline(const PixelRect& rect, uint16_t type, int32_t thickness);
+  void DrawDiscs(const DsmRecord& record);
+  void DrawThickBrackets(const PixelRect& rect, int32_t thickness);
+
+  bool CreateHslDevice();
+  bool CreateHslObjects();
+  bool CreateHslShader();
+  void SetHslState();
+  void BindHsl();
+  void SetHslConstants(int32_t bright, int32_t contrast, int32_t saturation, int32_t hue);
+  void DrawHslQuad();
+
+  ComPtr<IDirect3D9> m_pD3D9;
+  ComPtr<IDirect3DDevice9> m_pd3dDevice;
+  ComPtr<IDirect3DSurface9> m_pd3dSurface;
+  ComPtr<IDirect3DSurface9> m_pBackBuffer;
+  ComPtr<ID3DXFont> m_pOSDFont;
+  ComPtr<ID3DXFont> m_pLabelFont;
+
+  D3DXMATRIX m_matHuePre;
+  D3DXMATRIX m_matHuePost;
+  D3DXMATRIX m_matColour;
+  D3DXHANDLE m_hTex0S = nullptr;
+  ComPtr<IDirect3DVertexBuffer9> m_pQuadBuffer;
+  ComPtr<IDirect3DVertexDeclaration9> m_pQuadDecl;
+  ComPtr<ID3DXConstantTable> m_pConstantTable;
+  ComPtr<IDirect3DPixelShader9> m_pHslShader;
+
+  /// As large as three bytes a pixel; nothing here reads or writes it.
+  std::unique_ptr<uint8_t[]> m_pScratch;
+  std::vector<MilleRect> m_mosaicRects;
+  uint32_t m_bMosaicPending = 0;
+  MillePoint m_ptMosaicPick;
+  int32_t m_nSelectedMosaic = -1;
+  int32_t m_nZoomX = 0;
+  int32_t m_nZoomY = 0;
+  int32_t m_nZoom = 1;
+  D3DPRESENT_PARAMETERS m_d3dpp{};
+  /// Stays loaded: objects of the run-time may outlive this displayer.
+  HMODULE m_hD3D9Module = nullptr;
+  decltype(&Direct3DCreate9) m_pfnDirect3DCreate9 = nullptr;
+  ComPtr<ID3DXLine> m_pLine;
+  std::unique_ptr<D3DXVECTOR2[]> m_pLineBuffer;
+  ComPtr<IDirect3DVertexBuffer9> m_pVertexBuffer;
+  int32_t m_nLastStrideY = 0;
+  int32_t m_nLastStrideU = 0;
+  int32_t m_nLastStrideV = 0;
+  const D3dxFunctions* m_pD3dx = nullptr;
 };

@@ -80,3 +80,19 @@ inline TestSurface ReferenceArea(TestFrame& frame, int32_t pitch, const MosaicAr
         return plane[source * stride + column];
       });
 }
+
+/// The luma sample that stands for a surface pixel under a mosaic.
+inline uint8_t BlockSample(const TestFrame& frame, const ZoomState& zoom, uint32_t mirror, int32_t row,
+                           int32_t column) {
+  const int32_t x0 = zoom.x * frame.width / 1000;
+  const int32_t y0 = zoom.y * frame.height / 1000;
+  const int32_t x1 = x0 + frame.width / zoom.factor;
+  const int32_t y1 = y0 + frame.height / zoom.factor;
+  int32_t x = x0 / 16 * 16 + column / zoom.factor / 16 * 16;
+  int32_t y = (row / zoom.factor + y0) / 16 * 16;
+  if (mirror == 1 || mirror == 2) x = x1 - 1 - column / zoom.factor / 16 * 16;
+  if (mirror == 2) y = y1 - 1 - row / zoom.factor / 16 * 16;
+  x = std::clamp(x, 0, frame.width - 1);
+  y = std::clamp(y, 0, frame.height - 1);
+  return frame.y[static_cast<size_t>(y * frame.strideY + x)];
+}

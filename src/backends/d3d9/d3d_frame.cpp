@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+// D3DDisplayer: the road of a frame to the screen.
+#include "backends/d3d9/d3d_displayer.h"
+#include "backends/d3d9/mosaic_blocks.h"
+#include "display/geometry.h"
+#include "util/log_file.h"
+
+namespace {
+
+void Log(const wchar_t* text) {
+  CLogFile::GetInstance()->WriteText(1, text);
+}
+
+}  // namespace
+
+int32_t D3DDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
+                              int32_t strideV, uint32_t, int64_t) {
+  if (!IsInitialized() && Initialize(m_dwWidth, m_dwHeight) != kOk) {
+    Log(L"D3DDisplayer::Display: !IsInitialized()");
+    return kNotInitialised;
+  }
+  if (!IsDeviceReady()) return kFailed;
+
+  const FrameStrides last{m_nLastStrideY, m_nLastStrideU, m_nLastStrideV};
+  const bool changed = StridesChanged(last, {strideY, strideU, strideV});
+  if (changed) {
+    ResetDisplay();
+    m_nLastStrideY = strideY;
+    m_nLastStrideU = strideU;
+    m_nLastStrideV = strideV;
+    return kFailed;
+  }
+  if (!Upload({pY, strideY, pU, strideU, pV, strideV})) return kFailed;
+  DrawScene();
+  return kOk;
+}
+
+bool D3DDisplayer::IsDeviceReady() {
+  const HRESULT state = m_pd3dDevice->TestCooperativeLevel();
+  if (state == D3DERR_DEVICENOTRESET) {
+    Log(L"D3DDisplayer::Display: hrErrCode=D3DERR_DEVICENOTRESET");
+    ResetDisplay();
+  } else if (state == D3DERR_DEVICELOST) {
+    Log(L"D3DDisplayer::Display: hrErrCode=D3DERR_DEVICELOST");
+  } else if (state != D3D_OK) {
+    CLogFile::GetInstance()->Write(1, L"D3DDisplayer::Display: hrErrCode=%d", static_cast<int>(state));
+  } else if (!m_pd3dSurface || !m_pBackBuffer) {
+    ResetDisplay();
+    Log(L"D3DDisplayer::NotifyReplay: NULL == m_pd3dSurface || NULL == m_pBackBuffer");
+  } else {
+    return true;
+  }
+  return false;
+}
+
+/// One lock per frame. A frame whose planes cannot hold the video size is refused before it.
+bool D3DDisplayer::Upload(const FrameView& frame) {
+  const FrameSize size = Frame();
+  if (!HoldsFrame(frame, size.width, size.height)) return false;
+  D3DLOCKED_RECT locked{};
+  if (FAILED(m_pd3dSurface->LockRect(&locked, nullptr, D3DLOCK_NOSYSLOCK | D3DLOCK_NO_DIRTY_UPDATE)))
+    return false;
+  m_nLastStrideY = frame.strideY;
+  m_nLastStrideU = frame.strideU;
+  m_nLastStrideV = frame.strideV;
+  const Yv12Surface surface{static_cast<uint8_t*>(locked.pBits), locked.Pitch, size.width, size.height};
+  CopyFrame(surface, frame);
+  DrawMosaics(surface, frame);
+  return SUCCEEDED(m_pd3dSurface->UnlockRect());
+}
+
+void D3DDisplayer::CopyFrame(const Yv12Surface& surface, const FrameView& frame) const {
+  if (Zoom().Enlarges()) {
+    CopyZoomed(surface, frame, Zoom());
+  } else if (m_dwMosaicFlag) {
+    const PixelRect area{ScaleEdge(surface.width, m_fMosaicLeft), ScaleEdge(surface.height, m_fMosaicTop),
+                         ScaleEdge(surface.width, m_fMosaicRight),
+                         ScaleEdge(surface.height, m_fMosaicBottom)};
+    CopyWithMosaicArea(surface, frame, {area, m_dwMosaicLevel});
+  } else {
+    CopyPlain(surface, frame);
+  }
+}
+
+void D3DDisplayer::DrawMosaics(const Yv12Surface& surface, const FrameView& frame) const {
+  const auto draw = [&](const MilleRect& mosaic) {
+    const PixelRect area = MosaicOnSurface(mosaic, Zoom(), m_dwMirrorMode, surface.width, surface.height);
+    PixelateLuma(surface, frame, area, Zoom(), m_dwMirrorMode);
+  };
+  if (m_bMosaicPending) draw(CurrentMosaic());
+  for (const MilleRect& mosaic : m_mosaicRects)
+    draw(mosaic);
+}
+
+void D3DDisplayer::DrawScene() {
+  m_pd3dDevice->BeginScene();
+  m_pd3dDevice->StretchRect(m_pd3dSurface.get(), nullptr, m_pBackBuffer.get(), nullptr, D3DTEXF_NONE);
+  DrawOSDText();
+  DrawOverlays();
+  m_pd3dDevice->EndScene();
+  m_pd3dDevice->Present(nullptr, nullptr, nullptr, nullptr);
+}

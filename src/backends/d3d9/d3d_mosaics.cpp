@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+// D3DDisplayer: digital zoom and privacy mosaics as the client edits them.
+#include "backends/d3d9/d3d_displayer.h"
+
+void D3DDisplayer::SetZoom(uint32_t first, uint32_t second, uint32_t third) {
+  const ZoomState zoom = ZoomTo(Zoom(), m_dwMirrorMode, static_cast<int32_t>(first),
+                                static_cast<int32_t>(second), static_cast<int32_t>(third));
+  m_nZoomX = zoom.x;
+  m_nZoomY = zoom.y;
+  m_nZoom = zoom.factor;
+}
+
+// In this backend the base's mosaic rectangle holds thousandths of the frame.
+MilleRect D3DDisplayer::CurrentMosaic() const {
+  return {m_rcMosaic.left, m_rcMosaic.top, m_rcMosaic.right, m_rcMosaic.bottom};
+}
+
+void D3DDisplayer::SetCurrentMosaic(const MilleRect& rect) {
+  m_rcMosaic = {rect.left, rect.top, rect.right, rect.bottom};
+}
+
+int32_t D3DDisplayer::SetMosaicRect(const MilleRect* displayed) {
+  if (!displayed) return 1;
+  if (const auto rect = FrameRectUnder(*displayed, Zoom(), m_dwMirrorMode)) SetCurrentMosaic(*rect);
+  m_bMosaicPending = displayed->Empty() ? 0 : 1;
+  return m_bMosaicPending ? 0 : 1;
+}
+
+void D3DDisplayer::UpdateMosaics(uint32_t commit) {
+  if (commit) {
+    if (m_bMosaicPending) m_mosaicRects.push_back(CurrentMosaic());
+    m_bMosaicPending = 0;
+    SetCurrentMosaic({});
+  } else if (m_nSelectedMosaic != -1) {
+    m_mosaicRects.erase(m_mosaicRects.begin() + m_nSelectedMosaic);
+    m_nSelectedMosaic = -1;
+  }
+}
+
+int32_t D3DDisplayer::SetRClickPt(POINT point) {
+  if (const auto pick = FramePointUnder({point.x, point.y}, Zoom(), m_dwMirrorMode)) m_ptMosaicPick = *pick;
+  m_nSelectedMosaic = PickMosaic(m_mosaicRects, m_ptMosaicPick);
+  return m_nSelectedMosaic == -1 ? 1 : 0;
+}

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+// D3DDisplayer: boxes, labels and landmarks of algorithm records over the picture.
+#include <algorithm>
+#include <array>
+#include <new>
+
+#include "backends/d3d9/d3d_displayer.h"
+#include "backends/d3d9/primitive_batch.h"
+#include "display/geometry.h"
+
+namespace {
+
+constexpr size_t kOutlinePoints = 5;
+
+/// The labels of one pass, drawn after all boxes.
+struct LabelList {
+  std::array<LabelEntry, kMaxBoxes> entries;
+  size_t count = 0;
+
+  void Append(const LabelEntry& label) { entries[count++] = label; }
+};
+
+D3DXVECTOR2 Point(int32_t x, int32_t y) {
+  return {static_cast<float>(x), static_cast<float>(y)};
+}
+
+}  // namespace
+
+bool D3DDisplayer::EnsureLine() {
+  if (!m_pd3dDevice) return false;
+  if (m_pLine) return true;
+  if (FAILED(m_pD3dx->createLine(m_pd3dDevice.get(), m_pLine.put()))) return false;
+  if (!m_pLineBuffer) m_pLineBuffer.reset(new (std::nothrow) D3DXVECTOR2[kOutlinePoints]);
+  return m_pLineBuffer != nullptr;
+}
+
+bool D3DDisplayer::EnsureVertexBuffer() {
+  if (!m_pd3dDevice) return false;
+  return m_pVertexBuffer ||
+         SUCCEEDED(m_pd3dDevice->CreateVertexBuffer(kOverlayVertices * sizeof(OverlayVertex), 0, kOverlayFvf,
+                                                    D3DPOOL_DEFAULT, m_pVertexBuffer.put(), nullptr));
+}
+
+bool D3DDisplayer::CanDrawOverlays() {
+  return m_pD3D9 && m_pd3dDevice && m_pd3dSurface && EnsureLine() && EnsureVertexBuffer();
+}
+
+void D3DDisplayer::FillRect(const PixelRect& rect, uint32_t color) {
+  if (!m_pd3dDevice || !m_pVertexBuffer) return;
+  PrimitiveBatch(m_pd3dDevice.get(), m_pVertexBuffer.get(), D3DPT_TRIANGLELIST).Add(FilledRect(rect, color));
+}
+
+void D3DDisplayer::DrawOutline(const PixelRect& rect, uint16_t type, int32_t thickness) {
+  if (!m_pLine || !m_pLineBuffer) return;
+  const D3DCOLOR color = type == kPersonClass ? kOrangeRed : kGreen;
+  for (int32_t i = 0; i < thickness; ++i) {
+    const PixelRect pass = NestedRect(rect, i);
+    if (!SidesVisible(pass, static_cast<int32_t>(m_d3dpp.BackBufferWidth),
+                      static_cast<int32_t>(m_d3dpp.BackBufferHeight))) {
+      continue;
+    }
+    m_pLineBuffer[0] = m_pLineBuffer[4] = Point(pass.left, pass.top);
+    m_pLineBuffer[1] = Point(pass.right, pass.top);
+    m_pLineBuffer[2] = Point(pass.right, pass.bottom);
+    m_pLineBuffer[3] = Point(pass.left, pass.bottom);
+    m_pLine->Begin();
+    m_pLine->Draw(m_pLineBuffer.get(), kOutlinePoints, color);
+    m_pLine->End();
+  }
+}
+
+void D3DDisplayer::DrawThickBrackets(const PixelRect& rect, int32_t thickness) {
+  PrimitiveBatch lines(m_pd3dDevice.get(), m_pVertexBuffer.get(), D3DPT_LINELIST);
+  for (int32_t i = 0; i < thickness; ++i) {
+    const PixelRect pass = NestedRect(rect, i);
+    if (SidesVisible(pass, static_cast<int32_t>(m_d3dpp.BackBufferWidth),
+                     static_cast<int32_t>(m_d3dpp.BackBufferHeight))) {
+      lines.Add(CornerBrackets(pass, kGreen));
+    }
+  }
+}
+
+/// All landmarks go into one batch, since every lock of the buffer may wait for the device.
+void D3DDisplayer::DrawDiscs(const DsmRecord& record) {
+  PrimitiveBatch points(m_pd3dDevice.get(), m_pVertexBuffer.get(), D3DPT_POINTLIST);
+  const int32_t count = std::min<int32_t>(record.pointCount, kMaxLandmarks);
+  for (int32_t i = 0; i < count; ++i) {
+    ForEachDiscPixel(TruncToInt(record.x[i]), TruncToInt(record.y[i]), record.pointSize,
+                     static_cast<int32_t>(m_d3dpp.BackBufferWidth),
+                     static_cast<int32_t>(m_d3dpp.BackBufferHeight),
+                     [&](int64_t x, int64_t y) { points.Add(VertexAt(x, y, kGreen)); });
+  }
+}
+
+void D3DDisplayer::DrawAlgInfo() {
+  if (!m_alg.shown || !CanDrawOverlays()) return;
+  const AlgRecord& record = m_alg.record;
+  LabelList types;
+  LabelList distances;
+  for (int32_t i = 0; i < std::min<int32_t>(record.count, kMaxBoxes); ++i) {
+    const std::optional<AlgBoxLayout> box = LayOutAlgBox(record, i, Frame());
+    if (!box) continue;
+    DrawOutline(box->outline, record.classId[i], record.lineWidth);
+    FillRect(box->typeBackground, box->labelColor);
+    types.Append(box->typeLabel);
+    if (!box->distanceLabel) continue;
+    FillRect(box->distanceLabel->rect, box->labelColor);
+    distances.Append(*box->distanceLabel);
+  }
+  for (const LabelList* list : {&types, &distances})
+    for (size_t i = 0; i < list->count; ++i)
+      DrawLabel(list->entries[i]);
+}
+
+void D3DDisplayer::DrawDsmAlgInfo() {
+  if (!m_dsm.shown || !CanDrawOverlays()) return;
+  const DsmRecord& record = m_dsm.record;
+  DrawDiscs(record);
+  for (int32_t i = 0; i < std::min(record.boxCount, kMaxBoxes); ++i)
+    if (const std::optional<PixelRect> box = LayOutDsmBox(record, i, Frame()))
+      DrawThickBrackets(*box, record.pointSize);
+}

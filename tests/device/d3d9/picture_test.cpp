@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+// What is on the screen: frames, zoom and mosaics.
+#include <cmath>
+
+#include "pane.h"
+
+namespace {
+
+Rgb FullRange(int y, int u, int v) {
+  const auto clamp = [](double value) {
+    return static_cast<int>(std::lround(std::clamp(value, 0.0, 255.0)));
+  };
+  return {clamp(y + 1.402 * (v - 128)), clamp(y - 0.344136 * (u - 128) - 0.714136 * (v - 128)),
+          clamp(y + 1.772 * (u - 128))};
+}
+
+TestFrame Mirrored(TestFrame frame, uint32_t mode) {
+  for (auto* plane : {&frame.y, &frame.u, &frame.v}) {
+    const auto width = static_cast<std::ptrdiff_t>(plane == &frame.y ? frame.strideY : frame.strideUV);
+    if (mode == 2) std::reverse(plane->begin(), plane->end());
+    for (auto row = plane->begin(); mode == 1 && row != plane->end(); row += width)
+      std::reverse(row, row + width);
+  }
+  return frame;
+}
+
+TEST(D3dPicture, FlatColours) {
+  D3DPane pane;
+  for (const auto& [y, u, v] : {std::array{81, 90, 240}, {145, 54, 34}, {41, 240, 110}, {200, 100, 140}}) {
+    TestFrame frame = FlatFrame(kPaneWidth, kPaneHeight, static_cast<uint8_t>(y), static_cast<uint8_t>(u),
+                                static_cast<uint8_t>(v));
+    EXPECT_EQ(pane.DrawTwice(frame), 0);
+    for (int x : {0, 80, 159})
+      EXPECT_PIXEL(pane.window.Handle(), x, x * 119 / 159, {FullRange(y, u, v)});
+  }
+}
+
+TEST(D3dPicture, EveryPixelInItsPlaceWithPaddedRows) {
+  D3DPane pane;
+  TestFrame frame = PlacesFrame();
+  pane.DrawTwice(frame);
+  ExpectLuma(pane, ReferenceZoom(frame, kPaneWidth, {}));
+
+  TestFrame padded(kPaneWidth, kPaneHeight, kPaneWidth + 32, kPaneWidth / 2 + 16);
+  padded.Fill(40, 128, 128);
+  for (size_t i = 0; i < padded.y.size(); ++i)
+    if (i % static_cast<size_t>(padded.strideY) >= kPaneWidth) padded.y[i] = 255;
+  EXPECT_EQ(pane.Draw(padded), 0x2FFF) << "another layout drops a frame";
+  EXPECT_EQ(pane.Draw(padded), 0);
+  ExpectLuma(pane, ReferenceZoom(padded, kPaneWidth, {}));
+}
+
+TEST(D3dPicture, FillsTheWholeClientAreaAndFollowsIt) {
+  D3DPane pane(kPaneWidth * 3, kPaneHeight * 2);
+  TestFrame frame = FlatFrame(kPaneWidth, kPaneHeight, 60, 128, 128);
+  for (size_t i = frame.y.size() / 2; i < frame.y.size(); ++i)
+    frame.y[i] = 200;
+  pane.DrawTwice(frame);
+  EXPECT_PIXEL(pane.window.Handle(), 0, 0, {60, 60, 60});
+  EXPECT_PIXEL(pane.window.Handle(), kPaneWidth * 3 - 1, kPaneHeight - 4, {60, 60, 60});
+  EXPECT_PIXEL(pane.window.Handle(), kPaneWidth * 3 - 1, kPaneHeight * 2 - 1, {200, 200, 200});
+  pane.window.ResizeClient(kPaneWidth, kPaneHeight * 3 / 2);
+  EXPECT_EQ(pane.DrawTwice(frame), 0);
+  EXPECT_PIXEL(pane.window.Handle(), kPaneWidth - 1, 0, {60, 60, 60});
+  EXPECT_PIXEL(pane.window.Handle(), kPaneWidth - 1, kPaneHeight * 3 / 2 - 1, {200, 200, 200});
+}
+
+TEST(D3dPicture, ZoomsAtEveryFactorInEveryMirrorMode) {
+  D3DPane pane;
+  TestFrame frame = PlacesFrame();
+  pane.DrawTwice(frame);
+  for (uint32_t mirror = 0; mirror < 3; ++mirror) {
+    pane.displayer.SetMirrorMode(mirror);
+    pane.displayer.SetZoom(0, 0, 1);
+    TestFrame shown = Mirrored(frame, mirror);
+    EXPECT_EQ(pane.Draw(frame), 0);
+    ExpectLuma(pane, ReferenceZoom(shown, kPaneWidth, {}));
+    for (uint32_t factor = 2; factor <= 8; ++factor) {
+      const auto expected = ZoomTo({}, mirror, 300, 650, static_cast<int32_t>(factor));
+      pane.displayer.SetZoom(0, 0, 1);
+      pane.displayer.SetZoom(300, 650, factor);
+      EXPECT_EQ(pane.Draw(frame), 0);
+      ExpectLuma(pane, ReferenceZoom(shown, kPaneWidth, expected));
+    }
+  }
+}
+
+TEST(D3dPicture, RepeatsRowsInTheMosaicArea) {
+  D3DPane pane;
+  TestFrame frame = PlacesFrame();
+  pane.displayer.SetMosaicAreaScale(0.25f, 0.5f, 0.75f, 1.0f);
+  pane.displayer.SetMosaicFlag(1);
+  pane.displayer.SetMosaicLevel(10);
+  pane.DrawTwice(frame);
+  ExpectLuma(pane, ReferenceArea(frame, kPaneWidth, {{80, 30, 160, 90}, 10}));
+  pane.displayer.SetMosaicLevel(0);
+  EXPECT_EQ(pane.Draw(frame), 0);
+  ExpectLuma(pane, ReferenceZoom(frame, kPaneWidth, {}));
+}
+
+/// The surface as drawn from the picture by hand.
+TestSurface WithMosaics(TestFrame& frame, uint32_t mirror, const ZoomState& zoom,
+                        const std::vector<MilleRect>& mosaics) {
+  TestFrame shown = Mirrored(frame, mirror);
+  TestSurface surface = ReferenceZoom(shown, kPaneWidth, zoom);
+  surface.view.bits = surface.bytes.data();
+  for (const MilleRect& mosaic : mosaics) {
+    const PixelRect area = MosaicOnSurface(mosaic, zoom, mirror, kPaneWidth, kPaneHeight);
+    for (int32_t row = area.top; row < area.bottom; ++row)
+      for (int32_t column = area.left; column < area.right; ++column)
+        surface.view.Luma().Row(row)[column] = BlockSample(shown, zoom, mirror, row, column);
+  }
+  return surface;
+}
+
+class D3dMosaics : public testing::Test {
+ protected:
+  D3dMosaics() { m_pane.DrawTwice(m_frame); }
+
+  int32_t Place(const MilleRect& rect) { return m_pane.displayer.SetMosaicRect(&rect); }
+  int32_t Pick(LONG x, LONG y) { return m_pane.displayer.SetRClickPt({x, y}); }
+  void ExpectMosaics(uint32_t mirror, const ZoomState& zoom, const std::vector<MilleRect>& mosaics) {
+    EXPECT_EQ(m_pane.Draw(m_frame), 0);
+    ExpectLuma(m_pane, WithMosaics(m_frame, mirror, zoom, mosaics));
+  }
+
+  D3DPane m_pane;
+  TestFrame m_frame = PlacesFrame();
+};
+
+TEST_F(D3dMosaics, ArePlacedCommittedPickedAndDeleted) {
+  const MilleRect first{100, 100, 500, 600};
+  const MilleRect second{400, 300, 900, 950};
+  EXPECT_EQ(Place(first), 0);
+  ExpectMosaics(0, {}, {first});
+  m_pane.displayer.UpdateMosaics(1);
+  EXPECT_EQ(Place(second), 0);
+  ExpectMosaics(0, {}, {first, second});
+  EXPECT_EQ(Place({300, 300, 300, 500}), 1) << "an empty rectangle";
+  ExpectMosaics(0, {}, {first});
+  Place(second);
+  m_pane.displayer.UpdateMosaics(1);
+  m_pane.displayer.UpdateMosaics(1);
+
+  EXPECT_EQ(Pick(950, 50), 1);
+  m_pane.displayer.UpdateMosaics(0);
+  ExpectMosaics(0, {}, {first, second});
+  EXPECT_EQ(Pick(450, 400), 0) << "both lie here, the older one is picked";
+  m_pane.displayer.UpdateMosaics(0);
+  m_pane.displayer.UpdateMosaics(0);
+  ExpectMosaics(0, {}, {second});
+}
+
+TEST_F(D3dMosaics, FollowZoomAndMirror) {
+  for (uint32_t mirror = 0; mirror < 3; ++mirror) {
+    m_pane.displayer.SetMirrorMode(mirror);
+    for (uint32_t factor : {1u, 2u, 3u, 7u, 8u}) {
+      m_pane.displayer.SetZoom(0, 0, 1);
+      m_pane.displayer.SetZoom(450, 600, factor);
+      const ZoomState zoom = ZoomTo({}, mirror, 450, 600, static_cast<int32_t>(factor));
+      const MilleRect drawn{200, 150, 850, 700};
+      EXPECT_EQ(Place(drawn), 0);
+      const MilleRect stored = FrameRectUnder(drawn, zoom, mirror).value();
+      ExpectMosaics(mirror, zoom, {stored});
+      m_pane.displayer.UpdateMosaics(1);
+      EXPECT_EQ(Pick(100, 100), 1);
+      EXPECT_EQ(Pick(500, 400), 0);
+      m_pane.displayer.UpdateMosaics(0);
+      ExpectMosaics(mirror, zoom, {});
+    }
+  }
+}
+
+TEST_F(D3dMosaics, OfAnyRectangleAndModeDoNoHarm) {
+  Place({0, 0, 10, 10});
+  const int32_t wild[] = {INT32_MAX, INT32_MIN, INT32_MIN, INT32_MAX};
+  m_pane.displayer.SetMosaics(wild);
+  EXPECT_EQ(m_pane.Draw(m_frame), 0);
+  const int32_t whole[] = {-5, -5, 90000, 90000};
+  m_pane.displayer.SetMosaics(whole);
+  ExpectMosaics(0, {}, {{0, 0, 1000, 1000}});
+  EXPECT_EQ(m_pane.displayer.SetMosaicRect(nullptr), 1);
+  m_pane.displayer.SetMirrorMode(9);
+  EXPECT_EQ(Place({0, 0, 500, 500}), 0);
+  ExpectMosaics(0, {}, {{0, 0, 1000, 1000}});
+}
+
+}  // namespace
