@@ -16,7 +16,7 @@ bool Fits(DWORD length) {
 
 /// The host may have been started by its short (8.3) name.
 bool ReadHostPath(PathText& path) {
-  PathText asStarted;
+  PathText asStarted{};
   if (!Fits(GetModuleFileNameW(nullptr, asStarted, MAX_PATH))) return false;
   const DWORD length = GetLongPathNameW(asStarted, path, MAX_PATH);
   if (length == 0) std::wcscpy(path, asStarted);

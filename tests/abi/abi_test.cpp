@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+// The public header comes first: it must stand alone in C++ as well.
+#include <nivral/nivral.h>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "abi/exports.h"
+
+namespace {
+
+/// Calls with a null handle and zeros for everything else.
+template <class... Rest>
+uint32_t WithNullHandle(uint32_t (*function)(void*, Rest...)) {
+  return function(nullptr, Rest{}...);
+}
+
+TEST(Abi, HeaderFunctionsAreTheExportedOnes) {
+  const HMODULE library = GetModuleHandleW(L"libnivral.dll");
+  ASSERT_TRUE(library);
+  AbiExport list[kAbiExportCount];
+  ASSERT_EQ(ListAbiExports(list), size_t{kAbiExportCount});
+  for (const AbiExport& entry : list) {
+    void* exported = reinterpret_cast<void*>(GetProcAddress(library, entry.name));
+    EXPECT_EQ(reinterpret_cast<void*>(entry.function), exported) << entry.name;
+  }
+}
+
+TEST(Abi, NullHandlesAreRefused) {
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWCloseDraw), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWFreeDraw), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetHwnd), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetHwndEx), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWInitDraw), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWDrawYUV420), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWAdjustedWnd), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetPlayRect), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetZoom), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetMirrorMode), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetIndex), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetPause), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetOSDText), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetMosaics), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetMosaicFlag), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetMosaicLevel), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetMosaicAreaScale), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWUpdateMosaics), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetRClickPt), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetAlgInfo), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetDsmAlgInfo), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetDecCB), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetDisplayCB), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetDrawYUV420CB), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetFlashWndCB), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_SetColorParams), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_GetColorParams), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_GetColorParamsEx), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_WVCloseWave), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_WVSetWaveFormat), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_WVSetWriteWaveCB), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_WVPlayWave), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_WVPauseWave), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_WVStopWave), 1U);
+  EXPECT_EQ(WithNullHandle(NIVRAL_WVSetVolume), 1U);
+}
+
+TEST(Abi, NullOutPointersAreRefused) {
+  EXPECT_EQ(NIVRAL_DWOpenDraw(nullptr), 1U);
+  for (const uint32_t type : {0U, 1U, 2U, 0xFFFFFFFFU})
+    EXPECT_EQ(NIVRAL_DWOpenDrawEx(nullptr, type), 1U) << type;
+  EXPECT_EQ(NIVRAL_WVOpenWave(nullptr), 1U);
+}
+
+TEST(Abi, StatelessFunctionsTakeNothing) {
+  EXPECT_EQ(
+      NIVRAL_GetColorParamsRange(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr), 0U);
+  EXPECT_EQ(NIVRAL_rgb24_to_yv12_c(nullptr, nullptr, nullptr, nullptr, 0, 0, 0), 0U);
+  EXPECT_EQ(NIVRAL_yv12_to_rgb24_c(nullptr, 0, nullptr, nullptr, nullptr, 0, 0, 0, 0), 0U);
+}
+
+TEST(Abi, LibraryCarriesItsVersion) {
+  wchar_t path[MAX_PATH];
+  GetModuleFileNameW(GetModuleHandleW(L"libnivral.dll"), path, MAX_PATH);
+  std::vector<char> data(GetFileVersionInfoSizeW(path, nullptr));
+  ASSERT_FALSE(data.empty());
+  ASSERT_TRUE(GetFileVersionInfoW(path, 0, static_cast<DWORD>(data.size()), data.data()));
+  VS_FIXEDFILEINFO* fixed = nullptr;
+  UINT size = 0;
+  ASSERT_TRUE(VerQueryValueW(data.data(), L"\\", reinterpret_cast<void**>(&fixed), &size));
+  const std::string version = std::to_string(HIWORD(fixed->dwFileVersionMS)) + "." +
+                              std::to_string(LOWORD(fixed->dwFileVersionMS)) + "." +
+                              std::to_string(HIWORD(fixed->dwFileVersionLS));
+  EXPECT_EQ(version, NIVRAL_TEST_VERSION);
+}
+
+}  // namespace
