@@ -1,0 +1,25 @@
+#!/bin/bash
+# What the documents say is there: every path of the tree, script and preset that they name exists, and every
+# exported function appears in the guide or the header.
+. "$(dirname "$0")/common.sh"
+cd "$ROOT"
+failed=0
+complain() { echo "$*" >&2; failed=1; }
+mapfile -t documents < <(git ls-files --cached --others --exclude-standard '*.md')
+[ ${#documents[@]} -gt 0 ] || die "no documents found"
+
+for document in "${documents[@]}"; do
+  while read -r path; do
+    compgen -G "$path" > /dev/null || complain "$document names $path, which is not there"
+  done < <(grep -oE '\b(\.ci|cmake|docs|examples|include|scripts|src|tests|bench)/[A-Za-z0-9_./-]*[A-Za-z0-9_]' "$document" |
+    grep -v '\.log$' | sort -u)
+  while read -r preset; do
+    grep -q "\"name\": \"$preset\"" CMakePresets.json || complain "$document names the preset $preset, which is not there"
+  done < <(grep -oE -- '--preset [a-z0-9-]+' "$document" | sed 's/--preset //' | sort -u)
+done
+
+while read -r name; do
+  grep -q "\b$name(" include/nivral/nivral.h || complain "$name is exported but not declared in the header"
+done < <(sed -n 's/^ *\(NIVRAL_[A-Za-z0-9_]*\)$/\1/p' src/nivral.def)
+[ $failed = 0 ] || die "the documents do not match the tree"
+say "docs: ${#documents[@]} documents match the tree"
