@@ -2,9 +2,9 @@
 // The playback thread of CAudio: it alone opens, feeds and closes the wave-out device.
 #include <cstring>
 #include <new>
-#include <vector>
 
 #include "audio/audio.h"
+#include "audio/padded_format.h"
 #include "audio/playback_fill.h"
 
 namespace {
@@ -67,16 +67,13 @@ bool CAudio::AllocatePlayBuffers(int32_t size) {
 }
 
 bool CAudio::OpenWaveOut(const WAVEFORMATEX& format) {
-  // The player holds no extra bytes, but the system may read as many as the client's cbSize announces.
-  std::vector<uint8_t> padded(sizeof(format) + format.cbSize);
-  std::memcpy(padded.data(), &format, sizeof(format));
   // The device posts to this thread, so its message queue has to exist first.
   MSG message;
   PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
   HWAVEOUT device = nullptr;
   const MMRESULT result =
-      waveOutOpen(&device, WAVE_MAPPER, reinterpret_cast<const WAVEFORMATEX*>(padded.data()),
-                  GetThreadId(m_hThread.get()), reinterpret_cast<DWORD_PTR>(this), CALLBACK_THREAD);
+      waveOutOpen(&device, WAVE_MAPPER, PaddedFormat(format).get(), GetThreadId(m_hThread.get()),
+                  reinterpret_cast<DWORD_PTR>(this), CALLBACK_THREAD);
   if (result != MMSYSERR_NOERROR) return false;
   CAutoLock lock(&m_deviceLock);
   m_hWaveOut = device;

@@ -10,5 +10,5 @@ pacat -d $PULSE_SINK "${OPTIONS[@]}" /dev/zero &
 KEEPER=$!
 trap 'kill $KEEPER; wait $KEEPER || true; pactl unload-module $MODULE' EXIT
 # Two seconds of recorded silence say that the sink has settled on its latency.
-timeout 20 parec -d $PULSE_SOURCE "${OPTIONS[@]}" | head -c 32000 > /dev/null || true
+timeout 20 parec -d $PULSE_SOURCE "${OPTIONS[@]}" 2>/dev/null | head -c 32000 >/dev/null || true
 "$@"

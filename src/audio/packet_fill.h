@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+
+#include "audio/byte_queue.h"
+
+/// Before each packet in the queue: four 32-bit words, of which the second is the length of its data in
+/// bytes.
+constexpr size_t kPacketHeaderBytes = 16;
+
+/// Turns packets into samples, for FillPart.
+class PacketConverter {
+ public:
+  virtual ~PacketConverter() = default;
+  virtual bool Stopping() const = 0;
+  /// Writes 16-bit samples to `room` and returns their number. Called with an empty packet first, for samples
+  /// that an earlier packet left over.
+  virtual uint16_t Convert(std::span<const uint8_t> packet, std::span<uint8_t> room) = 0;
+};
+
+/// Pops the next packet's data into `scratch`; none when the queue holds no whole header. What of a packet
+/// `scratch` cannot hold is dropped by way of `overflow`, which must not be empty.
+std::optional<std::span<const uint8_t>> PopPacket(ByteQueue& queue, std::span<uint8_t> scratch,
+                                                  std::span<uint8_t> overflow);
+
+/// Fills one locked part of the playing buffer with what the converter makes of the queued packets, and the
+/// rest with the initial level. As long as the converter makes nothing, this drains the
+/// queue. A null queue is an empty one.
+void FillPart(std::span<uint8_t> part, ByteQueue* queue, std::span<uint8_t> scratch,
+              std::span<uint8_t> overflow, PacketConverter& converter);

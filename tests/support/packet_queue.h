@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+#include <deque>
+#include <mutex>
+#include <vector>
+
+#include "audio/byte_queue.h"
+#include "audio/packet_fill.h"
+
+/// A byte queue as a client would write one.
+class PacketQueue : public ByteQueue {
+ public:
+  size_t Take(uint8_t* to, size_t count) override {
+    std::lock_guard lock(m_mutex);
+    count = std::min(count, m_bytes.size());
+    std::copy_n(m_bytes.begin(), count, to);
+    m_bytes.erase(m_bytes.begin(), m_bytes.begin() + static_cast<ptrdiff_t>(count));
+    return count;
+  }
+
+  void Push(const std::vector<uint8_t>& data) {
+    PushHeader(static_cast<uint32_t>(data.size()));
+    PushRaw(data);
+  }
+
+  void PushHeader(uint32_t length) {
+    std::vector<uint8_t> header(kPacketHeaderBytes, 0xA5);
+    std::memcpy(header.data() + sizeof(length), &length, sizeof(length));
+    PushRaw(header);
+  }
+
+  void PushRaw(const std::vector<uint8_t>& bytes) {
+    std::lock_guard lock(m_mutex);
+    m_bytes.insert(m_bytes.end(), bytes.begin(), bytes.end());
+  }
+
+  size_t Size() const {
+    std::lock_guard lock(m_mutex);
+    return m_bytes.size();
+  }
+
+ private:
+  mutable std::mutex m_mutex;
+  std::deque<uint8_t> m_bytes;
+};
