@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+// A d3dx9_43.dll whose lines are drawn: Wine's ID3DXLine does nothing. Everything else that the library uses
+// goes to the identical d3dx9_42.dll, see the .def file.
+#include <d3dx9.h>
+
+#include <atomic>
+#include <vector>
+
+// COM interfaces have no virtual destructor, and this compiler's warning looks at the base class.
+#if defined(__GNUC__)
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#endif
+
+namespace {
+
+class Line : public ID3DXLine {
+ public:
+  explicit Line(IDirect3DDevice9* device) : m_device(device) { device->AddRef(); }
+  virtual ~Line() { m_device->Release(); }
+
+  HRESULT WINAPI QueryInterface(REFIID, void** object) override {
+    *object = nullptr;
+    return E_NOINTERFACE;
+  }
+  ULONG WINAPI AddRef() override { return ++m_references; }
+  ULONG WINAPI Release() override {
+    const ULONG references = --m_references;
+    if (references == 0) delete this;
+    return references;
+  }
+
+  HRESULT WINAPI GetDevice(IDirect3DDevice9** device) override {
+    m_device->AddRef();
+    *device = m_device;
+    return D3D_OK;
+  }
+  HRESULT WINAPI Begin() override {
+    m_begun = true;
+    return D3D_OK;
+  }
+  HRESULT WINAPI Draw(const D3DXVECTOR2* points, DWORD count, D3DCOLOR color) override;
+  HRESULT WINAPI DrawTransform(const D3DXVECTOR3*, DWORD, const D3DXMATRIX*, D3DCOLOR) override {
+    return E_NOTIMPL;
+  }
+  HRESULT WINAPI SetPattern(DWORD) override { return D3D_OK; }
+  DWORD WINAPI GetPattern() override { return 0xFFFFFFFF; }
+  HRESULT WINAPI SetPatternScale(FLOAT) override { return D3D_OK; }
+  FLOAT WINAPI GetPatternScale() override { return 1; }
+  HRESULT WINAPI SetWidth(FLOAT) override { return D3D_OK; }
+  FLOAT WINAPI GetWidth() override { return 1; }
+  HRESULT WINAPI SetAntialias(WINBOOL) override { return D3D_OK; }
+  WINBOOL WINAPI GetAntialias() override { return FALSE; }
+  HRESULT WINAPI SetGLLines(WINBOOL) override { return D3D_OK; }
+  WINBOOL WINAPI GetGLLines() override { return FALSE; }
+  HRESULT WINAPI End() override {
+    m_begun = false;
+    return D3D_OK;
+  }
+  HRESULT WINAPI OnLostDevice() override { return D3D_OK; }
+  HRESULT WINAPI OnResetDevice() override { return D3D_OK; }
+
+ private:
+  std::atomic<ULONG> m_references{1};
+  IDirect3DDevice9* m_device;
+  bool m_begun = false;
+};
+
+struct Vertex {
+  float x, y, z, rhw;
+  D3DCOLOR color;
+};
+
+// What a caller set on the device is as it was afterwards, as with the real object.
+HRESULT WINAPI Line::Draw(const D3DXVECTOR2* points, DWORD count, D3DCOLOR color) {
+  if (!m_begun || count < 2) return D3DERR_INVALIDCALL;
+  IDirect3DStateBlock9* state = nullptr;
+  if (FAILED(m_device->CreateStateBlock(D3DSBT_ALL, &state))) return E_FAIL;
+  std::vector<Vertex> strip;
+  for (DWORD i = 0; i < count; ++i)
+    strip.push_back({points[i].x, points[i].y, 0, 1, color});
+  m_device->SetTexture(0, nullptr);
+  m_device->SetPixelShader(nullptr);
+  m_device->SetFVF(D3DFVF_XYZRHW | D3DFVF_DIFFUSE);
+  m_device->DrawPrimitiveUP(D3DPT_LINESTRIP, count - 1, strip.data(), sizeof(Vertex));
+  state->Apply();
+  state->Release();
+  return D3D_OK;
+}
+
+}  // namespace
+
+extern "C" HRESULT WINAPI ShimCreateLine(IDirect3DDevice9* device, ID3DXLine** line) {
+  *line = new Line(device);
+  return D3D_OK;
+}
