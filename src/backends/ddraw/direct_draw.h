@@ -1,17 +1,92 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "display/base_displayer.h"
-#include "display/display_codes.h"
+#include <atomic>
 
-/// Shows frames through DirectDraw surfaces.
+#include "backends/ddraw/ddraw_device.h"
+#include "backends/ddraw/frame_slots.h"
+#include "backends/ddraw/frame_surface.h"
+#include "backends/ddraw/gdi_text.h"
+#include "display/base_displayer.h"
+#include "util/thread_base.h"
+#include "util/win_handles.h"
+
+/// Shows frames through DirectDraw 7 surfaces, on machines without 3D acceleration too.
+///
+/// Display copies the frame and returns; a worker thread composes it outside the screen, draws over it with
+/// GDI and copies it into the window. The worker owns every surface from InitDraw to FreeDraw. It holds no
+/// lock that a setter takes while it draws, so setters never wait for a blit.
 class CDirectDraw : public BaseDisplayer {
  public:
-  /// Marks the backend's once-per-process preparation as done.
-  static void MarkPrepared() {}
-  static void BuildTables() {}
+  CDirectDraw();
+  ~CDirectDraw() override;
 
-  int32_t Display(uint8_t*, int32_t, uint8_t*, int32_t, uint8_t*, int32_t, uint32_t, int64_t) override {
-    return kNotInitialised;
-  }
+  /// Once per process: chooses the conversion loops and marks that as done. The first displayer does both
+  /// when nobody has.
+  static void BuildTables();
+  static void MarkPrepared();
+
+  /// Hands the frame to the worker. kNotInitialised before InitDraw, after FreeDraw and without a window;
+  /// kFailed for planes that cannot hold a frame.
+  int32_t Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV, int32_t strideV,
+                  uint32_t param1, int64_t param2) override;
+
+  /// Makes surfaces and starts the worker. Needs no window. 0, kBadSize, kNoDevice or kNoMemory.
+  int32_t InitDraw(uint32_t width, uint32_t height, uint32_t param) override;
+
+  /// Ends the worker before it returns. Refused (kFailed) on the worker itself, where only callbacks run.
+  int32_t FreeDraw() override;
+
+  // These take effect at once: the worker draws the last frame again.
+  void AdjustWinRect() override;
+  void SetPlayRect(const RECT* rect) override;
+  int32_t SetPlayWnd(HWND hwnd) override;
+  int32_t SetPlayWndEx(HWND hwnd, int64_t param, uint32_t flag) override;
+
+  /// Which road frames take from the next InitDraw on; Automatic unless a test or benchmark asks.
+  void SetRoad(FrameRoad road) { m_wantedRoad = road; }
+  FrameRoad Road() const { return m_frameSurface.Road(); }
+
+  /// Frames and repaints that the worker has brought to the screen so far.
+  uint32_t ShownCount() const { return m_shownCount; }
+
+ private:
+  int32_t CreateAll();
+  HRESULT CreateSurfaces();
+  void ReleaseAll();
+  void StopWorker();
+
+  static DWORD WorkerMain(void* self);
+  void Work();
+  void DrawPending();
+  void DrawFrame(const FrameView& planes);
+  void Repaint();
+  void RequestRepaint();
+  bool Recover(HRESULT failure);
+  PixelRect RefreshArea(HWND window);
+  HRESULT Compose(const PixelRect& area);
+  HRESULT Show();
+
+  HRESULT PaintOverlays(const PixelRect& area);
+  void DrawTexts(HDC dc, const std::array<TextItem, kTextItemCount>& texts, const OverlayScale& scale);
+  void CallDisplayCallback(HDC dc, const PixelRect& area);
+
+  FrameRoad m_wantedRoad = FrameRoad::Automatic;
+  FrameSlots m_slots;
+  UniqueEvent m_frameEvent;  ///< auto-reset: a frame or a wish to repaint waits
+  UniqueEvent m_workerDone;  ///< manual-reset: the worker has left its body
+  CThreadBase m_worker;
+  std::atomic<DWORD> m_workerId{0};
+  std::atomic<bool> m_repaint{false};
+  std::atomic<uint32_t> m_shownCount{0};
+
+  // The worker's while it runs. Surfaces go before the device that made them.
+  DDrawDevice m_device;
+  FrameSurface m_frameSurface;
+  DDrawSurface m_composition;
+  PixelRect m_composedArea;
+  GdiText m_text;
+  int64_t m_shownParam2 = 0;
+  bool m_dsmDue = false;
+  bool m_frameUploaded = false;
 };

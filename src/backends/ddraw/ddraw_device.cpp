@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "backends/ddraw/ddraw_device.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "backends/ddraw/ddraw_error.h"
+#include "backends/ddraw/draw_layout.h"
+
+namespace {
+
+PixelRect DesktopBounds() {
+  const int left = GetSystemMetrics(SM_XVIRTUALSCREEN);
+  const int top = GetSystemMetrics(SM_YVIRTUALSCREEN);
+  return {left, top, left + GetSystemMetrics(SM_CXVIRTUALSCREEN), top + GetSystemMetrics(SM_CYVIRTUALSCREEN)};
+}
+
+RECT ToRect(const PixelRect& r) {
+  return {r.left, r.top, r.right, r.bottom};
+}
+
+}  // namespace
+
+HRESULT DDrawDevice::Create() {
+  Release();
+  void* object = nullptr;
+  HRESULT hr =
+      Reported("DirectDrawCreateEx", DirectDrawCreateEx(nullptr, &object, IID_IDirectDraw7, nullptr));
+  if (FAILED(hr)) return hr;
+  m_directDraw.reset(static_cast<IDirectDraw7*>(object));
+  hr = Reported("SetCooperativeLevel",
+                m_directDraw->SetCooperativeLevel(nullptr, DDSCL_NORMAL | DDSCL_MULTITHREADED));
+  if (SUCCEEDED(hr)) hr = CreatePrimary();
+  if (FAILED(hr)) Release();
+  return hr;
+}
+
+HRESULT DDrawDevice::CreatePrimary() {
+  DDSURFACEDESC2 description{};
+  description.dwSize = sizeof(description);
+  description.dwFlags = DDSD_CAPS;
+  description.ddsCaps.dwCaps = DDSCAPS_PRIMARYSURFACE;
+  HRESULT hr =
+      Reported("CreateSurface(primary)", m_directDraw->CreateSurface(&description, m_primary.put(), nullptr));
+  if (FAILED(hr)) return hr;
+
+  m_screenFormat.dwSize = sizeof(m_screenFormat);
+  hr = Reported("GetPixelFormat", m_primary->GetPixelFormat(&m_screenFormat));
+  if (FAILED(hr)) return hr;
+  const auto format = IdentifyPixels(m_screenFormat.dwRGBBitCount, m_screenFormat.dwRBitMask,
+                                     m_screenFormat.dwGBitMask, m_screenFormat.dwBBitMask);
+  if (!format) return Reported("IdentifyPixels", DDERR_INVALIDPIXELFORMAT);
+  m_format = *format;
+  return DD_OK;
+}
+
+/// A new clipper for each window: Wine looks at a clipper's window only when the surface gets the clipper,
+/// and paints over other windows without it.
+HRESULT DDrawDevice::BindWindow(HWND window) {
+  if (window == m_clippedWindow) return DD_OK;
+  m_clipper.reset();
+  HRESULT hr = Reported("CreateClipper", m_directDraw->CreateClipper(0, m_clipper.put(), nullptr));
+  if (SUCCEEDED(hr)) hr = Reported("SetHWnd", m_clipper->SetHWnd(0, window));
+  if (SUCCEEDED(hr)) hr = Reported("SetClipper", m_primary->SetClipper(m_clipper.get()));
+  m_clippedWindow = SUCCEEDED(hr) ? window : nullptr;
+  return hr;
+}
+
+void DDrawDevice::Release() {
+  m_clipper.reset();
+  m_primary.reset();
+  m_directDraw.reset();
+  m_clippedWindow = nullptr;
+}
+
+HRESULT DDrawDevice::CreateScreenCompatible(uint32_t width, uint32_t height, DDrawSurface& surface) const {
+  return CreateOffscreen(m_screenFormat, width, height, surface);
+}
+
+HRESULT DDrawDevice::CreateFourCC(DWORD fourCC, uint32_t width, uint32_t height,
+                                  DDrawSurface& surface) const {
+  DDPIXELFORMAT format{};
+  format.dwSize = sizeof(format);
+  format.dwFlags = DDPF_FOURCC;
+  format.dwFourCC = fourCC;
+  return CreateOffscreen(format, width, height, surface);
+}
+
+HRESULT DDrawDevice::CreateOffscreen(const DDPIXELFORMAT& format, uint32_t width, uint32_t height,
+                                     DDrawSurface& surface) const {
+  surface.reset();
+  DDSURFACEDESC2 description{};
+  description.dwSize = sizeof(description);
+  description.dwFlags = DDSD_CAPS | DDSD_WIDTH | DDSD_HEIGHT | DDSD_PIXELFORMAT;
+  description.dwWidth = width;
+  description.dwHeight = height;
+  description.ddpfPixelFormat = format;
+  description.ddsCaps.dwCaps = DDSCAPS_OFFSCREENPLAIN;
+  return Reported("CreateSurface", m_directDraw->CreateSurface(&description, surface.put(), nullptr));
+}
+
+bool DDrawDevice::ListsFourCC(DWORD fourCC) const {
+  DWORD count = 0;
+  if (FAILED(m_directDraw->GetFourCCCodes(&count, nullptr)) || count == 0) return false;
+  std::vector<DWORD> codes(count);
+  if (FAILED(m_directDraw->GetFourCCCodes(&count, codes.data()))) return false;
+  return std::find(codes.begin(), codes.end(), fourCC) != codes.end();
+}
+
+HRESULT DDrawDevice::Present(HWND window, IDirectDrawSurface7* picture, const PixelRect& area) {
+  POINT origin{area.left, area.top};
+  if (!ClientToScreen(window, &origin)) return DD_OK;
+  // A destination that reaches beyond the desktop is refused even with a clipper.
+  const ScreenCopy copy = CutToScreen(origin.x, origin.y, static_cast<int32_t>(area.Width()),
+                                      static_cast<int32_t>(area.Height()), DesktopBounds());
+  if (copy.target.Empty()) return DD_OK;
+
+  const HRESULT hr = BindWindow(window);
+  if (FAILED(hr)) return hr;
+  RECT source = ToRect(copy.source);
+  RECT target = ToRect(copy.target);
+  return Reported("Blt(screen)", m_primary->Blt(&target, picture, &source, DDBLT_WAIT, nullptr));
+}

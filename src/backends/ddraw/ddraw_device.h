@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <windows.h>
+// Keeps the order: ddraw.h needs windows.h.
+#include <ddraw.h>
+
+#include "backends/ddraw/pixel_layout.h"
+#include "display/pixel_rect.h"
+#include "util/com_ptr.h"
+
+using DDrawSurface = ComPtr<IDirectDrawSurface7>;
+
+/// A DirectDraw object with the screen as its primary surface. Used by one thread at a time.
+class DDrawDevice {
+ public:
+  /// Makes the object and the primary surface. Needs no window.
+  HRESULT Create();
+  void Release();
+  explicit operator bool() const { return static_cast<bool>(m_primary); }
+
+  /// How the screen packs its pixels.
+  PixelFormat Format() const { return m_format; }
+
+  /// Makes a surface outside the screen, in the screen's format.
+  HRESULT CreateScreenCompatible(uint32_t width, uint32_t height, DDrawSurface& surface) const;
+  HRESULT CreateFourCC(DWORD fourCC, uint32_t width, uint32_t height, DDrawSurface& surface) const;
+  bool ListsFourCC(DWORD fourCC) const;
+
+  /// Copies a picture into the part of the screen that `area` of the window's client area covers, where the
+  /// window can be seen. The picture has the size of the area.
+  HRESULT Present(HWND window, IDirectDrawSurface7* picture, const PixelRect& area);
+
+  /// Gives every surface of this object its memory back; contents are undefined afterwards.
+  HRESULT Restore() { return m_directDraw->RestoreAllSurfaces(); }
+
+ private:
+  HRESULT CreatePrimary();
+  HRESULT BindWindow(HWND window);
+  HRESULT CreateOffscreen(const DDPIXELFORMAT& format, uint32_t width, uint32_t height,
+                          DDrawSurface& surface) const;
+
+  ComPtr<IDirectDraw7> m_directDraw;
+  DDrawSurface m_primary;
+  ComPtr<IDirectDrawClipper> m_clipper;
+  DDPIXELFORMAT m_screenFormat{};
+  PixelFormat m_format = PixelFormat::Bgrx32;
+  HWND m_clippedWindow = nullptr;
+};

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "backends/ddraw/direct_draw.h"
+
+#include <cstring>
+
+#include "colour/convert.h"
+#include "display/display_codes.h"
+#include "util/log_file.h"
+
+namespace {
+
+constexpr uint32_t kPlanarYuv420 = 3;
+/// Larger pictures fit on no surface of a driver.
+constexpr uint32_t kMaxVideoSide = 16384;
+
+std::atomic<bool> g_prepared{false};
+
+/// Waits for the event while the calling thread goes on answering messages that other threads send to its
+/// windows: a driver or a client's callback on the worker may be waiting for such an answer.
+void WaitAnsweringMessages(HANDLE event) {
+  MSG message;
+  while (MsgWaitForMultipleObjects(1, &event, FALSE, INFINITE, QS_SENDMESSAGE) == WAIT_OBJECT_0 + 1) {
+    PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+  }
+}
+
+}  // namespace
+
+void CDirectDraw::BuildTables() {
+  BuildConversionTables();
+}
+
+void CDirectDraw::MarkPrepared() {
+  g_prepared = true;
+}
+
+CDirectDraw::CDirectDraw()
+    : m_frameEvent(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
+      m_workerDone(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
+  if (!g_prepared) {
+    BuildTables();
+    MarkPrepared();
+  }
+}
+
+CDirectDraw::~CDirectDraw() {
+  ReleaseAll();
+}
+
+int32_t CDirectDraw::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
+                             int32_t strideV, uint32_t, int64_t param2) {
+  if (!IsWindow(m_hPlayWnd)) return kNotInitialised;
+  switch (m_slots.Put({pY, strideY, pU, strideU, pV, strideV}, param2)) {
+    case FrameSlots::PutResult::Closed:
+      return kNotInitialised;
+    case FrameSlots::PutResult::BadFrame:
+      return kFailed;
+    case FrameSlots::PutResult::Stored:
+      break;
+  }
+  SetEvent(m_frameEvent.get());
+  if (const auto callback = m_decodeCB; callback.function) {
+    callback.function(pY, static_cast<uint32_t>(strideY), m_dwWidth, m_dwHeight, param2, kPlanarYuv420,
+                      callback.user);
+  }
+  return kOk;
+}
+
+int32_t CDirectDraw::InitDraw(uint32_t width, uint32_t height, uint32_t param) {
+  CLogFile::GetInstance()->WriteA(1, "CDirectDraw::InitDraw dwWidth%d dwHeight%d", static_cast<int>(width),
+                                  static_cast<int>(height));
+  if (GetCurrentThreadId() == m_workerId) return kFailed;
+  ReleaseAll();
+  BaseDisplayer::InitDraw(width, height, param);
+  const int32_t result = CreateAll();
+  if (result != kOk) ReleaseAll();
+  return result;
+}
+
+int32_t CDirectDraw::CreateAll() {
+  if (m_dwWidth < 1 || m_dwHeight < 1 || m_dwWidth > kMaxVideoSide || m_dwHeight > kMaxVideoSide)
+    return kBadSize;
+  if (FAILED(CreateSurfaces())) return kNoDevice;
+  if (!m_slots.Open(m_dwWidth, m_dwHeight)) return kNoMemory;
+  ResetEvent(m_workerDone.get());
+  if (!m_worker.Start(&CDirectDraw::WorkerMain, this)) return kFailed;
+  m_bInitialized = true;
+  return kOk;
+}
+
+HRESULT CDirectDraw::CreateSurfaces() {
+  m_composition.reset();
+  m_frameSurface.Release();
+  m_frameUploaded = false;
+  const HRESULT hr = m_device.Create();
+  return FAILED(hr) ? hr : m_frameSurface.Create(m_device, m_dwWidth, m_dwHeight, m_wantedRoad);
+}
+
+int32_t CDirectDraw::FreeDraw() {
+  if (GetCurrentThreadId() == m_workerId) return kFailed;
+  m_slots.Close();
+  StopWorker();
+  const bool shown = m_frameUploaded;
+  ReleaseAll();
+  // The last frame is still on the screen; the client paints its own background over it.
+  if (shown && IsWindow(m_hPlayWnd)) InvalidateRect(m_hPlayWnd, nullptr, TRUE);
+  return kOk;
+}
+
+void CDirectDraw::ReleaseAll() {
+  m_slots.Close();
+  StopWorker();
+  m_slots.Release();
+  m_bInitialized = false;
+  m_frameUploaded = false;
+  m_composition.reset();
+  m_frameSurface.Release();
+  m_device.Release();
+}
+
+void CDirectDraw::StopWorker() {
+  if (m_bInitialized) {
+    SetEvent(m_worker.StopEvent());
+    WaitAnsweringMessages(m_workerDone.get());
+  }
+  m_worker.Stop(INFINITE);
+}
+
+void CDirectDraw::AdjustWinRect() {
+  {
+    CAutoLock guard(&m_playRectLock);
+    BaseDisplayer::AdjustWinRect();
+  }
+  RequestRepaint();
+}
+
+void CDirectDraw::SetPlayRect(const RECT* rect) {
+  {
+    CAutoLock guard(&m_playRectLock);
+    if (!rect || EqualRect(rect, &m_rcPlay)) return;
+    m_rcPlay = *rect;
+  }
+  RequestRepaint();
+}
+
+int32_t CDirectDraw::SetPlayWnd(HWND hwnd) {
+  BaseDisplayer::SetPlayWnd(hwnd);
+  AdjustWinRect();
+  return kOk;
+}
+
+int32_t CDirectDraw::SetPlayWndEx(HWND hwnd, int64_t, uint32_t) {
+  return SetPlayWnd(hwnd);
+}
+
+void CDirectDraw::RequestRepaint() {
+  m_repaint = true;
+  SetEvent(m_frameEvent.get());
+}

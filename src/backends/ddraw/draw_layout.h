@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// Where things go: from the play rectangle in the window to the part of the screen that a blit may touch.
+#pragma once
+
+#include "display/pixel_rect.h"
+
+/// Largest side of a drawn area, in pixels; what graphics drivers take as a surface everywhere.
+constexpr int64_t kMaxAreaSide = 8192;
+
+/// The part of the client area that is drawn into, in client coordinates: the play rectangle, or the whole
+/// client area when that is empty. Empty when there is nothing to draw into or when it is too large.
+PixelRect DrawnArea(const PixelRect& play, const PixelRect& client);
+
+/// A copy without scaling: `source` in the copied picture, `target` on the screen. Both empty when nothing of
+/// the picture is inside the bounds.
+struct ScreenCopy {
+  PixelRect source;
+  PixelRect target;
+};
+
+/// Cuts a picture at (x, y) of the screen down to what lies inside `bounds`.
+ScreenCopy CutToScreen(int32_t x, int32_t y, int32_t width, int32_t height, const PixelRect& bounds);

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+// CDirectDraw: what happens on the worker thread.
+#include <ddraw.h>
+
+#include "backends/ddraw/ddraw_error.h"
+#include "backends/ddraw/direct_draw.h"
+#include "backends/ddraw/draw_layout.h"
+
+namespace {
+
+PixelRect ToPixelRect(const RECT& r) {
+  return {r.left, r.top, r.right, r.bottom};
+}
+
+}  // namespace
+
+DWORD CDirectDraw::WorkerMain(void* self) {
+  static_cast<CDirectDraw*>(self)->Work();
+  return 0;
+}
+
+void CDirectDraw::Work() {
+  m_workerId = GetCurrentThreadId();
+  const HANDLE handles[] = {m_worker.StopEvent(), m_frameEvent.get()};
+  while (WaitForMultipleObjects(2, handles, FALSE, INFINITE) == WAIT_OBJECT_0 + 1)
+    DrawPending();
+  m_workerId = 0;
+  SetEvent(m_workerDone.get());
+}
+
+void CDirectDraw::DrawPending() {
+  const bool repaint = m_repaint.exchange(false);
+  const FrameSlots::Loan frame = m_slots.Take();
+  if (!frame) {
+    if (repaint) Repaint();
+    return;
+  }
+  // Records keep step with frames, also with those that a hidden window does not show.
+  const FrameView& p = frame.Planes();
+  DrawAlgInfoOnYUV(p.y, p.strideY, p.u, p.strideU, p.v, p.strideV);
+  m_dsmDue = m_dwPause != 0 || AdvanceOverlay(m_dsm, m_dsmQueue.Take(), GetTickCount64());
+  m_shownParam2 = frame.Param2();
+  DrawFrame(p);
+}
+
+void CDirectDraw::DrawFrame(const FrameView& planes) {
+  m_frameUploaded = false;
+  if (!IsWindowVisible(m_hPlayWnd)) return;
+  HRESULT hr = DDERR_SURFACELOST;
+  for (int attempt = 0; attempt < 2 && FAILED(hr); ++attempt) {
+    if (attempt > 0 && !Recover(hr)) return;
+    hr = m_device ? m_frameSurface.Upload(planes) : DDERR_SURFACELOST;
+    if (SUCCEEDED(hr)) hr = Show();
+  }
+  m_frameUploaded = SUCCEEDED(hr);
+}
+
+/// Shows the last frame again, after the window or the play rectangle changed.
+void CDirectDraw::Repaint() {
+  if (!m_frameUploaded || !IsWindowVisible(m_hPlayWnd)) return;
+  const HRESULT hr = Show();
+  // Restored surfaces are empty: the next frame fills them.
+  if (FAILED(hr)) m_frameUploaded = false;
+}
+
+/// Brings lost surfaces back, or makes everything anew when the display mode has changed. False when there is
+/// nothing to gain from another attempt at this frame.
+bool CDirectDraw::Recover(HRESULT failure) {
+  if (!IsLost(failure)) return false;
+  if (failure == DDERR_SURFACELOST && m_device && SUCCEEDED(m_device.Restore())) return true;
+  return SUCCEEDED(CreateSurfaces());
+}
+
+PixelRect CDirectDraw::RefreshArea(HWND window) {
+  CAutoLock guard(&m_playRectLock);
+  GetClientRect(window, &m_rcClient);
+  return DrawnArea(ToPixelRect(m_rcPlay), ToPixelRect(m_rcClient));
+}
+
+HRESULT CDirectDraw::Show() {
+  const HWND window = m_hPlayWnd;
+  const PixelRect area = RefreshArea(window);
+  if (area.Empty()) return DD_OK;
+  HRESULT hr = Compose(area);
+  if (SUCCEEDED(hr)) hr = m_device.Present(window, m_composition.get(), area);
+  if (SUCCEEDED(hr)) ++m_shownCount;
+  return hr;
+}
+
+HRESULT CDirectDraw::Compose(const PixelRect& area) {
+  const bool fits =
+      m_composition && m_composedArea.Width() == area.Width() && m_composedArea.Height() == area.Height();
+  if (!fits) {
+    const HRESULT hr = m_device.CreateScreenCompatible(static_cast<uint32_t>(area.Width()),
+                                                       static_cast<uint32_t>(area.Height()), m_composition);
+    if (FAILED(hr)) return hr;
+  }
+  m_composedArea = area;
+  const HRESULT hr = m_frameSurface.StretchTo(m_composition.get());
+  return FAILED(hr) ? hr : PaintOverlays(area);
+}

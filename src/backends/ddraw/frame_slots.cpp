@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "backends/ddraw/frame_slots.h"
+
+#include <new>
+
+#include "display/plane_copy.h"
+
+namespace {
+
+/// Planes start on cache lines.
+constexpr size_t AlignUp(size_t bytes) {
+  return (bytes + 63) / 64 * 64;
+}
+
+}  // namespace
+
+/// Rows follow each other without padding: what is burned into the planes counts on it.
+bool FrameSlots::Open(uint32_t width, uint32_t height) {
+  const size_t luma = AlignUp(size_t{width} * height);
+  const size_t chroma = AlignUp(size_t{width / 2} * (height / 2));
+  const auto strideUV = static_cast<int32_t>(width / 2);
+  const std::scoped_lock guard(m_writers, m_states);
+  for (Slot& slot : m_slots) {
+    slot.memory.reset(new (std::nothrow) uint8_t[luma + 2 * chroma]);
+    uint8_t* const start = slot.memory.get();
+    if (!start) return false;
+    slot.planes = {start,    static_cast<int32_t>(width), start + luma,
+                   strideUV, start + luma + chroma,       strideUV};
+    slot.state = State::Free;
+  }
+  m_width = width;
+  m_height = height;
+  m_open = true;
+  return true;
+}
+
+void FrameSlots::Close() {
+  const std::lock_guard writing(m_writers);
+  m_open = false;
+}
+
+void FrameSlots::Release() {
+  const std::scoped_lock guard(m_writers, m_states);
+  for (Slot& slot : m_slots)
+    slot = {};
+}
+
+bool FrameSlots::Holds(const FrameView& f) const {
+  const auto half = static_cast<int32_t>(m_width / 2);
+  return f.y && f.u && f.v && f.strideY >= static_cast<int32_t>(m_width) && f.strideU >= half &&
+         f.strideV >= half;
+}
+
+FrameSlots::PutResult FrameSlots::Put(const FrameView& frame, int64_t param2) {
+  const std::lock_guard writing(m_writers);
+  if (!m_open) return PutResult::Closed;
+  if (!Holds(frame)) return PutResult::BadFrame;
+  Slot& slot = Claim();
+  const FrameView& planes = slot.planes;
+  CopyPlane(planes.y, planes.strideY, frame.y, frame.strideY, m_width, m_height);
+  CopyPlane(planes.u, planes.strideU, frame.u, frame.strideU, m_width / 2, m_height / 2);
+  CopyPlane(planes.v, planes.strideV, frame.v, frame.strideV, m_width / 2, m_height / 2);
+  slot.param2 = param2;
+  Publish(slot);
+  return PutResult::Stored;
+}
+
+FrameSlots::Loan FrameSlots::Take() {
+  const std::lock_guard guard(m_states);
+  for (size_t i = 0; i < m_slots.size(); ++i) {
+    if (m_slots[i].state != State::Ready) continue;
+    m_slots[i].state = State::Taken;
+    return {this, i};
+  }
+  return {};
+}
+
+/// Prefers a free slot, so that a frame that waits stays available until the new one is whole.
+FrameSlots::Slot& FrameSlots::Claim() {
+  const std::lock_guard guard(m_states);
+  Slot* chosen = nullptr;
+  for (Slot& slot : m_slots) {
+    if (slot.state == State::Free || (slot.state == State::Ready && !chosen)) chosen = &slot;
+  }
+  chosen->state = State::Writing;
+  return *chosen;
+}
+
+void FrameSlots::Publish(Slot& slot) {
+  const std::lock_guard guard(m_states);
+  for (Slot& other : m_slots) {
+    if (other.state == State::Ready) other.state = State::Free;
+  }
+  slot.state = State::Ready;
+}
+
+void FrameSlots::GiveBack(size_t index) {
+  const std::lock_guard guard(m_states);
+  m_slots[index].state = State::Free;
+}

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+
+#include "display/frame_view.h"
+
+/// Hands frames from the threads that bring them to the one thread that draws them. Two slots: one is with
+/// the drawing thread, the other takes new frames, and a newer frame replaces one that was not drawn yet.
+/// Neither side waits for the other's work on a frame.
+class FrameSlots {
+ public:
+  /// A frame on loan to the drawing thread, which may write to the planes. The slot is free again when this
+  /// goes.
+  class Loan {
+   public:
+    Loan() = default;
+    Loan(FrameSlots* owner, size_t index) : m_owner(owner), m_index(index) {}
+    Loan(Loan&& other) noexcept : m_owner(other.m_owner), m_index(other.m_index) { other.m_owner = nullptr; }
+    Loan& operator=(Loan&&) = delete;
+    ~Loan() {
+      if (m_owner) m_owner->GiveBack(m_index);
+    }
+
+    explicit operator bool() const { return m_owner != nullptr; }
+    const FrameView& Planes() const { return m_owner->m_slots[m_index].planes; }
+    int64_t Param2() const { return m_owner->m_slots[m_index].param2; }
+
+   private:
+    FrameSlots* m_owner = nullptr;
+    size_t m_index = 0;
+  };
+
+  /// Makes slots for frames of this size, which must not be 0, and lets frames in. False without the memory.
+  /// Only while closed and with no loan out.
+  bool Open(uint32_t width, uint32_t height);
+
+  /// Refuses frames from now on and returns when no Put is under way. A loan stays valid.
+  void Close();
+
+  /// Frees the slots. Only while closed and with no loan out.
+  void Release();
+
+  enum class PutResult { Stored, Closed, BadFrame };
+
+  /// Copies the frame. BadFrame without a plane or with a stride that is shorter than its row.
+  PutResult Put(const FrameView& frame, int64_t param2);
+
+  /// The newest frame not taken yet; empty when there is none or when a newer one is just being written,
+  /// whose Put is then still to return.
+  Loan Take();
+
+ private:
+  enum class State { Free, Writing, Ready, Taken };
+
+  struct Slot {
+    std::unique_ptr<uint8_t[]> memory;
+    FrameView planes;
+    int64_t param2 = 0;
+    State state = State::Free;
+  };
+
+  bool Holds(const FrameView& frame) const;
+  Slot& Claim();
+  void Publish(Slot& slot);
+  void GiveBack(size_t index);
+
+  std::mutex m_writers;  ///< held through a whole Put
+  std::mutex m_states;   ///< guards the states only, never held over a copy
+  std::array<Slot, 2> m_slots;
+  uint32_t m_width = 0;
+  uint32_t m_height = 0;
+  bool m_open = false;
+};

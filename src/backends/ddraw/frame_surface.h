@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "backends/ddraw/ddraw_device.h"
+#include "backends/ddraw/even_frame.h"
+
+/// How frames get from their planes to the composition: the driver converts YV12 while it blits, or our own
+/// kernels convert into the screen's format and the driver only stretches.
+enum class FrameRoad { Automatic, Yv12, Rgb };
+
+/// The surface that holds one frame in its own size.
+class FrameSurface {
+ public:
+  /// Automatic takes YV12 when the driver lists it and a trial blit gives the right colour.
+  HRESULT Create(const DDrawDevice& device, uint32_t width, uint32_t height, FrameRoad road);
+  void Release() { m_surface.reset(); }
+
+  /// The road in use, after Create.
+  FrameRoad Road() const { return m_road; }
+
+  HRESULT Upload(const FrameView& frame);
+
+  /// Scales the whole frame over the whole target.
+  HRESULT StretchTo(IDirectDrawSurface7* target) const;
+
+ private:
+  HRESULT CreateYv12(const DDrawDevice& device);
+  HRESULT TryBlit(const DDrawDevice& device);
+  HRESULT FillYv12(const FrameView& frame);
+  HRESULT FillRgb(const FrameView& frame);
+
+  DDrawSurface m_surface;
+  EvenFrame m_even;
+  FrameRoad m_road = FrameRoad::Automatic;
+  PixelFormat m_format = PixelFormat::Bgrx32;
+  int32_t m_width = 0;
+  int32_t m_height = 0;
+};

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <windows.h>
+
+#include "display/records.h"
+#include "util/win_handles.h"
+
+/// From video pixels to pixels of the drawn area.
+struct OverlayScale {
+  int32_t areaWidth;
+  int32_t areaHeight;
+  int32_t videoWidth;
+  int32_t videoHeight;
+
+  int64_t X(int64_t x) const { return x * areaWidth / videoWidth; }
+  int64_t Y(int64_t y) const { return y * areaHeight / videoHeight; }
+};
+
+/// Draws text items with GDI. Keeps its font until the size or the face changes.
+class GdiText {
+ public:
+  /// Chooses the face and a height of a twentieth of the drawn area, as the other backends that draw text in
+  /// video coordinates do. Not smoothed: strokes have exactly the item's colour and stay sharp on moving
+  /// pictures.
+  void SetFont(const char* face, int32_t areaHeight);
+
+  /// Draws on lines from the item's place to the area's right edge, broken between words.
+  void Draw(HDC dc, const TextItem& item, const OverlayScale& scale) const;
+
+ private:
+  UniqueHandleOf<HFONT, &DeleteObject> m_font;
+  char m_face[LF_FACESIZE]{};
+  int32_t m_height = 0;
+};

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "backends/ddraw/frame_slots.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+
+#include "support/frames.h"
+
+namespace {
+
+using PutResult = FrameSlots::PutResult;
+
+constexpr int kWidth = 66;
+constexpr int kHeight = 50;
+
+TestFrame Numbered(uint8_t value) {
+  return FlatFrame(kWidth, kHeight, value, value, value);
+}
+
+PutResult Put(FrameSlots& slots, uint8_t value) {
+  TestFrame frame = Numbered(value);
+  return slots.Put(frame.View(), value);
+}
+
+bool IsFlat(const uint8_t* plane, int32_t stride, int width, int height, uint8_t value) {
+  for (int row = 0; row < height; ++row) {
+    const uint8_t* from = plane + row * stride;
+    if (!std::all_of(from, from + width, [&](uint8_t b) { return b == value; })) return false;
+  }
+  return true;
+}
+
+bool Holds(const FrameSlots::Loan& loan, uint8_t value) {
+  const FrameView& p = loan.Planes();
+  return IsFlat(p.y, p.strideY, kWidth, kHeight, value) &&
+         IsFlat(p.u, p.strideU, kWidth / 2, kHeight / 2, value) &&
+         IsFlat(p.v, p.strideV, kWidth / 2, kHeight / 2, value);
+}
+
+TEST(FrameSlots, TheNewestFrameWins) {
+  FrameSlots slots;
+  ASSERT_TRUE(slots.Open(kWidth, kHeight));
+  EXPECT_FALSE(slots.Take());
+  Put(slots, 1);
+  Put(slots, 2);
+  {
+    const FrameSlots::Loan loan = slots.Take();
+    ASSERT_TRUE(loan);
+    EXPECT_TRUE(Holds(loan, 2));
+    EXPECT_EQ(loan.Param2(), 2);
+    EXPECT_FALSE(slots.Take()) << "frame 1 was replaced";
+    Put(slots, 3);
+    Put(slots, 4);
+    EXPECT_TRUE(Holds(loan, 2)) << "a frame on loan stays as it is";
+  }
+  const FrameSlots::Loan next = slots.Take();
+  ASSERT_TRUE(next);
+  EXPECT_TRUE(Holds(next, 4));
+}
+
+TEST(FrameSlots, CopiesEveryPlaneWithItsOwnStride) {
+  FrameSlots slots;
+  ASSERT_TRUE(slots.Open(6, 4));
+  TestFrame frame(6, 4, 9, 5);
+  for (size_t i = 0; i < frame.y.size(); ++i)
+    frame.y[i] = static_cast<uint8_t>(i);
+  frame.u = {1, 2, 3, 0, 0, 4, 5, 6};  // ends with the picture, not with the padding
+  frame.v = {7, 8, 9, 0, 0, 10, 11, 12};
+  ASSERT_EQ(slots.Put(frame.View(), 0), PutResult::Stored);
+  const FrameSlots::Loan loan = slots.Take();
+  const FrameView& p = loan.Planes();
+  for (int row = 0; row < 4; ++row)
+    EXPECT_TRUE(
+        std::equal(p.y + row * p.strideY, p.y + row * p.strideY + 6, &frame.y[static_cast<size_t>(row) * 9]));
+  EXPECT_THAT(std::vector<uint8_t>(p.u, p.u + 3), testing::ElementsAre(1, 2, 3));
+  EXPECT_THAT(std::vector<uint8_t>(p.u + p.strideU, p.u + p.strideU + 3), testing::ElementsAre(4, 5, 6));
+  EXPECT_THAT(std::vector<uint8_t>(p.v + p.strideV, p.v + p.strideV + 3), testing::ElementsAre(10, 11, 12));
+}
+
+TEST(FrameSlots, RefusesWhatCannotHoldAFrame) {
+  FrameSlots slots;
+  EXPECT_EQ(Put(slots, 1), PutResult::Closed);
+  ASSERT_TRUE(slots.Open(kWidth, kHeight));
+  TestFrame frame = Numbered(1);
+  const FrameView good = frame.View();
+  const auto broken = [&](auto member, auto value) {
+    FrameView view = good;
+    view.*member = value;
+    return slots.Put(view, 0);
+  };
+  for (const auto plane : {&FrameView::y, &FrameView::u, &FrameView::v})
+    EXPECT_EQ(broken(plane, nullptr), PutResult::BadFrame);
+  for (const int stride : {kWidth / 2 - 1, 0, -kWidth}) {
+    for (const auto member : {&FrameView::strideY, &FrameView::strideU, &FrameView::strideV})
+      EXPECT_EQ(broken(member, stride), PutResult::BadFrame);
+  }
+  EXPECT_FALSE(slots.Take());
+
+  EXPECT_EQ(Put(slots, 1), PutResult::Stored);
+  slots.Close();
+  EXPECT_EQ(Put(slots, 2), PutResult::Closed);
+  slots.Release();
+  EXPECT_FALSE(slots.Take());
+  ASSERT_TRUE(slots.Open(2, 2)) << "the size may change";
+  EXPECT_FALSE(slots.Take());
+}
+
+/// Two writers against a reader that holds on to its frames: no frame is torn, none of a writer comes back in
+/// time, and the last one arrives.
+TEST(FrameSlots, KeepsFramesWholeUnderLoad) {
+  FrameSlots slots;
+  ASSERT_TRUE(slots.Open(kWidth, kHeight));
+  constexpr int kFrames = 3000;
+  std::atomic<int> writing{2};
+  const auto write = [&](uint8_t parity) {
+    TestFrame frame = Numbered(0);
+    for (int i = 1; i <= kFrames; ++i) {
+      const auto value = static_cast<uint8_t>((i * 2 + parity) & 0xFF);
+      frame.Fill(value, value, value);
+      ASSERT_EQ(slots.Put(frame.View(), int64_t{i} * 2 + parity), PutResult::Stored);
+    }
+    --writing;
+  };
+  std::thread even(write, 0);
+  std::thread odd(write, 1);
+  int64_t last[2] = {0, 0};
+  int taken = 0;
+  for (bool more = true; more;) {
+    more = writing > 0;
+    const FrameSlots::Loan loan = slots.Take();
+    if (!loan) continue;
+    more = true;
+    ++taken;
+    const int64_t number = loan.Param2();
+    EXPECT_GT(number, last[number & 1]);
+    last[number & 1] = number;
+    ASSERT_TRUE(Holds(loan, static_cast<uint8_t>(number & 0xFF)));
+  }
+  even.join();
+  odd.join();
+  EXPECT_GT(taken, 0);
+  EXPECT_EQ(std::max(last[0], last[1]) / 2, kFrames);
+}
+
+TEST(FrameSlots, CloseWaitsForTheFrameUnderWay) {
+  FrameSlots slots;
+  ASSERT_TRUE(slots.Open(kWidth, kHeight));
+  std::atomic<bool> refused{false};
+  std::thread writer([&] {
+    while (Put(slots, 7) == PutResult::Stored) {
+    }
+    refused = true;
+  });
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  slots.Close();
+  slots.Release();  // would free memory under a copy that was still running
+  writer.join();
+  EXPECT_TRUE(refused);
+}
+
+}  // namespace

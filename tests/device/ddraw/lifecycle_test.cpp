@@ -1,0 +1,353 @@
+// SPDX-License-Identifier: MIT
+// The DirectDraw backend beyond the picture: results, threads, lost surfaces, soaks.
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <random>
+#include <thread>
+
+#include "ddraw_pane.h"
+#include "display/display_codes.h"
+#include "support/process_counts.h"
+#include "support/vtable_patch.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+TestFrame Red() {
+  return FlatFrame(64, 48, 81, 90, 240);
+}
+
+TEST(DDrawResults, SayWhatDisplayCanKnow) {
+  TestFrame grey = GreyFrame();
+  {
+    CDirectDraw untouched;
+    EXPECT_EQ(untouched.FreeDraw(), kOk);
+  }
+  DDrawPane pane(160, 120);
+  EXPECT_EQ(pane.Draw(grey), kNotInitialised) << "before InitDraw";
+  EXPECT_EQ(pane.displayer->InitDraw(0, 48, 0), kBadSize);
+  EXPECT_EQ(pane.displayer->InitDraw(64, 0, 0), kBadSize);
+  EXPECT_EQ(pane.displayer->InitDraw(0xFFFFFFFF, 0xFFFFFFFF, 0), kBadSize);
+  EXPECT_FALSE(pane.displayer->IsInitialized());
+  EXPECT_EQ(pane.Draw(grey), kNotInitialised);
+
+  EXPECT_EQ(pane.displayer->InitDraw(64, 48, 0), kOk);
+  EXPECT_TRUE(pane.displayer->IsInitialized());
+  EXPECT_EQ(pane.Draw(grey), kOk);
+  TestFrame narrow = GreyFrame(32, 48);
+  EXPECT_EQ(pane.Draw(narrow), kFailed) << "strides shorter than a row";
+  EXPECT_EQ(pane.displayer->DrawYUV420(nullptr, 64, nullptr, 32, nullptr, 32, 0, 0), kFailed);
+
+  pane.displayer->FreeDraw();
+  EXPECT_FALSE(pane.displayer->IsInitialized());
+  EXPECT_EQ(pane.Draw(grey), kNotInitialised) << "after FreeDraw";
+  EXPECT_EQ(pane.displayer->InitDraw(64, 48, 0), kOk);
+  pane.window.Destroy();
+  EXPECT_EQ(pane.Draw(grey), kNotInitialised) << "window gone";
+}
+
+TEST(DDrawResults, TheWindowMayComeAfterInitDraw) {
+  CDirectDraw displayer;
+  EXPECT_EQ(displayer.InitDraw(64, 48, 0), kOk);
+  TestFrame red = Red();
+  const FrameView f = red.View();
+  const auto draw = [&] {
+    return displayer.DrawYUV420(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0);
+  };
+  EXPECT_EQ(draw(), kNotInitialised);
+  const TestWindow window(160, 120);
+  displayer.SetPlayWnd(window.Handle());
+  EXPECT_EQ(draw(), kOk);
+  EXPECT_PIXEL(window.Handle(), 80, 60, {ColourOf(displayer.Road(), 81, 90, 240)});
+}
+
+TEST(DDrawResults, AHiddenWindowTakesFramesAndShowsTheNextOnes) {
+  DDrawPane pane(160, 120);
+  ASSERT_EQ(pane.displayer->InitDraw(64, 48, 0), kOk);
+  TestFrame red = Red();
+  for (const int state : {SW_HIDE, SW_MINIMIZE}) {
+    ShowWindow(pane.window.Handle(), state);
+    Pump(30);
+    for (int i = 0; i < 5; ++i)
+      EXPECT_EQ(pane.Draw(red), kOk);
+    ShowWindow(pane.window.Handle(), SW_SHOWNORMAL);
+    Pump(30);
+    const Rgb colour = ColourOf(pane.displayer->Road(), 81, 90, 240);
+    EXPECT_TRUE(Near(pane.DrawUntil(red, 80, 60, colour), colour, 2));
+  }
+}
+
+/// Lets the next calls of Blt and RestoreAllSurfaces fail, as after a change of the display mode.
+class LossInjection {
+ public:
+  static int blitsToFail;
+  static HRESULT restoreResult;
+  static int restores;
+
+  LossInjection() : m_ddraw(MakeDDraw()), m_surface(MakeSurface(m_ddraw.get())) {
+    blitsToFail = 0;
+    restoreResult = DD_OK;
+    restores = 0;
+    m_blt = std::make_unique<VtablePatch>(m_surface.get(), 5, &FailingBlt);
+    m_restore = std::make_unique<VtablePatch>(m_ddraw.get(), 25, &Restore);
+    original = m_blt->Original<Blt>();
+  }
+
+ private:
+  using Blt = HRESULT STDMETHODCALLTYPE(IDirectDrawSurface7*, RECT*, IDirectDrawSurface7*, RECT*, DWORD,
+                                        DDBLTFX*);
+
+  static ComPtr<IDirectDraw7> MakeDDraw() {
+    void* object = nullptr;
+    EXPECT_EQ(DirectDrawCreateEx(nullptr, &object, IID_IDirectDraw7, nullptr), DD_OK);
+    return ComPtr<IDirectDraw7>(static_cast<IDirectDraw7*>(object));
+  }
+  static DDrawSurface MakeSurface(IDirectDraw7* ddraw) {
+    ddraw->SetCooperativeLevel(nullptr, DDSCL_NORMAL);
+    DDSURFACEDESC2 description{};
+    description.dwSize = sizeof(description);
+    description.dwFlags = DDSD_CAPS;
+    description.ddsCaps.dwCaps = DDSCAPS_PRIMARYSURFACE;
+    DDrawSurface surface;
+    EXPECT_EQ(ddraw->CreateSurface(&description, surface.put(), nullptr), DD_OK);
+    return surface;
+  }
+  static HRESULT STDMETHODCALLTYPE FailingBlt(IDirectDrawSurface7* self, RECT* target,
+                                              IDirectDrawSurface7* from, RECT* source, DWORD flags,
+                                              DDBLTFX* effects) {
+    if (blitsToFail > 0) {
+      --blitsToFail;
+      return DDERR_SURFACELOST;
+    }
+    return original(self, target, from, source, flags, effects);
+  }
+  static HRESULT STDMETHODCALLTYPE Restore(IDirectDraw7*) {
+    ++restores;
+    return restoreResult;
+  }
+
+  static Blt* original;
+  ComPtr<IDirectDraw7> m_ddraw;
+  DDrawSurface m_surface;
+  std::unique_ptr<VtablePatch> m_blt;
+  std::unique_ptr<VtablePatch> m_restore;
+};
+int LossInjection::blitsToFail;
+HRESULT LossInjection::restoreResult;
+int LossInjection::restores;
+LossInjection::Blt* LossInjection::original;
+
+TEST(DDrawLoss, TheFrameThatMetLostSurfacesIsStillShown) {
+  DDrawPane pane(160, 120);
+  ASSERT_EQ(pane.displayer->InitDraw(64, 48, 0), kOk);
+  TestFrame red = Red();
+  TestFrame grey = GreyFrame();
+  const Rgb background = ColourOf(pane.displayer->Road(), 126, 128, 128);
+  const Rgb colour = ColourOf(pane.displayer->Road(), 81, 90, 240);
+  LossInjection loss;
+  // Lost surfaces come back; after a change of the mode they do not, and everything is made anew.
+  for (const HRESULT result : {DD_OK, DDERR_WRONGMODE}) {
+    ASSERT_TRUE(Near(pane.DrawUntil(grey, 80, 60, background), background, 2));
+    LossInjection::restoreResult = result;
+    LossInjection::restores = 0;
+    LossInjection::blitsToFail = 1;
+    EXPECT_EQ(pane.Draw(red), kOk);
+    EXPECT_PIXEL(pane.window.Handle(), 80, 60, {colour});
+    EXPECT_EQ(LossInjection::restores, 1);
+  }
+
+  LossInjection::blitsToFail = 1000;
+  for (int i = 0; i < 10; ++i) {
+    pane.Draw(red);
+    Sleep(5);
+  }
+  EXPECT_EQ(pane.displayer->FreeDraw(), kOk) << "while surfaces stay lost";
+}
+
+/// A client whose callback holds the worker until it is let go.
+struct HeldWorker {
+  HANDLE entered = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+  HANDLE leave = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+
+  ~HeldWorker() {
+    CloseHandle(entered);
+    CloseHandle(leave);
+  }
+  static void NIVRAL_CALL OnDisplay(int32_t, void*, uint32_t, uint32_t, int64_t, int32_t, int32_t, uint32_t,
+                                    void* user) {
+    auto* self = static_cast<HeldWorker*>(user);
+    SetEvent(self->entered);
+    WaitForSingleObject(self->leave, 20000);
+  }
+};
+
+TEST(DDrawThreads, SettersAndFramesGoOnWhileTheWorkerDraws) {
+  DDrawPane pane(160, 120);
+  ASSERT_EQ(pane.displayer->InitDraw(64, 48, 0), kOk);
+  HeldWorker held;
+  pane.displayer->SetDisplayCB(&held, &HeldWorker::OnDisplay);
+  TestFrame grey = GreyFrame();
+  pane.Draw(grey);
+  ASSERT_EQ(WaitForSingleObject(held.entered, 10000), WAIT_OBJECT_0);
+
+  const auto start = Clock::now();
+  const RECT play{10, 10, 100, 100};
+  CDirectDraw& d = *pane.displayer;
+  d.SetPlayRect(&play);
+  d.AdjustWinRect();
+  d.SetPlayWnd(pane.window.Handle());
+  d.SetOSDText(0, "text", 1, 1, 0, 0);
+  d.SetOSDFont(0, 14, "Arial");
+  d.SetMosaicAreaScale(0, 0, 1, 1);
+  d.SetMosaicFlag(0);
+  for (int i = 0; i < 10; ++i)
+    EXPECT_EQ(pane.Draw(grey), kOk);
+  EXPECT_LT(Clock::now() - start, std::chrono::seconds(10)) << "the worker is held for 20";
+  SetEvent(held.leave);
+  ASSERT_EQ(WaitForSingleObject(held.entered, 10000), WAIT_OBJECT_0) << "the newest of the ten frames";
+  d.SetDisplayCB(nullptr, nullptr);
+  SetEvent(held.leave);
+}
+
+/// A client that asks its window something from the callback, as drawing code does.
+void NIVRAL_CALL AskWindow(int32_t, void*, uint32_t, uint32_t, int64_t, int32_t, int32_t, uint32_t,
+                           void* user) {
+  SendMessageW(static_cast<HWND>(user), WM_GETTEXTLENGTH, 0, 0);
+}
+
+TEST(DDrawThreads, FreeDrawOnTheWindowsThreadAnswersTheCallback) {
+  DDrawPane pane(160, 120);
+  pane.displayer->SetDisplayCB(pane.window.Handle(), &AskWindow);
+  TestFrame grey = GreyFrame();
+  for (int i = 0; i < 3; ++i) {
+    ASSERT_EQ(pane.displayer->InitDraw(64, 48, 0), kOk);
+    pane.Draw(grey);
+    Sleep(static_cast<DWORD>(i * 3));
+    EXPECT_EQ(pane.displayer->FreeDraw(), kOk);
+  }
+}
+
+/// A handle of the worker thread, opened in the first display callback.
+void NIVRAL_CALL OpenWorker(int32_t, void*, uint32_t, uint32_t, int64_t, int32_t, int32_t, uint32_t,
+                            void* user) {
+  auto* worker = static_cast<std::atomic<HANDLE>*>(user);
+  if (!*worker) *worker = OpenThread(SYNCHRONIZE, FALSE, GetCurrentThreadId());
+}
+
+TEST(DDrawThreads, TheWorkerStopsWithinATenthOfASecondUnderLoad) {
+  DDrawPane pane(640, 360);
+  TestFrame frame = GradientFrame(1280, 720);
+  long long best = 1000000;
+  for (int round = 0; round < 4 && best > 100; ++round) {
+    ASSERT_EQ(pane.displayer->InitDraw(1280, 720, 0), kOk);
+    std::atomic<HANDLE> worker{nullptr};
+    pane.displayer->SetDisplayCB(&worker, &OpenWorker);
+    std::atomic<bool> stop{false};
+    std::thread feeder([&] {
+      while (!stop)
+        pane.Draw(frame);
+    });
+    for (int i = 0; i < 1000 && !worker; ++i)
+      Pump(10);
+    ASSERT_TRUE(worker.load());
+    pane.displayer->SetDisplayCB(nullptr, nullptr);
+    Pump(100);
+
+    const auto start = Clock::now();
+    Clock::time_point ended;
+    std::thread waiter([&] {
+      WaitForSingleObject(worker, INFINITE);
+      ended = Clock::now();
+    });
+    pane.displayer->FreeDraw();
+    waiter.join();
+    CloseHandle(worker);
+    best = std::min<long long>(best,
+                               std::chrono::duration_cast<std::chrono::milliseconds>(ended - start).count());
+    EXPECT_EQ(pane.Draw(frame), kNotInitialised);
+    stop = true;
+    feeder.join();
+  }
+  std::printf("the worker stopped after %lld ms\n", best);
+  EXPECT_LE(best, 100);
+}
+
+/// NIVRAL_SOAK_CYCLES sets another length.
+int Cycles() {
+  const char* wanted = std::getenv("NIVRAL_SOAK_CYCLES");
+  return wanted ? std::atoi(wanted) : 6;
+}
+
+void OpenDrawClose(HWND window, TestFrame& frame) {
+  CDirectDraw displayer;
+  displayer.SetPlayWnd(window);
+  EXPECT_EQ(displayer.InitDraw(64, 48, 0), kOk);
+  displayer.SetOSDText(0, "channel 1", 4, 4, 0, 0xFF);
+  const uint32_t before = displayer.ShownCount();
+  const FrameView f = frame.View();
+  displayer.DrawYUV420(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0);
+  for (int i = 0; i < 400 && displayer.ShownCount() == before; ++i)
+    Pump(5);
+  EXPECT_NE(displayer.ShownCount(), before);
+}
+
+TEST(DDrawSoak, OpeningAndClosingPanesKeepsNothing) {
+  const TestWindow window(160, 120);
+  TestFrame grey = GreyFrame();
+  for (int i = 0; i < 2; ++i)
+    OpenDrawClose(window.Handle(), grey);
+  const ProcessCounts before = CountSettledProcess();
+  const int cycles = Cycles();
+  for (int i = 0; i < cycles; ++i)
+    OpenDrawClose(window.Handle(), grey);
+  const ProcessCounts after = CountSettledProcess();
+  std::printf("%d cycles: %s -> %s\n", cycles, testing::PrintToString(before).c_str(),
+              testing::PrintToString(after).c_str());
+  ExpectNoGrowth(before, after, 4096);
+}
+
+/// NIVRAL_SOAK_SECONDS sets another length.
+TEST(DDrawSoak, FourPanesUnderRandomResizes) {
+  const char* wanted = std::getenv("NIVRAL_SOAK_SECONDS");
+  const auto end = Clock::now() + std::chrono::seconds(wanted ? std::atoi(wanted) : 2);
+  std::vector<std::unique_ptr<DDrawPane>> panes;
+  for (int i = 0; i < 4; ++i) {
+    panes.push_back(std::make_unique<DDrawPane>(200, 150, i % 2 ? FrameRoad::Rgb : FrameRoad::Automatic,
+                                                40 + i % 2 * 420, 60 + i / 2 * 360));
+    ASSERT_EQ(panes.back()->displayer->InitDraw(352, 288, 0), kOk);
+    panes.back()->displayer->SetOSDText(0, "pane", 8, 8, 0, 0xFFFFFF);
+  }
+  std::atomic<bool> stop{false};
+  std::vector<std::thread> feeders;
+  for (auto& pane : panes) {
+    feeders.emplace_back([&stop, &pane] {
+      TestFrame frame = GradientFrame(352, 288);
+      while (!stop) {
+        EXPECT_EQ(pane->Draw(frame), kOk);
+        Sleep(20);
+      }
+    });
+  }
+  std::mt19937 random(7);
+  std::uniform_int_distribution<int> side(1, 350);
+  while (Clock::now() < end) {
+    auto& pane = panes[random() % panes.size()];
+    pane->window.ResizeClient(side(random), side(random));
+    pane->displayer->AdjustWinRect();
+    Pump(10);
+  }
+  stop = true;
+  for (std::thread& feeder : feeders)
+    feeder.join();
+  for (auto& pane : panes) {
+    pane->window.ResizeClient(200, 150);
+    TestFrame grey = GreyFrame(352, 288);
+    const Rgb colour = ColourOf(pane->displayer->Road(), 126, 128, 128);
+    EXPECT_TRUE(Near(pane->DrawUntil(grey, 190, 140, colour), colour, 2));
+  }
+}
+
+}  // namespace
