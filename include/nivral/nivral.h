@@ -5,11 +5,12 @@
  *
  * A client in short:
  *
- *   NIVRAL_InitializeEx(1);                                   once; 1 asks for SDL2, 0 for Direct3D 9 or
- * DirectDraw void* pane = NULL; NIVRAL_DWOpenDraw(&pane);                                 one handle per
- * video pane NIVRAL_DWSetHwnd(pane, window);                           the client's own window
- *   NIVRAL_DWInitDraw(pane, 1280, 720, 0);                    the video's size
- *   NIVRAL_DWDrawYUV420(pane, y, 1280, u, v, 640, 0, 0);      per decoded frame
+ *   NIVRAL_InitializeEx(1);                                // once; 1: SDL2, 0: Direct3D 9 or DirectDraw
+ *   void* pane = NULL;
+ *   NIVRAL_DWOpenDraw(&pane);                              // one handle per video pane
+ *   NIVRAL_DWSetHwnd(pane, window);                        // the client's own window
+ *   NIVRAL_DWInitDraw(pane, 1280, 720, 0);                 // the video's size
+ *   NIVRAL_DWDrawYUV420(pane, y, 1280, u, v, 640, 0, 0);   // per decoded frame
  *   NIVRAL_DWCloseDraw(pane);
  *   NIVRAL_UnInitialize();
  *
@@ -48,11 +49,11 @@
 extern "C" {
 #endif
 
-/* ---- Callbacks
- * ------------------------------------------------------------------------------------------------ Registered
- * as (user context, function), user context first. The context comes back as the last argument, except in
- * NivralFlashWndCallback, where it is the first. A null function unregisters. Callbacks run on the thread
- * named below and must not close the handle that calls them.
+/* ---- Callbacks ----
+ *
+ * Registered as (user context, function), user context first. The context comes back as the last argument,
+ * except in NivralFlashWndCallback, where it is the first. A null function unregisters. Callbacks run on the
+ * thread named below and must not close the handle that calls them.
  */
 
 /* After every frame, on the thread that draws it: the planes that were shown, which are the client's own
@@ -82,8 +83,7 @@ typedef void(NIVRAL_CALL* NivralFlashWndCallback)(void* user, HWND playWnd, int3
  * buffer's start. */
 typedef int(NIVRAL_CALL* NivralWriteWaveCallback)(uint8_t* buffer, int size, void* user);
 
-/* ---- Start-up
- * ------------------------------------------------------------------------------------------------ */
+/* ---- Start-up ---- */
 
 /* NIVRAL_InitializeEx with the choice made before (0 at first). */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_Initialize(void);
@@ -94,12 +94,10 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_Initialize(void);
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_InitializeEx(uint32_t bUseSDL);
 
 /* Shuts SDL2 down and returns 0 in SDL mode (also when a pane fell back to SDL2); otherwise does nothing and
- * returns
- * 1. Close all panes first. */
+ * returns 1. Close all panes first. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_UnInitialize(void);
 
-/* ---- Panes: opening and closing
- * ------------------------------------------------------------------------------- */
+/* ---- Panes: opening and closing ---- */
 
 /* Opens a pane on the backend that start-up chose and stores its handle in *phDraw. 0, or 1 when phDraw is
  * null or memory ran out; *phDraw is written on success only. */
@@ -116,8 +114,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWCloseDraw(void* hDraw);
  */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWFreeDraw(void* hDraw);
 
-/* ---- Panes: window, size and frames
- * --------------------------------------------------------------------------- */
+/* ---- Panes: window, size and frames ---- */
 
 /* Binds the pane to a window of the client, which stays the client's. Takes effect at the next
  * NIVRAL_DWInitDraw. */
@@ -159,8 +156,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetIndex(void* hDraw, int32_t index);
 /* Not 0: the algorithm records being shown stay up and no new ones are taken. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetPause(void* hDraw, uint32_t paused);
 
-/* ---- Panes: text and mosaic
- * ------------------------------------------------------------------------------------ */
+/* ---- Panes: text and mosaic ---- */
 
 /* One of six lines of text over the video (index 0 to 5; others are ignored). At most 511 bytes are kept; an
  * empty text removes the line. x, y: upper left corner; anchor 1: y is measured from the bottom. colour:
@@ -189,8 +185,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWUpdateMosaics(void* hDraw, uint32_t com
  * 1 when not. Other backends store the point and return 0. 1 for a null handle. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetRClickPt(void* hDraw, POINT pt);
 
-/* ---- Panes: results of driver algorithms
- * ----------------------------------------------------------------------- */
+/* ---- Panes: results of driver algorithms ---- */
 
 /* Driver assistance: up to 12 boxes for one frame. Edges are 32-bit floats in video pixels, handed over in
  * arrays of 32-bit words. classId: 0 unknown, 1 person, 2 car, 3 bus, 4 truck, 5 minibus, 6 vehicle, 7
@@ -212,8 +207,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetDsmAlgInfo(void* hDraw, int32_t poin
                                                        const uint32_t* right, const uint32_t* bottom,
                                                        uint16_t value);
 
-/* ---- Panes: callbacks
- * ------------------------------------------------------------------------------------------ */
+/* ---- Panes: callbacks ---- */
 
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetDecCB(void* hDraw, void* user, NivralDecodeCallback callback);
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetDisplayCB(void* hDraw, void* user,
@@ -223,8 +217,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetDrawYUV420CB(void* hDraw, void* user
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetFlashWndCB(void* hDraw, void* user,
                                                        NivralFlashWndCallback callback);
 
-/* ---- Colour
- * ---------------------------------------------------------------------------------------------------- */
+/* ---- Colour ---- */
 
 /* brightness -127 to 127, contrast and saturation -100 to 100, hue -180 to 180; 0 is neutral. Values out of
  * range are stored but switch the adjustment off. index 0 acts on the picture, 1 is only stored; other values
@@ -246,8 +239,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_GetColorParamsRange(int32_t* brightnessMi
                                                            int32_t* saturationMin, int32_t* saturationMax,
                                                            int32_t* hueMin, int32_t* hueMax);
 
-/* ---- Sound
- * ----------------------------------------------------------------------------------------------------- */
+/* ---- Sound ---- */
 
 /* Makes a player and stores its handle in *phWave. 0, or 1 when phWave is null or memory ran out. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_WVOpenWave(void** phWave);
@@ -277,10 +269,10 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_WVStopWave(void* hWave);
 /* Device volume in percent, 0 to 100; without effect while no device is open. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_WVSetVolume(void* hWave, uint16_t volume);
 
-/* ---- Colour-space conversion
- * ------------------------------------------------------------------------------------ BT.601, limited range,
- * stateless, on any thread. Always 0; arguments are not checked. Pictures are converted in blocks of 2 x 2
- * pixels: an odd last column or row is left out. */
+/* ---- Colour-space conversion ----
+ *
+ * BT.601, limited range, stateless, on any thread. Always 0; arguments are not checked. Pictures are
+ * converted in blocks of 2 x 2 pixels: an odd last column or row is left out. */
 
 /* A bottom-up picture of 3 * width bytes a row (B, G, R) to planes. The chroma stride is strideY / 2. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_rgb24_to_yv12_c(uint8_t* pY, uint8_t* pU, uint8_t* pV,

@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -94,6 +96,26 @@ TEST(Abi, LibraryCarriesItsVersion) {
                               std::to_string(LOWORD(fixed->dwFileVersionMS)) + "." +
                               std::to_string(HIWORD(fixed->dwFileVersionLS));
   EXPECT_EQ(version, NIVRAL_TEST_VERSION);
+}
+
+TEST(Abi, LogCarriesTheLibrarysName) {
+  namespace fs = std::filesystem;
+  wchar_t path[MAX_PATH];
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  const fs::path folder = fs::path(path).parent_path() / "Log" / fs::path(path).stem();
+  std::error_code ignored;
+  fs::remove_all(folder, ignored);
+
+  void* pane = nullptr;
+  ASSERT_EQ(NIVRAL_DWOpenDrawEx(&pane, 0), 0U);
+  EXPECT_EQ(NIVRAL_DWCloseDraw(pane), 0U);
+  std::string text;
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    EXPECT_TRUE(entry.path().filename().wstring().starts_with(L"libnivral----")) << entry.path();
+    std::ifstream file(entry.path(), std::ios::binary);
+    text.append(std::istreambuf_iterator<char>(file), {});
+  }
+  EXPECT_NE(text.find("] NIVRAL_DWOpenDrawEx: new SDLDisplayer\r\n"), std::string::npos) << text;
 }
 
 }  // namespace
