@@ -55,7 +55,9 @@ bool AdjustTables::Update(const ColorValues& values) {
     const int32_t d = y - kNeutral;
     return ToByte(Trunc(d + (d * contrast + values.brightness)));
   });
+  m_luma.FindLinear(1 + contrast);
   m_chroma.Fill([&](int32_t u) { return ScaleChroma(u - kNeutral, saturation, contrast); });
+  m_chroma.FindLinear((1 + contrast) * (1 + saturation));
   if (values.hue != 0 && !BuildPairs(values)) return false;
   m_built = values;
   return true;

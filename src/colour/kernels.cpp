@@ -6,7 +6,7 @@
 #include "util/cpu.h"
 
 namespace {
-constexpr const ColourKernels* kAll[] = {&kScalarKernels};
+constexpr const ColourKernels* kAll[] = {&kScalarKernels, &kSsse3Kernels, &kAvx2Kernels};
 }
 
 KernelList AllKernels() {

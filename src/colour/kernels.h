@@ -64,6 +64,8 @@ struct ColourKernels {
 };
 
 extern const ColourKernels kScalarKernels;
+extern const ColourKernels kSsse3Kernels;
+extern const ColourKernels kAvx2Kernels;
 
 struct KernelList {
   const ColourKernels* const* first;

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// Compiled for its own instruction set: includes nothing but intrinsics, plain declarations and the shared
+// loops.
+#include "colour/vector_ssse3.h"
+
+#include "colour/bgr_loops.h"
+#include "colour/frame_loops.h"
+#include "colour/yuv_loops.h"
+#include "util/cpu.h"
+
+const ColourKernels kSsse3Kernels = {
+    "ssse3",
+    kCpuSsse3,
+    {YuvToPixels<Bgr24Out>, YuvToPixels<Bgrx32Out>, YuvToPixels<Rgb565Out>, YuvToPixels<Rgb555Out>},
+    BgrToYuv,
+    YuvTo422,
+    MapBytes,
+    MapBytesReversed,
+    CopyReversed,
+    MapPairs,
+    MapPairsReversed,
+};

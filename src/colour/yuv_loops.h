@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: MIT
+// The conversions on vectors, for any vector type. Included by one file per instruction set, after its
+// vectors.
+#pragma once
+
+#include "colour/conversion_tables.h"
+#include "colour/kernels.h"
+
+namespace {
+
+/// Calls `block` for consecutive blocks of a row; the last one overlaps the one before where the row is no
+/// whole number of blocks. The row has at least one block.
+template <class Block>
+inline void ForEachBlock(int32_t count, int32_t step, Block block) {
+  const int32_t last = count - step;
+  for (int32_t at = 0;;) {
+    block(at);
+    if (at == last) return;
+    at = at + step < last ? at + step : last;
+  }
+}
+
+// A sum of products needs 16 fraction bits and up to 10 bits before them. Each product is kept as two words,
+// the high one holding floor(product / 65536) and the low one the rest: a coefficient's whole part multiplies
+// apart, its fraction fits a word. The floor of a sum is the sum of the high words and of the carry of the
+// low ones, and the carry is one comparison, made signed by flipping the top bits on both sides.
+
+/// The share of one colour channel that comes from chroma: the high words, and the low words that luma's may
+/// reach without a carry, top bits flipped.
+struct ChromaPart {
+  Vec high;
+  Vec limit;
+};
+
+inline ChromaPart MakeChromaPart(Vec high, Vec low) {
+  return {high, Xor(low, Set16(0x7FFF))};
+}
+
+struct ChromaParts {
+  ChromaPart blue;
+  ChromaPart green;
+  ChromaPart red;
+};
+
+/// Splits the coefficients: 2 + fraction for blue and red, 0 and 1 - fraction for green.
+struct Factors {
+  explicit Factors(const YuvCoefficients& c)
+      : luma(Set16(c.luma - 0x10000)),
+        blueFromU(Set16(c.blueFromU - 0x20000)),
+        redFromV(Set16(c.redFromV - 0x20000)),
+        greenFromU(Set16(-c.greenFromU)),
+        greenFromV(Set16(0x10000 - c.greenFromV)) {}
+  Vec luma;
+  Vec blueFromU;
+  Vec redFromV;
+  Vec greenFromU;
+  Vec greenFromV;
+};
+
+inline ChromaParts ChromaOf(Vec u, Vec v, const Factors& f) {
+  u = Sub16(u, Set16(128));
+  v = Sub16(v, Set16(128));
+  const Vec flip = Set16(0x8000);
+  const Vec greenU = MulLow(u, f.greenFromU);
+  const Vec green = Add16(greenU, MulLow(v, f.greenFromV));
+  const Vec carry = Greater16(Xor(greenU, flip), Xor(green, flip));
+  const Vec greenHigh = Add16(MulHigh(u, f.greenFromU), MulHigh(v, f.greenFromV));
+  return {MakeChromaPart(Add16(MulHigh(u, f.blueFromU), Add16(u, u)), MulLow(u, f.blueFromU)),
+          MakeChromaPart(Sub16(Sub16(greenHigh, v), carry), green),
+          MakeChromaPart(Add16(MulHigh(v, f.redFromV), Add16(v, v)), MulLow(v, f.redFromV))};
+}
+
+/// Each chroma sample for its two pixels: of the first or the second half of every lane.
+template <bool kSecondHalf>
+inline ChromaPart Widen(const ChromaPart& p) {
+  if constexpr (kSecondHalf) return {UnpackHigh16(p.high, p.high), UnpackHigh16(p.limit, p.limit)};
+  return {UnpackLow16(p.high, p.high), UnpackLow16(p.limit, p.limit)};
+}
+
+template <bool kSecondHalf>
+inline ChromaParts Widen(const ChromaParts& p) {
+  return {Widen<kSecondHalf>(p.blue), Widen<kSecondHalf>(p.green), Widen<kSecondHalf>(p.red)};
+}
+
+struct Channels {
+  Vec blue;
+  Vec green;
+  Vec red;
+};
+
+/// Words that may lie outside 0 to 255.
+inline Channels ToChannels(Vec y, const ChromaParts& chroma, const Factors& f) {
+  y = Sub16(y, Set16(16));
+  const Vec high = Add16(y, MulHigh(y, f.luma));
+  const Vec low = Xor(MulLow(y, f.luma), Set16(0x8000));
+  const auto channel = [&](const ChromaPart& c) {
+    return Sub16(Add16(high, c.high), Greater16(low, c.limit));
+  };
+  return {channel(chroma.blue), channel(chroma.green), channel(chroma.red)};
+}
+
+struct Bgr24Out {
+  static constexpr PixelFormat kFormat = PixelFormat::Bgr24;
+  static constexpr ptrdiff_t kPixelBytes = 3;
+  static void Put(uint8_t* out, const Channels& c) { StoreInTurns(out, c.blue, c.green, c.red); }
+};
+
+struct Bgrx32Out {
+  static constexpr PixelFormat kFormat = PixelFormat::Bgrx32;
+  static constexpr ptrdiff_t kPixelBytes = 4;
+  static void Put(uint8_t* out, const Channels& c) {
+    const Vec bgLow = UnpackLow8(c.blue, c.green);
+    const Vec bgHigh = UnpackHigh8(c.blue, c.green);
+    const Vec rLow = UnpackLow8(c.red, Zero());
+    const Vec rHigh = UnpackHigh8(c.red, Zero());
+    StoreByLane(out, UnpackLow16(bgLow, rLow), UnpackHigh16(bgLow, rLow), UnpackLow16(bgHigh, rHigh),
+                UnpackHigh16(bgHigh, rHigh));
+  }
+};
+
+/// Words of 5 bits red, kGreenBits green and 5 bits blue.
+template <PixelFormat kPixelFormat, int kGreenBits>
+struct Rgb16Out {
+  static constexpr PixelFormat kFormat = kPixelFormat;
+  static constexpr ptrdiff_t kPixelBytes = 2;
+
+  /// From words: blue and green as they are, red in the high byte.
+  static Vec Pack(Vec blue, Vec green, Vec highRed) {
+    const Vec red = And(ShiftRight16<6 - kGreenBits>(highRed), Set16(0x1F << (5 + kGreenBits)));
+    const Vec middle = ShiftLeft16<kGreenBits - 3>(And(green, Set16(0x100 - (0x100 >> kGreenBits))));
+    return Or(Or(red, middle), ShiftRight16<3>(blue));
+  }
+  static void Put(uint8_t* out, const Channels& c) {
+    StoreByLane(out, Pack(UnpackLow8(c.blue, Zero()), UnpackLow8(c.green, Zero()), UnpackLow8(Zero(), c.red)),
+                Pack(UnpackHigh8(c.blue, Zero()), UnpackHigh8(c.green, Zero()), UnpackHigh8(Zero(), c.red)));
+  }
+};
+using Rgb565Out = Rgb16Out<PixelFormat::Rgb565, 6>;
+using Rgb555Out = Rgb16Out<PixelFormat::Rgb555, 5>;
+
+inline Channels PackChannels(const Channels& low, const Channels& high) {
+  return {PackUnsigned8(low.blue, high.blue), PackUnsigned8(low.green, high.green),
+          PackUnsigned8(low.red, high.red)};
+}
+
+template <class Out>
+void YuvToPixels(const YuvRows& rows, int32_t width, const ConversionTables& tables) {
+  const int32_t even = width & ~1;
+  if (even < kVecBytes)
+    return kScalarKernels.yuvToPixels[static_cast<size_t>(Out::kFormat)](rows, width, tables);
+  const Factors factors(tables.coefficients);
+  ForEachBlock(even, kVecBytes, [&](int32_t x) {
+    const ChromaParts chroma =
+        ChromaOf(LoadBytesAsWords(rows.u + x / 2), LoadBytesAsWords(rows.v + x / 2), factors);
+    for (int row = 0; row < 2; ++row) {
+      const Vec y = Load(rows.y[row] + x);
+      const Channels low = ToChannels(UnpackLow8(y, Zero()), Widen<false>(chroma), factors);
+      const Channels high = ToChannels(UnpackHigh8(y, Zero()), Widen<true>(chroma), factors);
+      Out::Put(rows.out[row] + x * Out::kPixelBytes, PackChannels(low, high));
+    }
+  });
+}
+
+void YuvTo422(uint8_t* out, const uint8_t* y, const uint8_t* u, const uint8_t* v, int32_t width) {
+  const int32_t even = width & ~1;
+  if (even < kVecBytes) return kScalarKernels.yuvTo422(out, y, u, v, width);
+  ForEachBlock(even, kVecBytes, [&](int32_t x) {
+    const Vec luma = Load(y + x);
+    const Vec chroma = LoadInTurns(u + x / 2, v + x / 2);
+    StoreByLane(out + ptrdiff_t{x} * 2, UnpackLow8(chroma, luma), UnpackHigh8(chroma, luma));
+  });
+}
+
+}  // namespace
