@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: MIT
+// Colour conversion, adjustment and mirror against libyuv, libswscale, libavfilter and plain code, one
+// thread. Interleaved by Google Benchmark; the first argument names the file that receives the table of
+// ratios.
+#include <benchmark/benchmark.h>
+#include <libyuv.h>
+
+#include <cstdio>
+#include <cstring>
+#include <functional>
+
+#include "colour/convert.h"
+#include "colour/filter_peer.h"
+#include "colour/ratio_table.h"
+#include "colour/snapshot.h"
+#include "core/colour/reference.h"
+#include "display/working_frame.h"
+#include "util/cpu.h"
+
+extern "C" {
+#include <libswscale/swscale.h>
+}
+
+namespace {
+
+struct Size {
+  int width;
+  int height;
+  std::string Name() const { return std::to_string(width).append("x").append(std::to_string(height)); }
+};
+constexpr Size kSizes[] = {{704, 576}, {1920, 1080}, {3840, 2160}};
+
+std::vector<uint8_t> Noise(int bytes) {
+  std::vector<uint8_t> noise(static_cast<size_t>(bytes));
+  uint32_t seed = 1;
+  for (uint8_t& byte : noise)
+    byte = static_cast<uint8_t>((seed = seed * 1664525 + 1013904223) >> 24);
+  return noise;
+}
+
+/// The pictures that all ways of one size work on.
+struct Pictures {
+  explicit Pictures(Size s)
+      : w(s.width),
+        h(s.height),
+        yuv(Noise(w * h * 3 / 2)),
+        bgr(Noise(w * h * 3)),
+        out(static_cast<size_t>(w * h * 3)) {}
+  const uint8_t* Y() const { return yuv.data(); }
+  const uint8_t* U() const { return Y() + w * h; }
+  const uint8_t* V() const { return U() + w * h / 4; }
+  uint8_t* OutU() { return out.data() + w * h; }
+  uint8_t* OutV() { return OutU() + w * h / 4; }
+  FrameView Frame() { return {yuv.data(), w, yuv.data() + w * h, w / 2, yuv.data() + w * h * 5 / 4, w / 2}; }
+  int w;
+  int h;
+  std::vector<uint8_t> yuv;
+  std::vector<uint8_t> bgr;
+  std::vector<uint8_t> out;
+};
+
+using Work = std::function<void()>;
+
+constexpr uint32_t kEveryFeature = ~uint32_t{0};
+
+/// Our forms obey our mask and libyuv's its own; an AVX2 machine is what the ratios are stated for.
+void Register(const char* name, Size size, Work work, uint32_t ourMask = kEveryFeature,
+              int theirMask = ~libyuv::kCpuHasAVX512BW & ~libyuv::kCpuHasAVX512VL) {
+  benchmark::RegisterBenchmark(std::string(name).append("/").append(size.Name()).c_str(),
+                               [=](benchmark::State& state) {
+                                 SetCpuMask(ourMask);
+                                 libyuv::MaskCpuFlags(theirMask);
+                                 for (auto _ : state) {
+                                   work();
+                                   benchmark::ClobberMemory();
+                                 }
+                               })
+      ->Unit(benchmark::kMicrosecond);
+}
+
+void RegisterToBgr(Size s, const std::shared_ptr<Pictures>& p) {
+  const Work ours = [p] {
+    Yv12ToRgb24(p->out.data(), p->w, p->Y(), p->U(), p->V(), p->w, p->w / 2, p->w, p->h);
+  };
+  const Work theirs = [p] {
+    libyuv::I420ToRGB24(p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->out.data(), p->w * 3, p->w,
+                        p->h);
+  };
+  constexpr int kTheirSsse3 = ~libyuv::kCpuHasAVX2 & ~libyuv::kCpuHasAVX512BW & ~libyuv::kCpuHasAVX512VL;
+  Register("YV12 to BGR24", s, ours);
+  Register("YV12 to BGR24, SSSE3", s, ours, kCpuSsse3);
+  Register("YV12 to BGR24, plain code", s, ours, 0);
+  Register("libyuv I420ToRGB24", s, theirs);
+  Register("libyuv I420ToRGB24, SSSE3", s, theirs, kEveryFeature, kTheirSsse3);
+  Register("snapshot", s, [p] {
+    YuvToBottomUpBgr24(p->out.data(), p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->w, p->h);
+  });
+  Register("libyuv I420ToRGB24, flipped", s, [p] {
+    libyuv::I420ToRGB24(p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->out.data(), p->w * 3, p->w,
+                        -p->h);
+  });
+}
+
+void RegisterFromBgr(Size s, const std::shared_ptr<Pictures>& p) {
+  const Work ours = [p] {
+    Rgb24ToYv12(p->out.data(), p->OutU(), p->OutV(), p->bgr.data(), p->w, p->h, p->w);
+  };
+  Register("BGR24 to YV12", s, ours);
+  Register("BGR24 to YV12, plain code", s, ours, 0);
+  Register("libyuv RGB24ToI420", s, [p] {
+    libyuv::RGB24ToI420(p->bgr.data(), p->w * 3, p->out.data(), p->w, p->OutU(), p->w / 2, p->OutV(),
+                        p->w / 2, p->w, -p->h);
+  });
+  const std::shared_ptr<SwsContext> scaler(
+      sws_getContext(p->w, p->h, AV_PIX_FMT_BGR24, p->w, p->h, AV_PIX_FMT_YUV420P, SWS_FAST_BILINEAR, nullptr,
+                     nullptr, nullptr),
+      sws_freeContext);
+  Register("libswscale", s, [p, scaler] {
+    const uint8_t* in[4] = {p->bgr.data() + p->w * 3 * (p->h - 1)};
+    const int inStride[4] = {-p->w * 3};
+    uint8_t* out[4] = {p->out.data(), p->OutU(), p->OutV()};
+    const int outStride[4] = {p->w, p->w / 2, p->w / 2};
+    sws_scale(scaler.get(), in, inStride, 0, p->h, out, outStride);
+  });
+}
+
+Work Prepare(const std::shared_ptr<Pictures>& p, uint32_t mirror, const ColorValues& colors) {
+  const auto working = std::make_shared<WorkingFrame>();
+  return [p, working, mirror, colors] {
+    working->Prepare(p->Frame(), static_cast<uint32_t>(p->h), mirror, colors);
+  };
+}
+
+void RegisterMirror(Size s, const std::shared_ptr<Pictures>& p) {
+  Register("mirror mode 1", s, Prepare(p, 1, {}));
+  Register("mirror mode 2", s, Prepare(p, 2, {}));
+  Register("libyuv I420Mirror", s, [p] {
+    libyuv::I420Mirror(p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->out.data(), p->w, p->OutU(),
+                       p->w / 2, p->OutV(), p->w / 2, p->w, p->h);
+  });
+  Register("libyuv I420Rotate(180)", s, [p] {
+    libyuv::I420Rotate(p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->out.data(), p->w, p->OutU(),
+                       p->w / 2, p->OutV(), p->w / 2, p->w, p->h, libyuv::kRotate180);
+  });
+  Register("memcpy", s, [p] { std::memcpy(p->out.data(), p->yuv.data(), p->yuv.size()); });
+}
+
+/// The picture settings sample by sample, sine and cosine included.
+void AdjustAsWritten(Pictures& p, const reference::Settings& s) {
+  const auto luma = static_cast<size_t>(p.w * p.h);
+  std::memcpy(p.out.data(), p.yuv.data(), p.yuv.size());
+  for (size_t i = 0; i < luma; ++i)
+    p.out[i] = reference::AdjustLuma(p.out[i], s);
+  for (size_t i = luma; i < luma + luma / 4; ++i)
+    reference::AdjustChroma(p.out[i], p.out[i + luma / 4], s);
+}
+
+void RegisterAdjust(Size s, const std::shared_ptr<Pictures>& p) {
+  constexpr ColorValues kPlain{.brightness = 12, .contrast = 20, .saturation = 30, .hue = 0};
+  constexpr ColorValues kHue{.brightness = 12, .contrast = 20, .saturation = 30, .hue = 30};
+  const auto eq = std::make_shared<FilterPeer>(p->w, p->h, "eq=brightness=0.05:contrast=1.2:saturation=1.3");
+  const auto hue = std::make_shared<FilterPeer>(p->w, p->h, "eq=brightness=0.05:contrast=1.2,hue=h=30:s=1.3");
+  Register("adjustment without hue", s, Prepare(p, 0, kPlain));
+  Register("adjustment without hue, mirror 1", s, Prepare(p, 1, kPlain));
+  Register("adjustment without hue, mirror 2", s, Prepare(p, 2, kPlain));
+  Register("adjustment with hue", s, Prepare(p, 0, kHue));
+  Register("adjustment with hue, mirror 1", s, Prepare(p, 1, kHue));
+  Register("adjustment with hue, mirror 2", s, Prepare(p, 2, kHue));
+  Register("ffmpeg eq", s, [eq] { eq->Run(); });
+  Register("ffmpeg eq + hue", s, [hue] { hue->Run(); });
+  Register("arithmetic as written", s, [p] { AdjustAsWritten(*p, {12, 20, 30, 0}); });
+}
+
+const std::vector<Ratio> kRatios = {
+    {"YV12 to BGR24", "YV12 to BGR24", "libyuv I420ToRGB24", 1.05},
+    {"YV12 to BGR24", "YV12 to BGR24", "YV12 to BGR24, plain code", 8},
+    {"YV12 to BGR24, SSSE3", "YV12 to BGR24, SSSE3", "libyuv I420ToRGB24, SSSE3", 0.7},
+    {"BGR24 to YV12", "BGR24 to YV12", "libyuv RGB24ToI420", 1.35},
+    {"BGR24 to YV12", "BGR24 to YV12", "libswscale", 5},
+    {"BGR24 to YV12", "BGR24 to YV12", "BGR24 to YV12, plain code", 9},
+    {"mirror mode 1", "mirror mode 1", "libyuv I420Mirror", 1},
+    {"mirror mode 2", "mirror mode 2", "libyuv I420Rotate(180)", 1.2},
+    {"mirror mode 1", "mirror mode 1", "memcpy", 0.9},
+    {"mirror mode 2", "mirror mode 2", "memcpy", 0.9},
+    {"adjustment without hue", "adjustment without hue", "ffmpeg eq", 0.75},
+    {"adjustment without hue", "adjustment without hue", "arithmetic as written", 25},
+    {"adjustment with hue", "adjustment with hue", "ffmpeg eq + hue", 1.4},
+    {"and mirror 1, without hue", "adjustment without hue, mirror 1", "adjustment without hue", 1 / 1.15},
+    {"and mirror 2, without hue", "adjustment without hue, mirror 2", "adjustment without hue", 1 / 1.15},
+    {"and mirror 1, with hue", "adjustment with hue, mirror 1", "adjustment with hue", 1 / 1.15},
+    {"and mirror 2, with hue", "adjustment with hue, mirror 2", "adjustment with hue", 1 / 1.15},
+    {"snapshot", "snapshot", "libyuv I420ToRGB24, flipped", 1.1},
+};
+
+bool WriteTable(const char* path, const std::string& table) {
+  std::FILE* file = std::fopen(path, "w");
+  if (!file) return false;
+  const bool written = std::fputs(table.c_str(), file) >= 0;
+  return std::fclose(file) == 0 && written;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  std::vector<std::string> names;
+  for (const Size& size : kSizes) {
+    const auto pictures = std::make_shared<Pictures>(size);
+    RegisterToBgr(size, pictures);
+    RegisterFromBgr(size, pictures);
+    RegisterMirror(size, pictures);
+    RegisterAdjust(size, pictures);
+    names.push_back(size.Name());
+  }
+  MedianReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  const std::string table = RatioTable(reporter, kRatios, names);
+  std::fputs(table.c_str(), stdout);
+  return argc < 2 || WriteTable(argv[1], table) ? 0 : 1;
+}
