@@ -38,12 +38,25 @@ std::vector<uint8_t> Noise(int bytes) {
   return noise;
 }
 
+/// Luma of noise; chroma of gradients with a little noise, for it changes slowly in decoded video too.
+std::vector<uint8_t> Planes(int width, int height) {
+  std::vector<uint8_t> planes = Noise(width * height * 3 / 2);
+  const auto luma = static_cast<size_t>(width * height);
+  const auto row = static_cast<size_t>(width / 2);
+  for (size_t i = luma; i < planes.size(); ++i) {
+    const size_t x = (i - luma) % row;
+    const size_t y = (i - luma) / row;
+    planes[i] = static_cast<uint8_t>(64 + (x + y) * 128 / (row + luma / row / 2) + planes[i] % 8);
+  }
+  return planes;
+}
+
 /// The pictures that all ways of one size work on.
 struct Pictures {
   explicit Pictures(Size s)
       : w(s.width),
         h(s.height),
-        yuv(Noise(w * h * 3 / 2)),
+        yuv(Planes(w, h)),
         bgr(Noise(w * h * 3)),
         out(static_cast<size_t>(w * h * 3)) {}
   const uint8_t* Y() const { return yuv.data(); }
@@ -158,8 +171,10 @@ void AdjustAsWritten(Pictures& p, const reference::Settings& s) {
 void RegisterAdjust(Size s, const std::shared_ptr<Pictures>& p) {
   constexpr ColorValues kPlain{.brightness = 12, .contrast = 20, .saturation = 30, .hue = 0};
   constexpr ColorValues kHue{.brightness = 12, .contrast = 20, .saturation = 30, .hue = 30};
-  const auto eq = std::make_shared<FilterPeer>(p->w, p->h, "eq=brightness=0.05:contrast=1.2:saturation=1.3");
-  const auto hue = std::make_shared<FilterPeer>(p->w, p->h, "eq=brightness=0.05:contrast=1.2,hue=h=30:s=1.3");
+  const auto eq =
+      std::make_shared<FilterPeer>(p->w, p->h, p->Y(), "eq=brightness=0.05:contrast=1.2:saturation=1.3");
+  const auto hue =
+      std::make_shared<FilterPeer>(p->w, p->h, p->Y(), "eq=brightness=0.05:contrast=1.2,hue=h=30:s=1.3");
   Register("adjustment without hue", s, Prepare(p, 0, kPlain));
   Register("adjustment without hue, mirror 1", s, Prepare(p, 1, kPlain));
   Register("adjustment without hue, mirror 2", s, Prepare(p, 2, kPlain));

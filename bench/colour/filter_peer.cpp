@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 extern "C" {
 #include <libavfilter/avfilter.h>
@@ -19,23 +20,24 @@ void Require(bool ok, const char* what) {
   std::exit(1);
 }
 
-AVFrame* NoisePicture(int width, int height) {
+AVFrame* CopyPicture(int width, int height, const uint8_t* planes) {
   AVFrame* frame = av_frame_alloc();
   frame->format = AV_PIX_FMT_YUV420P;
   frame->width = width;
   frame->height = height;
   Require(av_frame_get_buffer(frame, 0) == 0, "picture");
-  uint32_t seed = 1;
-  for (int plane = 0; plane < 3; ++plane)
-    for (int i = 0; i < frame->linesize[plane] * (plane ? height / 2 : height); ++i)
-      frame->data[plane][i] = static_cast<uint8_t>((seed = seed * 1664525 + 1013904223) >> 24);
+  for (int plane = 0; plane < 3; ++plane) {
+    const int rowBytes = plane ? width / 2 : width;
+    for (int row = 0; row < (plane ? height / 2 : height); ++row, planes += rowBytes)
+      std::memcpy(frame->data[plane] + row * frame->linesize[plane], planes, static_cast<size_t>(rowBytes));
+  }
   return frame;
 }
 
 }  // namespace
 
-FilterPeer::FilterPeer(int width, int height, const char* filters)
-    : m_graph(avfilter_graph_alloc()), m_picture(NoisePicture(width, height)) {
+FilterPeer::FilterPeer(int width, int height, const uint8_t* planes, const char* filters)
+    : m_graph(avfilter_graph_alloc()), m_picture(CopyPicture(width, height, planes)) {
   m_graph->nb_threads = 1;
   char args[128];
   std::snprintf(args, sizeof(args), "video_size=%dx%d:pix_fmt=%d:time_base=1/25", width, height,

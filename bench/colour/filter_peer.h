@@ -11,7 +11,8 @@ struct AVFrame;
 /// A chain of libavfilter's filters over one YUV 4:2:0 picture, on one thread.
 class FilterPeer {
  public:
-  FilterPeer(int width, int height, const char* filters);
+  /// `planes` are Y, U and V without padding.
+  FilterPeer(int width, int height, const uint8_t* planes, const char* filters);
   ~FilterPeer();
   FilterPeer(const FilterPeer&) = delete;
   FilterPeer& operator=(const FilterPeer&) = delete;

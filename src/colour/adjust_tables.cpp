@@ -55,16 +55,17 @@ bool AdjustTables::Update(const ColorValues& values) {
     const int32_t d = y - kNeutral;
     return ToByte(Trunc(d + (d * contrast + values.brightness)));
   });
-  m_luma.FindLinear(1 + contrast);
+  m_luma.TryOdd(1 + contrast, 1);
+  m_luma.TryLinear(1 + contrast);
   m_chroma.Fill([&](int32_t u) { return ScaleChroma(u - kNeutral, saturation, contrast); });
-  m_chroma.FindLinear((1 + contrast) * (1 + saturation));
+  m_chroma.TryOdd(1 + saturation, 1 + contrast);
   if (values.hue != 0 && !BuildPairs(values)) return false;
   m_built = values;
   return true;
 }
 
 bool AdjustTables::BuildPairs(const ColorValues& values) {
-  if (!m_pairs) m_pairs.reset(new (std::nothrow) uint16_t[256 * 256]);
+  if (!m_pairs) m_pairs.reset(new (std::nothrow) uint16_t[256 * 256 + 1]);
   if (!m_pairs) return false;
   uint8_t scaled[kMaxRotated * 2 + 1];
   for (int32_t i = -kMaxRotated; i <= kMaxRotated; ++i)

@@ -63,22 +63,49 @@ uint8_t Apply(const LinearMap& m, int32_t byte) {
   return static_cast<uint8_t>(std::min(std::max(above, std::min(below, kMiddle)), 255));
 }
 
-bool Equals(const LinearMap& m, const uint8_t (&table)[256]) {
+/// floor(|distance| * slope): a factor that is never below the slope, and above it by less than a hundredth
+/// in all 128 steps. A slope of 2 does not fit and is tried as the next smaller factor.
+uint16_t OddFactor(double slope) {
+  return static_cast<uint16_t>(std::min(std::ceil(slope * 0x8000), 65535.0));
+}
+
+uint8_t Apply(const OddMap& m, int32_t byte) {
+  int32_t distance = std::abs(byte - kMiddle);
+  for (const uint16_t factor : m.factors)
+    distance = (distance * 2 * factor) >> 16;
+  return static_cast<uint8_t>(std::clamp(kMiddle + (byte < kMiddle ? -distance : distance), 0, 255));
+}
+
+template <class Map>
+bool Equals(const Map& map, const uint8_t (&table)[256]) {
   for (int32_t byte = 0; byte < 256; ++byte)
-    if (Apply(m, byte) != table[byte]) return false;
+    if (Apply(map, byte) != table[byte]) return false;
   return true;
 }
 
 }  // namespace
 
-void ByteMap::FindLinear(double slope) {
-  isLinear = false;
+void ByteMap::FindTableForm() {
+  bool same = true;
+  for (int32_t i = 0; i < 256; ++i) {
+    same = same && table[i] == i;
+    steps[i] = static_cast<uint8_t>(table[i] ^ (i % 128 < 16 ? 0 : table[i - 16]));
+  }
+  form = same ? Form::Identity : Form::Table;
+}
+
+void ByteMap::TryLinear(double slope) {
   const auto nearest = static_cast<int32_t>(std::lround(slope * 0x8000));
   for (const int32_t step : {0, 1, -1, 2, -2}) {
-    for (int32_t fill = 0; fill <= 255 && !isLinear; fill += 51) {
+    for (int32_t fill = 0; fill <= 255 && form == Form::Table; fill += 51) {
       linear.factor = static_cast<uint16_t>(std::clamp(nearest + step, 0, 0xFFFF));
       linear.fill = static_cast<uint16_t>(fill);
-      isLinear = Fit(linear, table) && Equals(linear, table);
+      if (Fit(linear, table) && Equals(linear, table)) form = Form::Linear;
     }
   }
+}
+
+void ByteMap::TryOdd(double firstSlope, double secondSlope) {
+  odd = {{OddFactor(firstSlope), OddFactor(secondSlope)}};
+  if (form == Form::Table && Equals(odd, table)) form = Form::Odd;
 }

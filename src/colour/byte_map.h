@@ -16,23 +16,37 @@ struct LinearMap {
   uint16_t subBelow = 0;
 };
 
-/// A function of one byte.
+/// Another way, for functions that are odd around 128. With a = 2 * |byte - 128|:
+///   a = 2 * ((a * factor) >> 16) for both factors in turn, byte = 128 -|+ a / 2
+struct OddMap {
+  uint16_t factors[2] = {0, 0};
+};
+
+/// A function of one byte, in the forms that the loops can use.
 struct ByteMap {
+  enum class Form { Identity, Linear, Odd, Table };
+
   alignas(64) uint8_t table[256]{};
-  bool identity = false;
-  bool isLinear = false;
+  /// The table with each 16 bytes as their difference (exclusive-or) to the 16 before, in each half.
+  alignas(64) uint8_t steps[256]{};
+  Form form = Form::Identity;
   LinearMap linear;
+  OddMap odd;
 
   template <class Function>
   void Fill(Function function) {
-    identity = true;
-    for (int32_t i = 0; i < 256; ++i) {
+    for (int32_t i = 0; i < 256; ++i)
       table[i] = function(i);
-      identity = identity && table[i] == i;
-    }
+    FindTableForm();
   }
 
-  /// Looks for a linear form that equals the table for every byte; `slope` is that of the function before
+  /// Chooses the linear form if it equals the table for every byte; `slope` is that of the function before
   /// rounding, 0 to 2.
-  void FindLinear(double slope);
+  void TryLinear(double slope);
+
+  /// Chooses the odd form if it equals the table for every byte; each slope belongs to one rounding.
+  void TryOdd(double firstSlope, double secondSlope);
+
+ private:
+  void FindTableForm();
 };

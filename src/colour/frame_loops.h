@@ -52,18 +52,37 @@ struct Linear {
   Vec m_subBelow;
 };
 
+/// OddMap on words.
+struct Odd {
+  explicit Odd(const ByteMap& map)
+      : m_first(Set16(map.odd.factors[0])), m_second(Set16(map.odd.factors[1])) {}
+
+  /// Rounded distances with their signs; those beyond a byte are left to the packing.
+  Vec Words(Vec distance, Vec sign) const {
+    distance = MulHighUnsigned(Add16(distance, distance), m_first);
+    distance = MulHighUnsigned(Add16(distance, distance), m_second);
+    return Sign16(distance, sign);
+  }
+  Vec operator()(Vec a) const {
+    const Vec centred = Xor(a, Set8(0x80));
+    const Vec distance = Abs8(centred);
+    return Xor(PackSigned8(Words(UnpackLow8(distance, Zero()), UnpackLow8(Zero(), centred)),
+                           Words(UnpackHigh8(distance, Zero()), UnpackHigh8(Zero(), centred))),
+               Set8(0x80));
+  }
+
+ private:
+  Vec m_first;
+  Vec m_second;
+};
+
 /// The table in sixteen shuffles. A shuffle gives zero where the index is negative, so counting the index
 /// down by 16 leaves sixteenth k in force for every byte from 16 * k on; with each sixteenth stored as its
 /// difference to the one before, the exclusive-or of all that are in force is the table's value.
 struct Table {
-  explicit Table(const ByteMap& map) {
-    for (int32_t half = 0; half < 256; half += 128)
-      for (int32_t i = 0; i < 128; ++i)
-        m_steps[half + i] =
-            static_cast<uint8_t>(map.table[half + i] ^ (i < 16 ? 0 : map.table[half + i - 16]));
-  }
+  explicit Table(const ByteMap& map) : m_steps(map.steps) {}
 
-  Vec Half(Vec index, const uint8_t* steps) const {
+  static Vec Half(Vec index, const uint8_t* steps) {
     Vec sum = Shuffle8(LoadLane(steps), index);
     for (int32_t k = 1; k < 8; ++k) {
       index = SubSigned8(index, Set8(16));
@@ -74,62 +93,58 @@ struct Table {
   Vec operator()(Vec a) const { return Xor(Half(a, m_steps), Half(Xor(a, Set8(0x80)), m_steps + 128)); }
 
  private:
-  alignas(64) uint8_t m_steps[256];
+  const uint8_t* m_steps;
 };
 
-/// As ForEachBlock, in steps of whole vectors over any number of bytes that is at least one vector.
-template <class Block>
+/// Calls `block` for one vector after the other; the last overlaps the one before where the count is no whole
+/// number of vectors. There is at least one.
+template <size_t kUnrolled, class Block>
 inline void ForEachVector(size_t count, Block block) {
-  const size_t last = count - kStep;
-  for (size_t at = 0;;) {
+  size_t at = 0;
+  for (; at + kUnrolled * kStep <= count; at += kUnrolled * kStep)
+    for (size_t i = 0; i < kUnrolled; ++i)
+      block(at + i * kStep);
+  for (; at + kStep <= count; at += kStep)
     block(at);
-    if (at == last) return;
-    at = at + kStep < last ? at + kStep : last;
-  }
+  if (at < count) block(count - kStep);
 }
 
-template <class Map>
+template <size_t kUnrolled, class Map>
 inline void MapForward(uint8_t* out, const uint8_t* in, size_t count, const Map& map) {
-  ForEachVector(count, [&](size_t at) { Store(out + at, map(Load(in + at))); });
+  ForEachVector<kUnrolled>(count, [&](size_t at) { Store(out + at, map(Load(in + at))); });
 }
 
-template <class Map>
+/// Reads upward and writes downward: the processor fetches ahead of reads only, and row after row they go up.
+template <size_t kUnrolled, class Map>
 inline void MapBackward(uint8_t* out, const uint8_t* in, size_t count, const Map& map) {
-  const uint8_t* const end = in + count - kStep;
-  ForEachVector(count, [&](size_t at) { Store(out + at, ReverseBytes(map(Load(end - at)))); });
+  uint8_t* const end = out + count - kStep;
+  ForEachVector<kUnrolled>(count, [&](size_t at) { Store(end - at, ReverseBytes(map(Load(in + at)))); });
 }
 
 void MapBytes(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map) {
   if (count < kStep) return kScalarKernels.mapBytes(out, in, count, map);
-  if (map.isLinear) return MapForward(out, in, count, Linear(map));
-  MapForward(out, in, count, Table(map));
+  if (map.form == ByteMap::Form::Linear) return MapForward<2>(out, in, count, Linear(map));
+  if (map.form == ByteMap::Form::Odd) return MapForward<2>(out, in, count, Odd(map));
+  MapForward<1>(out, in, count, Table(map));
 }
 
 void MapBytesReversed(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map) {
   if (count < kStep) return kScalarKernels.mapBytesReversed(out, in, count, map);
-  if (map.isLinear) return MapBackward(out, in, count, Linear(map));
-  MapBackward(out, in, count, Table(map));
+  if (map.form == ByteMap::Form::Linear) return MapBackward<2>(out, in, count, Linear(map));
+  if (map.form == ByteMap::Form::Odd) return MapBackward<2>(out, in, count, Odd(map));
+  MapBackward<1>(out, in, count, Table(map));
 }
 
 void CopyReversed(uint8_t* out, const uint8_t* in, size_t count) {
   if (count < kStep) return kScalarKernels.copyReversed(out, in, count);
-  MapBackward(out, in, count, Identity());
-}
-
-/// Words looked up one by one: gathering them with the processor's own instruction is no faster.
-inline Vec LookUp(Vec indices, const uint16_t* pairs) {
-  alignas(kVecBytes) uint16_t words[kStep / 2];
-  Store(words, indices);
-  for (uint16_t& word : words)
-    word = pairs[word];
-  return Load(words);
+  MapBackward<4>(out, in, count, Identity());
 }
 
 /// New u and v of one vector of samples each.
 struct MappedPair {
   MappedPair(Vec u, Vec v, const uint16_t* pairs) {
-    const Vec low = LookUp(UnpackLow8(v, u), pairs);
-    const Vec high = LookUp(UnpackHigh8(v, u), pairs);
+    const Vec low = LookUp16(UnpackLow8(v, u), pairs);
+    const Vec high = LookUp16(UnpackHigh8(v, u), pairs);
     const Vec byte = Set16(0xFF);
     newU = PackUnsigned8(And(low, byte), And(high, byte));
     newV = PackUnsigned8(ShiftRight16<8>(low), ShiftRight16<8>(high));
@@ -140,7 +155,7 @@ struct MappedPair {
 
 void MapPairs(const PlanePair& p, size_t count, const uint16_t* pairs) {
   if (count < kStep) return kScalarKernels.mapPairs(p, count, pairs);
-  ForEachVector(count, [&](size_t at) {
+  ForEachVector<1>(count, [&](size_t at) {
     const MappedPair mapped(Load(p.inU + at), Load(p.inV + at), pairs);
     Store(p.outU + at, mapped.newU);
     Store(p.outV + at, mapped.newV);
@@ -150,10 +165,10 @@ void MapPairs(const PlanePair& p, size_t count, const uint16_t* pairs) {
 void MapPairsReversed(const PlanePair& p, size_t count, const uint16_t* pairs) {
   if (count < kStep) return kScalarKernels.mapPairsReversed(p, count, pairs);
   const size_t end = count - kStep;
-  ForEachVector(count, [&](size_t at) {
-    const MappedPair mapped(Load(p.inU + end - at), Load(p.inV + end - at), pairs);
-    Store(p.outU + at, ReverseBytes(mapped.newU));
-    Store(p.outV + at, ReverseBytes(mapped.newV));
+  ForEachVector<1>(count, [&](size_t at) {
+    const MappedPair mapped(Load(p.inU + at), Load(p.inV + at), pairs);
+    Store(p.outU + end - at, ReverseBytes(mapped.newU));
+    Store(p.outV + end - at, ReverseBytes(mapped.newV));
   });
 }
 

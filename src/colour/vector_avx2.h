@@ -110,6 +110,13 @@ inline Vec Max16(Vec a, Vec b) {
 inline Vec Greater16(Vec a, Vec b) {
   return _mm256_cmpgt_epi16(a, b);
 }
+inline Vec Abs8(Vec a) {
+  return _mm256_abs_epi8(a);
+}
+/// a, -a or 0 by the sign of b.
+inline Vec Sign16(Vec a, Vec b) {
+  return _mm256_sign_epi16(a, b);
+}
 inline Vec MulLow(Vec a, Vec b) {
   return _mm256_mullo_epi16(a, b);
 }
@@ -170,6 +177,15 @@ inline Vec Shuffle8(Vec a, Vec indices) {
 /// All lanes in reverse order; the bytes within each are as they were.
 inline Vec ReverseLanes(Vec a) {
   return _mm256_permute2x128_si256(a, a, 0x01);
+}
+
+/// Words of a table of 65536 and one more, which may be read and is dropped.
+inline Vec LookUp16(Vec indices, const uint16_t* table) {
+  const auto* const words = reinterpret_cast<const int*>(table);
+  const Vec low = _mm256_i32gather_epi32(words, UnpackLow16(indices, Zero()), 2);
+  const Vec high = _mm256_i32gather_epi32(words, UnpackHigh16(indices, Zero()), 2);
+  const Vec word = _mm256_set1_epi32(0xFFFF);
+  return _mm256_packus_epi32(And(low, word), And(high, word));
 }
 
 /// Puts pixel p of a lane at byte (3 * p + channel) modulo 16, where it is in one of the three output

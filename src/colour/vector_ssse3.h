@@ -106,6 +106,13 @@ inline Vec Max16(Vec a, Vec b) {
 inline Vec Greater16(Vec a, Vec b) {
   return _mm_cmpgt_epi16(a, b);
 }
+inline Vec Abs8(Vec a) {
+  return _mm_abs_epi8(a);
+}
+/// a, -a or 0 by the sign of b.
+inline Vec Sign16(Vec a, Vec b) {
+  return _mm_sign_epi16(a, b);
+}
 inline Vec MulLow(Vec a, Vec b) {
   return _mm_mullo_epi16(a, b);
 }
@@ -166,6 +173,20 @@ inline Vec Shuffle8(Vec a, Vec indices) {
 /// All lanes in reverse order; the bytes within each are as they were.
 inline Vec ReverseLanes(Vec a) {
   return a;
+}
+
+/// Four words at once in a general register: the table is too large for shuffles.
+inline long long LookUpFour(uint64_t indices, const uint16_t* table) {
+  const uint64_t low = table[indices & 0xFFFF] | uint64_t{table[indices >> 16 & 0xFFFF]} << 16;
+  const uint64_t high = table[indices >> 32 & 0xFFFF] | uint64_t{table[indices >> 48]} << 16;
+  return static_cast<long long>(low | high << 32);
+}
+
+/// Words of a table of 65536.
+inline Vec LookUp16(Vec indices, const uint16_t* table) {
+  alignas(16) uint64_t quads[2];
+  Store(quads, indices);
+  return _mm_set_epi64x(LookUpFour(quads[1], table), LookUpFour(quads[0], table));
 }
 
 /// Where each byte of 16 pixels comes from in the three output registers; 0x80 gives zero.

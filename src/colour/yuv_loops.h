@@ -20,6 +20,16 @@ inline void ForEachBlock(int32_t count, int32_t step, Block block) {
   }
 }
 
+/// Asks for kBytes at p + offset ahead of their use, which may lie outside the picture: nothing is read then.
+/// Rows that are worked on two at a time, or from the last one up, are beyond what the processor guesses.
+template <int32_t kBytes>
+inline void Prefetch(const uint8_t* p, ptrdiff_t offset) {
+  const auto* const at =
+      reinterpret_cast<const char*>(reinterpret_cast<uintptr_t>(p) + static_cast<uintptr_t>(offset));
+  for (int32_t i = 0; i < kBytes; i += 64)
+    _mm_prefetch(at + i, _MM_HINT_T0);
+}
+
 // A sum of products needs 16 fraction bits and up to 10 bits before them. Each product is kept as two words,
 // the high one holding floor(product / 65536) and the low one the rest: a coefficient's whole part multiplies
 // apart, its fraction fits a word. The floor of a sum is the sum of the high words and of the carry of the
@@ -143,19 +153,32 @@ inline Channels PackChannels(const Channels& low, const Channels& high) {
           PackUnsigned8(low.red, high.red)};
 }
 
+/// Pictures up to about this width stay in the processor's own caches, where asking ahead only costs.
+constexpr int32_t kCachedWidth = 1024;
+
 template <class Out>
 void YuvToPixels(const YuvRows& rows, int32_t width, const ConversionTables& tables) {
   const int32_t even = width & ~1;
   if (even < kVecBytes)
     return kScalarKernels.yuvToPixels[static_cast<size_t>(Out::kFormat)](rows, width, tables);
   const Factors factors(tables.coefficients);
+  const ptrdiff_t pitch = rows.out[1] - rows.out[0];
+  const bool isLarge = width > kCachedWidth;
   ForEachBlock(even, kVecBytes, [&](int32_t x) {
+    if (isLarge) {
+      Prefetch<kVecBytes>(rows.y[0], 2 * (rows.y[1] - rows.y[0]) + x);
+      Prefetch<kVecBytes>(rows.y[1], 2 * (rows.y[1] - rows.y[0]) + x);
+      Prefetch<kVecBytes * Out::kPixelBytes>(rows.out[0], 2 * pitch + x * Out::kPixelBytes);
+      Prefetch<kVecBytes * Out::kPixelBytes>(rows.out[1], 2 * pitch + x * Out::kPixelBytes);
+    }
     const ChromaParts chroma =
         ChromaOf(LoadBytesAsWords(rows.u + x / 2), LoadBytesAsWords(rows.v + x / 2), factors);
+    const ChromaParts lowChroma = Widen<false>(chroma);
+    const ChromaParts highChroma = Widen<true>(chroma);
     for (int row = 0; row < 2; ++row) {
       const Vec y = Load(rows.y[row] + x);
-      const Channels low = ToChannels(UnpackLow8(y, Zero()), Widen<false>(chroma), factors);
-      const Channels high = ToChannels(UnpackHigh8(y, Zero()), Widen<true>(chroma), factors);
+      const Channels low = ToChannels(UnpackLow8(y, Zero()), lowChroma, factors);
+      const Channels high = ToChannels(UnpackHigh8(y, Zero()), highChroma, factors);
       Out::Put(rows.out[row] + x * Out::kPixelBytes, PackChannels(low, high));
     }
   });

@@ -4,11 +4,19 @@
 #include <algorithm>
 #include <cstring>
 
+namespace {
+
+const ByteMap* UnlessIdentity(const ByteMap& map) {
+  return map.form == ByteMap::Form::Identity ? nullptr : &map;
+}
+
+}  // namespace
+
 FrameCopier::FrameCopier(uint32_t mirrorMode, const AdjustTables* tables)
     : m_horizontal(mirrorMode == static_cast<uint32_t>(MirrorMode::Horizontal)),
       m_halfTurn(mirrorMode == static_cast<uint32_t>(MirrorMode::HalfTurn)),
-      m_luma(tables && !tables->Luma().identity ? &tables->Luma() : nullptr),
-      m_chroma(tables && !tables->Chroma().identity ? &tables->Chroma() : nullptr),
+      m_luma(tables ? UnlessIdentity(tables->Luma()) : nullptr),
+      m_chroma(tables ? UnlessIdentity(tables->Chroma()) : nullptr),
       m_pairs(tables ? tables->Pairs() : nullptr),
       m_kernels(ActiveKernels()) {
 }
