@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// Nanoseconds that the road of a frame adds to Display when the picture is neither adjusted nor mirrored.
+#include <cstdio>
+
+#include "alternate.h"
+#include "display/base_displayer.h"
+
+namespace {
+
+class IdleDisplayer : public BaseDisplayer {
+ public:
+  int32_t Display(uint8_t* pY, int32_t, uint8_t*, int32_t, uint8_t*, int32_t, uint32_t, int64_t) override {
+    m_lastY = pY;
+    return 0;
+  }
+  uint8_t* volatile m_lastY = nullptr;
+};
+
+constexpr int kCalls = 100000;
+
+}  // namespace
+
+int main() {
+  IdleDisplayer displayer;
+  BaseDisplayer* volatile base = &displayer;
+  uint8_t y[4] = {}, u[1] = {}, v[1] = {};
+  displayer.InitDraw(2, 2, 0);
+  const auto repeat = [](auto call) {
+    for (int i = 0; i < kCalls; ++i)
+      call();
+  };
+  const std::vector<double> ms =
+      MedianMs({{"Display", [&] { repeat([&] { base->Display(y, 2, u, 1, v, 1, 0, 0); }); }},
+                {"DrawYUV420", [&] { repeat([&] { base->DrawYUV420(y, 2, u, 1, v, 1, 0, 0); }); }}},
+               51);
+  if (displayer.m_lastY != y) return 1;
+  constexpr double kNsPerMs = 1e6;
+  std::printf("Display %.1f ns, DrawYUV420 %.1f ns, difference %.1f ns\n", ms[0] * kNsPerMs / kCalls,
+              ms[1] * kNsPerMs / kCalls, (ms[1] - ms[0]) * kNsPerMs / kCalls);
+  return 0;
+}
