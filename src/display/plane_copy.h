@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
-/// Copies `rows` rows of `width` bytes. Strides in bytes and at least the width. Bytes between the rows may be
-/// overwritten.
+/// Copies `rows` rows of `width` bytes. Strides in bytes and at least the width. Bytes between the rows may
+/// be overwritten.
 inline void CopyPlane(uint8_t* to, int32_t toStride, const uint8_t* from, int32_t fromStride, size_t width,
                       size_t rows) {
   if (rows == 0) return;

@@ -33,7 +33,8 @@ int SDLCALL KeepForeign(void*, SDL_Event* event) {
 }
 
 int SDLCALL KeepOthers(void* windowId, SDL_Event* event) {
-  return NamesWindow(event->type) && event->window.windowID == *static_cast<const uint32_t*>(windowId) ? 0 : 1;
+  return NamesWindow(event->type) && event->window.windowID == *static_cast<const uint32_t*>(windowId) ? 0
+                                                                                                       : 1;
 }
 
 void CountWaiting() {
