@@ -1,34 +1,33 @@
 /* SPDX-License-Identifier: MIT
  *
- * libnivral: shows decoded planar YUV 4:2:0 video in windows of the client, with overlays, and plays PCM
- * sound.
+ * libnivral: shows decoded planar YUV 4:2:0 video in windows of the client, with overlays, and plays PCM sound.
  *
  * A client in short:
  *
- *   NIVRAL_InitializeEx(1);                                // once; 1: SDL2, 0: Direct3D 9 or DirectDraw
+ *   NIVRAL_InitializeEx(1);                                 once; 1 asks for SDL2, 0 for Direct3D 9 or DirectDraw
  *   void* pane = NULL;
- *   NIVRAL_DWOpenDraw(&pane);                              // one handle per video pane
- *   NIVRAL_DWSetHwnd(pane, window);                        // the client's own window
- *   NIVRAL_DWInitDraw(pane, 1280, 720, 0);                 // the video's size
- *   NIVRAL_DWDrawYUV420(pane, y, 1280, u, v, 640, 0, 0);   // per decoded frame
+ *   NIVRAL_DWOpenDraw(&pane);                               one handle per video pane
+ *   NIVRAL_DWSetHwnd(pane, window);                         the client's own window
+ *   NIVRAL_DWInitDraw(pane, 1280, 720, 0);                  the video's size
+ *   NIVRAL_DWDrawYUV420(pane, y, 1280, u, v, 640, 0, 0);    per decoded frame
  *   NIVRAL_DWCloseDraw(pane);
  *   NIVRAL_UnInitialize();
  *
- * Results. Unless a function says otherwise it returns 0 when the call reached the object behind the handle
- * and 1 when the handle (or out-pointer) was null. Handles are not validated beyond that: a closed or foreign
- * handle is undefined behaviour. No exception leaves the library.
+ * Results. Unless a function says otherwise it returns 0 when the call reached the object behind the handle and 1
+ * when the handle (or out-pointer) was null. Handles are not validated beyond that: a closed or foreign handle is
+ * undefined behaviour. No exception leaves the library.
  *
- * Ownership. The client owns its windows, frame buffers and callback contexts. Frames are read during the
- * call only and never written. Nothing returned by the library is freed by the client; closing a handle frees
- * all behind it.
+ * Ownership. The client owns its windows, frame buffers and callback contexts. Frames are read during the call only
+ * and never written. Nothing returned by the library is freed by the client; closing a handle frees all behind it.
  *
- * Threads. NIVRAL_InitializeEx, NIVRAL_UnInitialize, the open and the close functions belong on one thread,
- * with no call in flight on a handle that is being closed. Between open and close one thread may feed frames
- * while others call setters; settings take effect from the next frame. Calls on one Direct3D pane must not
- * overlap.
+ * Threads. NIVRAL_InitializeEx, NIVRAL_UnInitialize, opening and closing belong on one thread, with no call in flight
+ * on a handle that is being closed. NIVRAL_DWSetHwnd, the first NIVRAL_DWInitDraw on a window, NIVRAL_DWFreeDraw and
+ * NIVRAL_DWCloseDraw belong on the thread that owns the window. Otherwise one thread may feed frames while others call
+ * setters; settings take effect from the next frame. A NIVRAL_DWInitDraw with a new size must not overlap a frame of
+ * the old one. Calls on one Direct3D pane must not overlap at all.
  *
- * Units. Widths and heights are pixels, strides bytes per row. Colours are COLORREF values, 0x00BBGGRR. Texts
- * are in the system's ANSI code page.
+ * Units. Widths and heights are pixels, strides bytes per row. Colours are COLORREF values, 0x00BBGGRR. Texts are in
+ * the system's ANSI code page.
  */
 #ifndef NIVRAL_NIVRAL_H
 #define NIVRAL_NIVRAL_H
@@ -51,9 +50,9 @@ extern "C" {
 
 /* ---- Callbacks ----
  *
- * Registered as (user context, function), user context first. The context comes back as the last argument,
- * except in NivralFlashWndCallback, where it is the first. A null function unregisters. Callbacks run on the
- * thread named below and must not close the handle that calls them.
+ * Registered as (user context, function), user context first. The context comes back as the last argument, except in
+ * NivralFlashWndCallback, where it is the first. A null function unregisters. Callbacks run on the thread named below
+ * and must not close the handle that calls them.
  */
 
 /* After every frame, on the thread that draws it: the planes that were shown, which are the client's own
@@ -62,8 +61,9 @@ typedef void(NIVRAL_CALL* NivralFrameCallback)(uint8_t* pY, uint32_t strideY, ui
                                                uint32_t strideUV, uint32_t param1, int64_t param2,
                                                void* user);
 
-/* After a frame went through the SDL2 or DirectDraw backend, on the drawing thread. param2 is the frame's
- * own; format is 3, planar YUV 4:2:0. */
+/* After a frame went through the SDL2 or DirectDraw backend, shown or not, on the thread that draws it; not for
+ * frames that are refused before, say for a hidden window. param2 is the frame's own; format is 3, planar YUV
+ * 4:2:0. */
 typedef void(NIVRAL_CALL* NivralDecodeCallback)(uint8_t* pY, uint32_t strideY, uint32_t width,
                                                 uint32_t height, int64_t param2, uint32_t format, void* user);
 
@@ -73,8 +73,9 @@ typedef void(NIVRAL_CALL* NivralDisplayCallback)(int32_t index, void* hdc, uint3
                                                  int64_t param2, int32_t clientWidth, int32_t clientHeight,
                                                  uint32_t mirrorMode, void* user);
 
-/* SDL2 backend only, on the thread that owns the window, when a part of the window was exposed after a frame
- * had been shown: the client may draw its last frame again. */
+/* SDL2 backend only, on the thread that owns the window, from its message loop, when a part of the window was
+ * exposed after a frame had been shown: the client may draw its last frame again. Several exposures may arrive
+ * as one call. */
 typedef void(NIVRAL_CALL* NivralFlashWndCallback)(void* user, HWND playWnd, int32_t clientWidth,
                                                   int32_t clientHeight);
 
@@ -94,7 +95,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_Initialize(void);
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_InitializeEx(uint32_t bUseSDL);
 
 /* Shuts SDL2 down and returns 0 in SDL mode (also when a pane fell back to SDL2); otherwise does nothing and
- * returns 1. Close all panes first. */
+ * returns 1. Close all panes first: one that is still open shows nothing any more. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_UnInitialize(void);
 
 /* ---- Panes: opening and closing ---- */
@@ -110,13 +111,14 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWOpenDrawEx(void** phDraw, uint32_t type
 /* Releases the pane's drawing resources and the pane. The handle is invalid afterwards. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWCloseDraw(void* hDraw);
 
-/* Releases the drawing resources only; the pane keeps its settings and NIVRAL_DWInitDraw makes it draw again.
- */
+/* Releases the drawing resources only; the pane keeps its settings and NIVRAL_DWInitDraw makes it draw
+ * again. Frames in between are dropped. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWFreeDraw(void* hDraw);
 
 /* ---- Panes: window, size and frames ---- */
 
 /* Binds the pane to a window of the client, which stays the client's. Takes effect at the next
+ * NIVRAL_DWInitDraw. A pane that has drawn before must be freed first: NIVRAL_DWFreeDraw, NIVRAL_DWSetHwnd,
  * NIVRAL_DWInitDraw. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetHwnd(void* hDraw, HWND hwnd);
 
@@ -209,6 +211,8 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetDsmAlgInfo(void* hDraw, int32_t poin
 
 /* ---- Panes: callbacks ---- */
 
+/* Register a callback (see its type) with a context of the client's, which must outlive the pane or the next
+ * registration. Not while frames are being drawn on another thread. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetDecCB(void* hDraw, void* user, NivralDecodeCallback callback);
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetDisplayCB(void* hDraw, void* user,
                                                       NivralDisplayCallback callback);
@@ -256,8 +260,8 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_WVSetWaveFormat(void* hWave, const WAVEFO
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_WVSetWriteWaveCB(void* hWave, void* user,
                                                         NivralWriteWaveCallback callback);
 
-/* Starts the player's thread; nothing happens while it runs. A device that cannot be opened is not reported.
- */
+/* Starts the player's thread, unpaused; nothing happens while it runs. A device that cannot be opened is not
+ * reported. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_WVPlayWave(void* hWave);
 
 /* Not 0: zeros are played instead of the client's PCM, from the next buffer on. */
@@ -271,8 +275,9 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_WVSetVolume(void* hWave, uint16_t volume)
 
 /* ---- Colour-space conversion ----
  *
- * BT.601, limited range, stateless, on any thread. Always 0; arguments are not checked. Pictures are
- * converted in blocks of 2 x 2 pixels: an odd last column or row is left out. */
+ * BT.601, limited range, stateless, on any thread. Always 0; arguments are not checked. Pictures are converted
+ * in blocks of 2 x 2 pixels: an odd last column or row is left out.
+ */
 
 /* A bottom-up picture of 3 * width bytes a row (B, G, R) to planes. The chroma stride is strideY / 2. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_rgb24_to_yv12_c(uint8_t* pY, uint8_t* pU, uint8_t* pV,

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // NIVRAL_DW*: each checks the handle and forwards to one operation of the displayer behind it.
+#include <memory>
+
 #include "api/guard.h"
 #include "display/base_displayer.h"
 #include "nivral/nivral.h"
@@ -8,8 +10,8 @@ extern "C" {
 
 uint32_t NIVRAL_CALL NIVRAL_DWCloseDraw(void* hDraw) {
   return Forward<BaseDisplayer>(hDraw, [](BaseDisplayer& d) {
+    const std::unique_ptr<BaseDisplayer> owner(&d);
     d.FreeDraw();
-    delete &d;
   });
 }
 

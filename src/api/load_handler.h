@@ -2,5 +2,5 @@
 #pragma once
 
 /// What the library does when it is loaded and unloaded. Both run under the loader's lock.
-void OnProcessAttach();
-void OnProcessDetach();
+void OnProcessAttach() noexcept;
+void OnProcessDetach() noexcept;

@@ -20,6 +20,8 @@ void WindowLock::Lock(HWND window) {
 
 void WindowLock::LockAnsweringMessages() {
   if (m_lock.TryLockNow()) return;
+  // The holder may be the sender of the very message that this thread is handling.
+  if (InSendMessage()) ReplyMessage(0);
   m_windowThreadsWaiting.fetch_add(1, std::memory_order_relaxed);
   while (!m_lock.TryLockNow()) {
     MSG message;

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <atomic>
+#include <optional>
 
+#include "backends/sdl2/sdl_events.h"
 #include "backends/sdl2/sdl_objects.h"
 #include "display/base_displayer.h"
 #include "display/even_chroma.h"
@@ -33,11 +35,6 @@ class SDLDisplayer : public BaseDisplayer {
   /// Takes a window; InitDraw puts the renderer on it. Non-zero when the window could be tagged.
   int32_t SetPlayWnd(HWND hwnd) override;
 
-  // Called by the event filter, on the pushing thread, under SDL's own lock.
-  void OnExposed();
-  void OnWindowSizeChanged() { m_windowSizeChanged = 1; }
-  void OnOwnEvent(uint32_t type, int32_t first, int32_t second);
-
  private:
   uint32_t Bind();
   void CreateWindowOnClient();
@@ -47,19 +44,21 @@ class SDLDisplayer : public BaseDisplayer {
   bool ResetTexture();
   bool PostEvent(uint32_t type, int32_t first, int32_t second);
   void HandleOwnEvent(uint32_t type, int32_t first, int32_t second);
+  void ReleaseSdlObjects();
+  void ShowPlayWnd() const;
   uint32_t RequestTeardown();
   uint32_t Teardown();
   void ForgetPlayWnd();
 
   bool IsReady() const;
   void CatchUpWithWindow();
+  void RebuildLostDevice();
   bool Present(const FrameView& frame);
   bool Upload(const FrameView& frame);
   static void CALLBACK FlashOnTimer(HWND hwnd, UINT message, UINT_PTR id, DWORD time);
   void CallFlashCallback();
 
-  std::atomic<uint32_t> m_stopped{0};
-  std::atomic<uint32_t> m_frameShown{0};
+  PaneEvents m_events;
   std::atomic<uint32_t> m_bound{0};
   std::atomic<uint32_t> m_resizePending{0};
   // Teardown, which the destructor runs, releases the texture, then the renderer it belongs to, then the
@@ -71,9 +70,9 @@ class SDLDisplayer : public BaseDisplayer {
   WindowLock m_lock;  ///< guards every field of this class
   UniqueEvent m_hEvent;
 
-  std::atomic<uint32_t> m_windowSizeChanged{0};  ///< the renderer has not been told of it yet
+  std::optional<PaneRegistration> m_registration;  ///< while m_sdlWindow exists
+  uint32_t m_sdlRun = 0;                           ///< of SDL, in which m_sdlWindow was made
   uint32_t m_deviceGeneration = 0;
-  bool m_posting = false;   ///< PostEvent waits for the filter to see its event
-  bool m_accepted = false;  ///< the filter has seen it
+  ULONGLONG m_lastRebuild = 0;
   EvenChroma m_evenChroma;
 };

@@ -1,51 +1,85 @@
 // SPDX-License-Identifier: MIT
 #include "backends/sdl2/sdl_events.h"
 
-#include <atomic>
+#include <map>
 
-#include "backends/sdl2/sdl_displayer.h"
+#include "util/mutex_lock.h"
 
 namespace {
 
-/// Events of our windows that may be waiting in the queue before they are cleared out. SDL's queue holds
-/// 65535 and refuses everything once it is full.
+/// Events of our windows that may be waiting in the queue before they are cleared out. SDL's queue holds 65535 and
+/// refuses everything once it is full.
 constexpr int kMaxWaiting = 512;
+
+struct Pane {
+  PaneEvents* events;
+  FlashFunction flash;
+  UINT_PTR context;
+};
+
+/// Panes by SDL window. SDL's own list of windows must not be walked while another thread opens or closes one.
+/// The lock is taken last of all and held for notes only.
+CMutexLock g_panesLock;
+std::map<uint32_t, Pane> g_panes;
 
 thread_local RenderScope* t_renderScope = nullptr;
 thread_local bool t_passingOnSizeChange = false;
 std::atomic<int> g_waiting{0};
 std::atomic<uint32_t> g_deviceGeneration{0};
 
-SDLDisplayer* DisplayerOf(uint32_t windowId) {
-  SDL_Window* window = SDL_GetWindowFromID(windowId);
-  return window ? static_cast<SDLDisplayer*>(SDL_GetWindowData(window, kDisplayerKey)) : nullptr;
+constexpr bool IsOwn(uint32_t type) {
+  return type == kSizeChangeEvent || type == kTeardownEvent;
 }
 
-/// Types of SDL's own that name their window at the place where SDL_WindowEvent does.
-bool NamesWindow(uint32_t type) {
-  return type == SDL_WINDOWEVENT || (type >= SDL_KEYDOWN && type <= SDL_TEXTINPUT) ||
-         (type >= SDL_MOUSEMOTION && type <= SDL_MOUSEWHEEL);
+/// The window that an event is about, or 0.
+uint32_t WindowOf(const SDL_Event& event) {
+  const uint32_t type = event.type;
+  if (type == SDL_WINDOWEVENT || (type >= SDL_KEYDOWN && type <= SDL_TEXTINPUT) ||
+      (type >= SDL_MOUSEMOTION && type <= SDL_MOUSEWHEEL) || IsOwn(type))
+    return event.window.windowID;
+  if (type >= SDL_FINGERDOWN && type <= SDL_FINGERMOTION) return event.tfinger.windowID;
+  if (type >= SDL_DROPFILE && type <= SDL_DROPCOMPLETE) return event.drop.windowID;
+  return 0;
 }
 
-/// Keeps what is not about our windows.
-int SDLCALL KeepForeign(void*, SDL_Event* event) {
-  return NamesWindow(event->type) && DisplayerOf(event->window.windowID) ? 0 : 1;
+bool IsPane(uint32_t windowId) {
+  CAutoLock guard(&g_panesLock);
+  return g_panes.contains(windowId);
 }
 
-int SDLCALL KeepOthers(void* windowId, SDL_Event* event) {
-  return NamesWindow(event->type) && event->window.windowID == *static_cast<const uint32_t*>(windowId) ? 0
-                                                                                                       : 1;
+/// For SDL_FilterEvents: 0 removes the event.
+int Remove(SDL_Event& event) {
+  if (event.type == SDL_DROPFILE || event.type == SDL_DROPTEXT) SDL_free(event.drop.file);
+  return 0;
+}
+
+int SDLCALL RemoveOfAnyPane(void*, SDL_Event* event) {
+  return IsPane(WindowOf(*event)) ? Remove(*event) : 1;
+}
+
+int SDLCALL RemoveOfWindow(void* windowId, SDL_Event* event) {
+  return WindowOf(*event) == *static_cast<const uint32_t*>(windowId) ? Remove(*event) : 1;
+}
+
+int SDLCALL RemoveOwnOfWindow(void* windowId, SDL_Event* event) {
+  return IsOwn(event->type) ? RemoveOfWindow(windowId, event) : 1;
 }
 
 void CountWaiting() {
   if (g_waiting.fetch_add(1, std::memory_order_relaxed) < kMaxWaiting) return;
   g_waiting.store(0, std::memory_order_relaxed);
-  SDL_FilterEvents(&KeepForeign, nullptr);
+  SDL_FilterEvents(&RemoveOfAnyPane, nullptr);
 }
 
-bool IsSizeChange(const SDL_Event& event) {
-  return event.type == SDL_WINDOWEVENT && (event.window.event == SDL_WINDOWEVENT_SIZE_CHANGED ||
-                                           event.window.event == SDL_WINDOWEVENT_DISPLAY_CHANGED);
+/// A size change that the drawing thread will pass on.
+bool HoldsBack(const SDL_Event& event) {
+  return !t_passingOnSizeChange && event.type == SDL_WINDOWEVENT &&
+         (event.window.event == SDL_WINDOWEVENT_SIZE_CHANGED ||
+          event.window.event == SDL_WINDOWEVENT_DISPLAY_CHANGED);
+}
+
+bool IsExposure(const SDL_Event& event) {
+  return event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED;
 }
 
 void NoteDeviceReset(uint32_t type) {
@@ -53,29 +87,42 @@ void NoteDeviceReset(uint32_t type) {
   if (t_renderScope) t_renderScope->CountReset();
 }
 
-void TakeOffQueue(uint32_t firstType, uint32_t lastType, int count) {
-  SDL_Event taken;
-  while (count-- > 0 && SDL_PeepEvents(&taken, 1, SDL_GETEVENT, firstType, lastType) > 0) {
-  }
+/// Leaves the pane its notes. Whether there is a pane.
+bool Note(const SDL_Event& event) {
+  CAutoLock guard(&g_panesLock);
+  const auto found = g_panes.find(WindowOf(event));
+  if (found == g_panes.end()) return false;
+  const Pane& pane = found->second;
+  if (HoldsBack(event)) pane.events->windowSizeChanged = true;
+  // Works on the window's own thread only, where exposures come from.
+  if (IsExposure(event) && pane.events->WantsFlash())
+    SetTimer(pane.events->window, pane.context, USER_TIMER_MINIMUM, pane.flash);
+  return true;
 }
 
 }  // namespace
 
+PaneRegistration::PaneRegistration(uint32_t windowId, PaneEvents& events, FlashFunction flash,
+                                   UINT_PTR context)
+    : m_windowId(windowId) {
+  CAutoLock guard(&g_panesLock);
+  g_panes[windowId] = {&events, flash, context};
+}
+
+PaneRegistration::~PaneRegistration() {
+  {
+    CAutoLock guard(&g_panesLock);
+    g_panes.erase(m_windowId);
+  }
+  SDL_FilterEvents(&RemoveOfWindow, &m_windowId);
+}
+
 int SDLCALL FilterEvent(void*, SDL_Event* event) {
   if (event->type == SDL_RENDER_DEVICE_RESET || event->type == SDL_RENDER_TARGETS_RESET)
     NoteDeviceReset(event->type);
-  SDLDisplayer* displayer = DisplayerOf(event->window.windowID);
-  if (!displayer) return 1;
-  if (NamesWindow(event->type)) CountWaiting();
-  if (IsSizeChange(*event) && !t_passingOnSizeChange) {
-    displayer->OnWindowSizeChanged();
-    return 0;
-  }
-  if (event->type == SDL_WINDOWEVENT && event->window.event == SDL_WINDOWEVENT_EXPOSED)
-    displayer->OnExposed();
-  if (event->type == kSizeChangeEvent || event->type == kTeardownEvent)
-    displayer->OnOwnEvent(event->type, event->window.data1, event->window.data2);
-  return 1;
+  if (!Note(*event)) return 1;
+  CountWaiting();
+  return HoldsBack(*event) ? 0 : 1;
 }
 
 void PassOnSizeChange(SDL_Window* window) {
@@ -89,14 +136,10 @@ void PassOnSizeChange(SDL_Window* window) {
   t_passingOnSizeChange = false;
 }
 
-bool PushOwnEvent(SDL_Event& event) {
-  const bool pushed = SDL_PushEvent(&event) == 1;
-  if (pushed) TakeOffQueue(kSizeChangeEvent, kTeardownEvent, 1);
+int PushOwnEvent(SDL_Event& event) {
+  const int pushed = SDL_PushEvent(&event);
+  SDL_FilterEvents(&RemoveOwnOfWindow, &event.window.windowID);
   return pushed;
-}
-
-void DropEventsOf(uint32_t windowId) {
-  SDL_FilterEvents(&KeepOthers, &windowId);
 }
 
 RenderScope::RenderScope() : m_outer(t_renderScope) {
@@ -105,7 +148,10 @@ RenderScope::RenderScope() : m_outer(t_renderScope) {
 
 RenderScope::~RenderScope() {
   t_renderScope = m_outer;
-  TakeOffQueue(SDL_RENDER_TARGETS_RESET, SDL_RENDER_DEVICE_RESET, m_resets);
+  SDL_Event taken;
+  while (m_resets-- > 0 &&
+         SDL_PeepEvents(&taken, 1, SDL_GETEVENT, SDL_RENDER_TARGETS_RESET, SDL_RENDER_DEVICE_RESET) > 0) {
+  }
 }
 
 uint32_t RenderDeviceGeneration() {

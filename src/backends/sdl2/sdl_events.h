@@ -3,37 +3,62 @@
 #pragma once
 
 #include <SDL.h>
+#include <windows.h>
 
+#include <atomic>
 #include <cstdint>
 
-/// Events of our own. They use the layout of SDL_WindowEvent: windowID names the pane, data1 and data2 carry
-/// values.
+/// Events of our own. They use the layout of SDL_WindowEvent: windowID names the pane, data1 and data2 carry values.
 constexpr uint32_t kSizeChangeEvent = 0x8123;  ///< data1, data2: the new video size
 constexpr uint32_t kTeardownEvent = 0x8124;
 
 /// SDL window data and window property that hold the SDLDisplayer of a window.
 constexpr char kDisplayerKey[] = "sdl2-display";
 
-/// Installed once per process; runs for every event, in the thread that pushes it. SDL holds its lock of
-/// event watchers meanwhile, which is why neither client code nor anything that waits for a pane's lock is
-/// called from it: a drawing thread holds its pane's lock when it pushes events. Returns 1, so that every
-/// event is queued as well, but for a window's size change, see below.
+/// What the event filter and its pane tell each other.
+struct PaneEvents {
+  HWND window = nullptr;
+  std::atomic<uint32_t> stopped{0};  ///< the client has freed the drawing resources
+  std::atomic<uint32_t> frameShown{0};
+  std::atomic<bool> windowSizeChanged{false};  ///< set by the filter: the renderer has not been told yet
+
+  /// Whether exposures are to be reported to the client.
+  bool WantsFlash() const { return !stopped && frameShown; }
+};
+
+/// Runs `flash` with `context` on the thread of `pane.window`, from its message loop, after an exposure.
+using FlashFunction = void(CALLBACK*)(HWND window, UINT message, UINT_PTR context, DWORD time);
+
+/// Makes a pane known to the event filter while an SDL window of its own exists.
+class PaneRegistration {
+ public:
+  PaneRegistration(uint32_t windowId, PaneEvents& events, FlashFunction flash, UINT_PTR context);
+
+  /// Waits for a filter that is just dealing with the pane, and clears SDL's queue of what the window left in it.
+  ~PaneRegistration();
+  PaneRegistration(const PaneRegistration&) = delete;
+  PaneRegistration& operator=(const PaneRegistration&) = delete;
+
+ private:
+  uint32_t m_windowId;
+};
+
+/// Installed once; runs for every event, in the thread that pushes it. SDL holds its lock of event watchers
+/// meanwhile, which a drawing thread may want while it holds its pane's lock. So nothing here waits for a pane or
+/// calls the client: the filter only leaves notes. Returns 1, so that every event is queued as well, but for a size
+/// change of our windows: SDL's renderers would react to it on the window's thread, unsynchronised with the one that
+/// draws. That event is held back, and the drawing thread passes it on.
 int SDLCALL FilterEvent(void* user, SDL_Event* event);
 
-/// SDL's renderers react to a size change on the thread that owns the window, unsynchronised with a thread
-/// that draws. The filter therefore holds such events back and tells the pane, whose drawing thread passes
-/// them on with this.
+/// Tells the renderer of a window, on the calling thread, that the window's size changed.
 void PassOnSizeChange(SDL_Window* window);
 
-/// Pushes an event of our own and takes it off the queue again, which nobody may be polling. Whether SDL took
-/// it.
-bool PushOwnEvent(SDL_Event& event);
+/// Pushes an event of our own and takes it off the queue again, which nobody may be polling. The result is that of
+/// SDL_PushEvent: 0 when somebody filtered it out, below 0 when the queue is full of the client's events.
+int PushOwnEvent(SDL_Event& event);
 
-/// Clears the queue of what a window that is gone has left in it.
-void DropEventsOf(uint32_t windowId);
-
-/// Encloses calls into a renderer. Events that SDL pushes from within when it had to reset a device are taken
-/// off the queue at the end.
+/// Encloses calls into a renderer. Events that SDL pushes from within when it had to reset a device are taken off the
+/// queue at the end.
 class RenderScope {
  public:
   RenderScope();
@@ -48,6 +73,5 @@ class RenderScope {
   int m_resets = 0;
 };
 
-/// Counts device losses that took renderers and textures with them; a pane that sees it move rebuilds its
-/// own.
+/// Counts device losses that took renderers and textures with them; a pane that sees it move rebuilds its own.
 uint32_t RenderDeviceGeneration();

@@ -4,7 +4,7 @@
 
 #include "backends/sdl2/sdl_displayer.h"
 #include "backends/sdl2/sdl_error.h"
-#include "backends/sdl2/sdl_events.h"
+#include "backends/sdl2/sdl_library.h"
 
 namespace {
 
@@ -55,7 +55,7 @@ void SDLDisplayer::SetOSDText(int32_t index, const char* text, uint32_t x, uint3
 }
 
 bool SDLDisplayer::IsReady() const {
-  if (!m_bound || !IsWindow(m_hPlayWnd) || !IsWindowVisible(m_hPlayWnd)) return false;
+  if (!m_bound || m_sdlRun != SdlRun() || !IsWindow(m_hPlayWnd) || !IsWindowVisible(m_hPlayWnd)) return false;
   if (!m_sdlWindow || !m_sdlTexture || !m_sdlRenderer) return false;
   int width = 0;
   int height = 0;
@@ -66,12 +66,19 @@ bool SDLDisplayer::IsReady() const {
 
 /// Tells the renderer what happened to its window or device since the last frame.
 void SDLDisplayer::CatchUpWithWindow() {
-  if (!m_sdlRenderer) return;
-  if (m_deviceGeneration != RenderDeviceGeneration() && ResetRender()) ResetTexture();
-  if (m_windowSizeChanged.exchange(0) && m_sdlWindow) {
+  if (!m_sdlWindow || m_sdlRun != SdlRun()) return;
+  if (m_deviceGeneration != RenderDeviceGeneration()) RebuildLostDevice();
+  if (m_sdlRenderer && m_events.windowSizeChanged.exchange(false)) {
     const RenderScope scope;
     PassOnSizeChange(m_sdlWindow.get());
   }
+}
+
+void SDLDisplayer::RebuildLostDevice() {
+  const ULONGLONG now = GetTickCount64();
+  if (now - m_lastRebuild < kErrorIntervalMs) return;
+  m_lastRebuild = now;
+  if (ResetRender()) ResetTexture();
 }
 
 bool SDLDisplayer::Present(const FrameView& frame) {
@@ -82,7 +89,7 @@ bool SDLDisplayer::Present(const FrameView& frame) {
     return false;
   }
   DrawOverlays();
-  m_frameShown = 1;
+  m_events.frameShown = 1;
   SDL_RenderPresent(renderer);
   return true;
 }
@@ -91,21 +98,12 @@ bool SDLDisplayer::Upload(const FrameView& frame) {
   const auto width = static_cast<int32_t>(m_dwWidth);
   const auto height = static_cast<int32_t>(m_dwHeight);
   const std::optional<FrameView> whole = m_evenChroma.Complete(frame, width, height);
-  if (!whole) return SDL_SetError("the frame's planes do not fit the video size") == 0;
+  if (!whole) {
+    SDL_SetError("the frame's planes do not fit the video size");
+    return false;
+  }
   return SDL_UpdateYUVTexture(m_sdlTexture.get(), nullptr, whole->y, whole->strideY, whole->u, whole->strideU,
                               whole->v, whole->strideV) == 0;
-}
-
-// The filter runs inside SDL's event lock, which a drawing thread may want while it holds this pane's lock; a
-// client that draws in its callback would wait for that one. So the callback runs from the window's message
-// loop, shortly after.
-void SDLDisplayer::OnExposed() {
-  if (m_stopped || !m_frameShown) return;
-  if (IsWindowThread(m_hPlayWnd)) {
-    SetTimer(m_hPlayWnd, reinterpret_cast<UINT_PTR>(this), USER_TIMER_MINIMUM, &SDLDisplayer::FlashOnTimer);
-  } else {
-    CallFlashCallback();
-  }
 }
 
 void CALLBACK SDLDisplayer::FlashOnTimer(HWND hwnd, UINT, UINT_PTR id, DWORD) {
@@ -117,7 +115,7 @@ void CALLBACK SDLDisplayer::FlashOnTimer(HWND hwnd, UINT, UINT_PTR id, DWORD) {
 
 void SDLDisplayer::CallFlashCallback() {
   RECT client{};
-  if (m_stopped || !GetClientRect(m_hPlayWnd, &client)) return;
+  if (!m_events.WantsFlash() || !GetClientRect(m_hPlayWnd, &client)) return;
   if (const auto callback = m_flashWndCB; callback.function) {
     callback.function(callback.user, m_hPlayWnd, client.right - client.left, client.bottom - client.top);
   }

@@ -4,13 +4,13 @@
 
 #include "backends/sdl2/sdl_displayer.h"
 #include "backends/sdl2/sdl_error.h"
-#include "backends/sdl2/sdl_events.h"
+#include "backends/sdl2/sdl_library.h"
 #include "util/log_file.h"
 
 namespace {
 
-/// SDL's list of windows has no lock of its own; panes on different threads must not change it at once.
-CMutexLock g_windowListLock;
+/// SDL's list of windows has no lock of its own; it is walked by whoever pushes an event.
+WindowLock g_windowListLock;
 
 void Log(const wchar_t* text) {
   CLogFile::GetInstance()->Write(1, text);
@@ -30,10 +30,10 @@ int32_t SDLDisplayer::SetPlayWnd(HWND hwnd) {
   const AutoWindowLock guard(m_lock, hwnd);
   ForgetPlayWnd();
   BaseDisplayer::SetPlayWnd(hwnd);
-  m_frameShown = 0;
+  m_events.frameShown = 0;
   m_bound = 0;
   Log(L"SDLDisplayer::SetPlayWnd");
-  ShowWindow(hwnd, SW_SHOW);
+  ShowPlayWnd();
   return SetPropA(hwnd, kDisplayerKey, this);
 }
 
@@ -41,14 +41,24 @@ void SDLDisplayer::ForgetPlayWnd() {
   if (GetPropA(m_hPlayWnd, kDisplayerKey) == this) RemovePropA(m_hPlayWnd, kDisplayerKey);
 }
 
+/// Showing sends messages to the window. Its thread may wait for this pane meanwhile, so other threads do not wait
+/// for the answers.
+void SDLDisplayer::ShowPlayWnd() const {
+  if (IsWindowThread(m_hPlayWnd)) {
+    ShowWindow(m_hPlayWnd, SW_SHOW);
+  } else {
+    ShowWindowAsync(m_hPlayWnd, SW_SHOW);
+  }
+}
+
 int32_t SDLDisplayer::InitDraw(uint32_t width, uint32_t height, uint32_t) {
-  m_stopped = 0;
+  m_events.stopped = 0;
   if (!Bind()) return 1;
   return SetVideoSize(static_cast<int32_t>(width), static_cast<int32_t>(height)) ? 0 : 1;
 }
 
 int32_t SDLDisplayer::FreeDraw() {
-  m_stopped = 1;
+  m_events.stopped = 1;
   return RequestTeardown() ? 0 : 1;
 }
 
@@ -57,7 +67,7 @@ uint32_t SDLDisplayer::Bind() {
   if (m_sdlWindow) return 1;
   try {
     if (!IsWindow(m_hPlayWnd)) return 0;
-    ShowWindow(m_hPlayWnd, SW_SHOW);
+    ShowPlayWnd();
     GetClientRect(m_hPlayWnd, &m_rcClient);
     RequestTeardown();
     CreateWindowOnClient();
@@ -71,15 +81,19 @@ uint32_t SDLDisplayer::Bind() {
 void SDLDisplayer::CreateWindowOnClient() {
   Log(L"SDLDisplayer::SetPlayWnd: SDL_CreateWindowFrom");
   {
-    CAutoLock listGuard(&g_windowListLock);
+    const AutoWindowLock listGuard(g_windowListLock, m_hPlayWnd);
     m_sdlWindow.reset(SDL_CreateWindowFrom(m_hPlayWnd));
   }
   if (!m_sdlWindow) return;
   Log(L"SDLDisplayer::SetPlayWnd: SDL_SetWindowData");
   SDL_SetWindowData(m_sdlWindow.get(), kDisplayerKey, this);
+  m_sdlRun = SdlRun();
+  m_events.window = m_hPlayWnd;
+  m_registration.emplace(SDL_GetWindowID(m_sdlWindow.get()), m_events, &SDLDisplayer::FlashOnTimer,
+                         reinterpret_cast<UINT_PTR>(this));
   AdjustWinRect();
   m_bound = 1;
-  ShowWindow(m_hPlayWnd, SW_SHOW);
+  ShowPlayWnd();
 }
 
 bool SDLDisplayer::SetVideoSize(int32_t width, int32_t height) {
@@ -100,8 +114,6 @@ void SDLDisplayer::AdjustDisplayRect(int32_t width, int32_t height) {
   const AutoWindowLock guard(m_lock, m_hPlayWnd);
   m_dwWidth = static_cast<uint32_t>(width);
   m_dwHeight = static_cast<uint32_t>(height);
-  m_sdlTexture.reset();
-  m_sdlRenderer.reset();
   if (ResetRender()) ResetTexture();
 }
 
@@ -109,10 +121,11 @@ bool SDLDisplayer::ResetRender() {
   Log(L"SDLDisplayer::ResetRender");
   const AutoWindowLock guard(m_lock, m_hPlayWnd);
   if (m_sdlWindow) {
+    const RenderScope scope;
+    m_bInitialized = false;
     m_sdlTexture.reset();
     m_sdlRenderer.reset();
     m_sdlRenderer.reset(SDL_CreateRenderer(m_sdlWindow.get(), -1, SDL_RENDERER_ACCELERATED));
-    m_deviceGeneration = RenderDeviceGeneration();
   }
   if (!m_sdlRenderer) ReportSdlError(1, "SDLDisplayer::ResetRender");
   return m_sdlRenderer != nullptr;
@@ -122,17 +135,20 @@ bool SDLDisplayer::ResetTexture() {
   Log(L"SDLDisplayer::ResetTexture");
   const AutoWindowLock guard(m_lock, m_hPlayWnd);
   if (m_sdlRenderer) {
+    const RenderScope scope;
     m_sdlTexture.reset();
     m_sdlTexture.reset(SDL_CreateTexture(m_sdlRenderer.get(), SDL_PIXELFORMAT_YV12,
                                          SDL_TEXTUREACCESS_STREAMING, static_cast<int>(m_dwWidth),
                                          static_cast<int>(m_dwHeight)));
   }
+  m_bInitialized = m_sdlTexture != nullptr;
+  if (m_sdlTexture) m_deviceGeneration = RenderDeviceGeneration();
   if (!m_sdlTexture) ReportSdlError(1, "SDLDisplayer::ResetTexture");
   return m_sdlTexture != nullptr;
 }
 
 void SDLDisplayer::AdjustWinRect() {
-  if (m_stopped) return;
+  if (m_events.stopped) return;
   Log(L"SDLDisplayer::AdjustWinRect");
   const AutoWindowLock guard(m_lock, m_hPlayWnd);
   if (!IsWindow(m_hPlayWnd)) return;
@@ -141,9 +157,9 @@ void SDLDisplayer::AdjustWinRect() {
   if (m_fMosaicRight > m_fMosaicLeft && m_fMosaicBottom > m_fMosaicTop) UpdateMosaicRect();
 }
 
-// SDL holds its process-wide lock of event watchers while the filter runs. Making a device in there would
-// keep the window's thread, which pushes events too, from answering the driver; so the filter only notes that
-// the event came through, and the work is done right after.
+// The event goes through SDL for whoever watches SDL's events; what it asks for is done here, right after. SDL holds
+// its process-wide lock of event watchers while filters run: making a device in there would keep the window's thread,
+// which pushes events too, from answering the driver.
 bool SDLDisplayer::PostEvent(uint32_t type, int32_t first, int32_t second) {
   if (!m_sdlWindow || !IsWindow(m_hPlayWnd)) return false;
   SDL_Event event{};
@@ -151,26 +167,15 @@ bool SDLDisplayer::PostEvent(uint32_t type, int32_t first, int32_t second) {
   event.window.windowID = SDL_GetWindowID(m_sdlWindow.get());
   event.window.data1 = first;
   event.window.data2 = second;
-  m_posting = true;
-  m_accepted = false;
-  const bool pushed = PushOwnEvent(event);
-  m_posting = false;
-  if (m_accepted) HandleOwnEvent(type, first, second);
-  return pushed;
-}
-
-void SDLDisplayer::OnOwnEvent(uint32_t type, int32_t first, int32_t second) {
-  if (m_posting) {
-    m_accepted = true;
-  } else {
-    HandleOwnEvent(type, first, second);
-  }
+  const int pushed = PushOwnEvent(event);
+  if (pushed != 0) HandleOwnEvent(type, first, second);
+  return pushed == 1;
 }
 
 void SDLDisplayer::HandleOwnEvent(uint32_t type, int32_t first, int32_t second) {
   if (type == kTeardownEvent) {
     Teardown();
-  } else if (!m_stopped) {
+  } else if (!m_events.stopped) {
     AdjustDisplayRect(first, second);
     m_resizePending = 0;
   }
@@ -179,8 +184,8 @@ void SDLDisplayer::HandleOwnEvent(uint32_t type, int32_t first, int32_t second) 
 uint32_t SDLDisplayer::RequestTeardown() {
   const AutoWindowLock guard(m_lock, m_hPlayWnd);
   if (!m_sdlWindow) return 0;
-  if (IsWindowThread(m_hPlayWnd) && PostEvent(kTeardownEvent, 0, 0)) return 1;
-  return Teardown();
+  if (m_sdlRun == SdlRun() && IsWindowThread(m_hPlayWnd) && PostEvent(kTeardownEvent, 0, 0)) return 1;
+  return m_sdlWindow ? Teardown() : 1;
 }
 
 uint32_t SDLDisplayer::Teardown() {
@@ -188,20 +193,30 @@ uint32_t SDLDisplayer::Teardown() {
   m_bound = 0;
   SwitchToThread();
   if (!m_sdlWindow) return 0;
-  // From here on the event filter no longer finds this displayer; destroying the renderer waits for one that
-  // has.
-  SDL_SetWindowData(m_sdlWindow.get(), kDisplayerKey, nullptr);
-  m_sdlTexture.reset();
-  m_sdlRenderer.reset();
-  const uint32_t windowId = SDL_GetWindowID(m_sdlWindow.get());
-  {
-    CAutoLock listGuard(&g_windowListLock);
-    m_sdlWindow.reset();
-  }
-  DropEventsOf(windowId);
+  m_bInitialized = false;
+  ReleaseSdlObjects();
   if (IsWindow(m_hPlayWnd)) {
-    ShowWindow(m_hPlayWnd, SW_SHOW);
+    ShowPlayWnd();
     InvalidateRect(m_hPlayWnd, nullptr, TRUE);
   }
   return 1;
+}
+
+void SDLDisplayer::ReleaseSdlObjects() {
+  if (m_sdlRun != SdlRun()) {
+    // SDL was shut down and has taken them with it.
+    m_sdlTexture.release();
+    m_sdlRenderer.release();
+    m_sdlWindow.release();
+  }
+  {
+    const RenderScope scope;
+    m_sdlTexture.reset();
+    m_sdlRenderer.reset();
+  }
+  {
+    const AutoWindowLock listGuard(g_windowListLock, m_hPlayWnd);
+    m_sdlWindow.reset();
+  }
+  m_registration.reset();
 }

@@ -19,12 +19,12 @@ namespace {
 class SdlDisplayerTest : public testing::Test {
  protected:
   static void SetUpTestSuite() {
-    StartSdl();
-    StartSdl();  // a second start must not need a second stop
+    for (int i = 0; i < 300; ++i)
+      StartSdl();  // SDL alone counts starts in a byte
   }
   static void TearDownTestSuite() {
     StopSdl();
-    EXPECT_EQ(SDL_WasInit(0), 0u);
+    EXPECT_EQ(SDL_WasInit(0), 0u) << "one stop is enough";
   }
 
   SdlDisplayerTest() { m_displayer->SetPlayWnd(m_window.Handle()); }
@@ -32,6 +32,14 @@ class SdlDisplayerTest : public testing::Test {
   int32_t Draw() {
     const FrameView f = m_frame.View();
     return m_displayer->DrawYUV420(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0);
+  }
+
+  uint32_t PaneWindowId() const {
+    for (uint32_t id = 1; id < 1000; ++id) {
+      SDL_Window* window = SDL_GetWindowFromID(id);
+      if (window && SDL_GetWindowData(window, kDisplayerKey) == m_displayer.get()) return id;
+    }
+    return 0;
   }
 
   TestWindow m_window{160, 120};
@@ -97,6 +105,52 @@ TEST_F(SdlDisplayerTest, RebuildsAfterALostRenderDevice) {
   EXPECT_PIXEL(m_window.Handle(), 80, 60, {128, 128, 128});
 }
 
+TEST_F(SdlDisplayerTest, APaneThatOutlivesSdlIsOnlyForgotten) {
+  m_displayer->InitDraw(64, 48, 0);
+  EXPECT_EQ(Draw(), 0);
+  StopSdl();
+  EXPECT_EQ(Draw(), 1);
+  EXPECT_EQ(m_displayer->FreeDraw(), 0);
+  StartSdl();
+  EXPECT_EQ(m_displayer->InitDraw(64, 48, 0), 0);
+  EXPECT_EQ(Draw(), 0);
+}
+
+/// A window whose handler of size messages calls into its pane, as clients do.
+LRESULT CALLBACK AdjustingProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto* displayer = static_cast<SDLDisplayer*>(GetPropA(hwnd, kDisplayerKey));
+  if (displayer && (message == WM_SIZE || message == WM_SHOWWINDOW || message == WM_APP))
+    displayer->AdjustWinRect();
+  return DefWindowProcW(hwnd, message, wParam, lParam);
+}
+
+TEST_F(SdlDisplayerTest, AClientMayCallThePaneFromAMessageThatADrawingThreadSends) {
+  class Sender : public SDLDisplayer {
+   public:
+    Sender() { SetPause(1); }
+    void DrawAlgInfo() override { SendMessageW(m_hPlayWnd, WM_APP, 0, 0); }
+  };
+  SetWindowLongPtrW(m_window.Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AdjustingProc));
+  ShowWindow(m_window.Handle(), SW_HIDE);
+  Sender displayer;
+  displayer.SetPlayWnd(m_window.Handle());
+  ShowWindow(m_window.Handle(), SW_HIDE);
+  std::atomic<int> frames{0};
+  std::thread feeder([&] {
+    const FrameView f = m_frame.View();
+    for (uint32_t i = 0; i < 3; ++i) {
+      displayer.InitDraw(64, 48, 0);
+      while (displayer.DrawYUV420(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0) != 0)
+        Sleep(1);
+      ++frames;
+      displayer.FreeDraw();
+    }
+  });
+  while (frames < 3)
+    Pump(5);
+  feeder.join();
+}
+
 /// Sends its window a message in the middle of every frame, as graphics drivers do.
 class MessagingDisplayer : public SDLDisplayer {
  public:
@@ -147,15 +201,17 @@ TEST_F(SdlDisplayerTest, LeavesNothingInAQueueThatNobodyPolls) {
   elsewhere.key.windowID = 4711;
   SDL_PushEvent(&elsewhere);
 
-  for (uint32_t id = 1; id < 100; ++id) {
-    SDL_Window* window = SDL_GetWindowFromID(id);
-    if (!window || SDL_GetWindowData(window, kDisplayerKey) != m_displayer.get()) continue;
-    for (int i = 0; i < 3000; ++i) {
-      SDL_Event motion{};
-      motion.type = SDL_MOUSEMOTION;
-      motion.motion.windowID = id;
-      ASSERT_EQ(SDL_PushEvent(&motion), 1) << i;
-    }
+  const uint32_t id = PaneWindowId();
+  ASSERT_NE(id, 0u);
+  for (int i = 0; i < 3000; ++i) {
+    SDL_Event motion{};
+    motion.type = SDL_MOUSEMOTION;
+    motion.motion.windowID = id;
+    ASSERT_EQ(SDL_PushEvent(&motion), 1) << i;
+    SDL_Event finger{};
+    finger.type = SDL_FINGERMOTION;
+    finger.tfinger.windowID = id;
+    ASSERT_EQ(SDL_PushEvent(&finger), 1) << i;
   }
   for (uint32_t size = 0; size < 6; ++size) {
     EXPECT_EQ(m_displayer->InitDraw(32 + size * 2, 48, 0), 0);
@@ -165,7 +221,8 @@ TEST_F(SdlDisplayerTest, LeavesNothingInAQueueThatNobodyPolls) {
   }
   EXPECT_EQ(CountQueued(0x8123, 0x8124), 0);
   EXPECT_EQ(CountQueued(SDL_RENDER_TARGETS_RESET, SDL_RENDER_DEVICE_RESET), 0);
-  EXPECT_LE(CountQueued(SDL_MOUSEMOTION, SDL_MOUSEMOTION), 1024);
+  EXPECT_LE(CountQueued(SDL_MOUSEMOTION, SDL_MOUSEMOTION) + CountQueued(SDL_FINGERMOTION, SDL_FINGERMOTION),
+            1024);
   m_displayer.reset();
   EXPECT_EQ(CountQueued(SDL_WINDOWEVENT, SDL_WINDOWEVENT), 0) << "a closed pane leaves its events behind";
   EXPECT_EQ(CountQueued(SDL_USEREVENT, SDL_USEREVENT), 1);

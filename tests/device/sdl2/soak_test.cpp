@@ -44,7 +44,7 @@ void BareRound(HWND hwnd, TestFrame& f) {
   }
 }
 
-/// What `rounds` rounds added, after as many to warm up as it takes to fill every cache.
+/// What `rounds` rounds added, after some that fill caches.
 template <class Round>
 ProcessCounts Growth(int rounds, Round&& round) {
   for (int i = 0; i < 3; ++i)
@@ -53,7 +53,8 @@ ProcessCounts Growth(int rounds, Round&& round) {
   for (int i = 0; i < rounds; ++i)
     round();
   const ProcessCounts after = CountProcess();
-  return {after.threads - before.threads, after.handles - before.handles, after.heapBytes - before.heapBytes,
+  return {after.threads - before.threads, after.handles - before.handles,
+          after.heapBytes > before.heapBytes ? after.heapBytes - before.heapBytes : 0,
           after.gdiObjects - before.gdiObjects, after.windows - before.windows};
 }
 
