@@ -122,8 +122,6 @@ void Controls::OnKey(int virtualKey) {
     case 'X':
       m_settings.mosaicLevel = m_settings.mosaicLevel ? std::nullopt : std::optional<uint32_t>(1);
       return ApplyMosaic();
-    case 'K':
-      return m_pane.Set([](void* handle) { NIVRAL_DWUpdateMosaics(handle, 1); });
     case 'N':
       return m_thread.RequestSnapshot("nivral_snapshot.bmp");
     default:
@@ -158,10 +156,4 @@ void Controls::OnDrag(const RECT& area) {
                            share(area.right, size.cx)};
   if (!m_settings.mosaicLevel) m_settings.mosaicLevel = 1;
   ApplyMosaic();
-}
-
-void Controls::OnRightClick(POINT at) {
-  m_pane.Set([point = PerMille(at)](void* handle) {
-    if (NIVRAL_DWSetRClickPt(handle, point) == 0) NIVRAL_DWUpdateMosaics(handle, 0);
-  });
 }

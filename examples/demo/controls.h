@@ -24,7 +24,6 @@ class Controls : public WindowEvents {
   void OnKey(int virtualKey) override;
   void OnWheel(int steps, POINT at) override;
   void OnDrag(const RECT& area) override;
-  void OnRightClick(POINT at) override;
   void OnClose() override { m_wantsToEnd = true; }
 
  private:

@@ -25,30 +25,33 @@ void DrawThread::Stop() {
 
 void DrawThread::Run(const std::stop_token& stop) {
   m_due = Clock::now();
+  m_hold = m_plan.holdAt.has_value();
   try {
     while (!stop.stop_requested()) {
-      const bool isNew = !(m_hold && m_source.Frame() >= 0) && Advance();
+      const bool isNew = (!m_hold || m_source.Frame() < 0) && Advance();
       const bool inTime = WaitUntilDue();
-      if (inTime || !isNew) {
+      if (inTime || !isNew || m_hold) {
         DrawCurrent(isNew);
       } else {
         ++m_figures.dropped;
       }
       WriteSnapshot();
-      if (m_plan.holdAt && m_source.Frame() >= *m_plan.holdAt) {
-        m_hold = true;
-        m_plan.holdAt.reset();
-      }
+      ++m_draws;
     }
   } catch (const MediaError& error) {
     m_error = error.what();
+    m_failed = true;
     m_finished = true;
   }
 }
 
-/// Reads the next frame; at the end of the clip starts again or stays on the last.
+/// Reads the next frame, or the one to stay on at first; at the end of the clip starts again or stays on the
+/// last.
 bool DrawThread::Advance() {
-  if (m_source.Next()) return true;
+  bool read = m_source.Next();
+  while (read && m_source.Frame() < m_plan.holdAt.value_or(0))
+    read = m_source.Next();
+  if (read) return true;
   if (m_plan.loop) {
     m_source.Rewind();
     if (m_plan.onRewind) m_plan.onRewind();

@@ -18,7 +18,7 @@ class DrawThread {
  public:
   struct Plan {
     bool loop = false;              ///< start again at the end of the clip
-    std::optional<int64_t> holdAt;  ///< frame to stay on
+    std::optional<int64_t> holdAt;  ///< begin with this frame and stay on it
     std::function<void()> onRewind;
   };
 
@@ -33,11 +33,16 @@ class DrawThread {
   void Hold(bool hold) { m_hold = hold; }
   bool IsHeld() const { return m_hold; }
 
+  /// How often a frame went to the pane so far.
+  int64_t Draws() const { return m_draws; }
+
   /// Takes a snapshot of the current frame with the displayer's own operation.
   void RequestSnapshot(std::string path);
 
   /// Whether the clip has ended or failed.
   bool IsFinished() const { return m_finished; }
+  /// Whether the thread has given up; Error says why.
+  bool HasFailed() const { return m_failed; }
 
   // After Stop.
   const Figures& Result() const { return m_figures; }
@@ -60,6 +65,8 @@ class DrawThread {
   Clock::time_point m_due;
   std::atomic<bool> m_hold{false};
   std::atomic<bool> m_finished{false};
+  std::atomic<bool> m_failed{false};
+  std::atomic<int64_t> m_draws{0};
   std::mutex m_snapshotLock;
   std::string m_snapshot;
   Figures m_figures;

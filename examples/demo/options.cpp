@@ -26,8 +26,8 @@ const char kUsage[] =
   --help
 
 keys: Space pause   M mirror   Q/A brightness   W/S contrast   E/D saturation   R/F hue   0 neutral colours
-      X mosaic on/off   +/- mosaic level   K keep mosaic   O overlays   N snapshot   PgUp/PgDn volume   Esc end
-mouse: wheel zooms at the pointer, dragging sets the mosaic area, a right click removes a kept mosaic
+      X mosaic on/off   +/- mosaic level   O overlays   N snapshot   PgUp/PgDn volume   Esc end
+mouse: wheel zooms at the pointer, dragging sets the mosaic area
 )";
 
 namespace {

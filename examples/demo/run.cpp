@@ -21,6 +21,7 @@ namespace {
 
 constexpr int kMonitorWidth = 640;
 constexpr int kMonitorHeight = 480;
+constexpr DWORD kUntilOnScreenMs = 300;  ///< presenting is asynchronous
 
 /// The library, from start-up to shut-down.
 struct Library {
@@ -70,6 +71,16 @@ struct Display {
   Pane pane;
   DrawThread thread;
 };
+
+/// Until the thread has begun and ended a draw, in reasonable time.
+void WaitForDraws(const DrawThread& thread) {
+  constexpr int kPauseMs = 20;
+  constexpr int kLongestWaitMs = 20'000;
+  const int64_t before = thread.Draws();
+  for (int waited = 0; !thread.HasFailed() && thread.Draws() < before + 2 && waited < kLongestWaitMs;
+       waited += kPauseMs)
+    PumpMessages(kPauseMs);
+}
 
 class Demo {
  public:
@@ -135,11 +146,12 @@ void Demo::Play() {
 
 void Demo::KeepPictures() {
   if (m_options.screenshot.empty() && m_options.snapshot.empty()) return;
-  constexpr DWORD kUntilOnScreen = 300;
   m_road->thread.Hold(true);
   if (m_driver) m_driver->thread.Hold(true);
   if (!m_options.snapshot.empty()) m_road->thread.RequestSnapshot(m_options.snapshot);
-  PumpMessages(kUntilOnScreen);
+  WaitForDraws(m_road->thread);
+  if (m_driver) WaitForDraws(m_driver->thread);
+  PumpMessages(kUntilOnScreenMs);
   if (m_options.screenshot.empty()) return;
   std::vector<HWND> windows{m_road->window.Handle()};
   if (m_driver) windows.push_back(m_driver->window.Handle());

@@ -95,9 +95,6 @@ bool Window::Handle(UINT message, WPARAM wide, LPARAM packed) {
     case WM_LBUTTONUP:
       EndDrag(PointOf(packed));
       return true;
-    case WM_RBUTTONUP:
-      m_events->OnRightClick(PointOf(packed));
-      return true;
     case WM_CLOSE:
       m_events->OnClose();
       return true;

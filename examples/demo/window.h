@@ -14,7 +14,6 @@ class WindowEvents {
     static_cast<void>(at);
   }
   virtual void OnDrag(const RECT& area) { static_cast<void>(area); }
-  virtual void OnRightClick(POINT at) { static_cast<void>(at); }
   virtual void OnClose() {}
 };
 
