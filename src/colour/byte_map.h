@@ -3,10 +3,11 @@
 
 #include <cstdint>
 
-/// A piecewise linear way to compute a byte map in 16-bit words. With p = ((byte << 8 | fill) * factor) >>
-/// 16, seven fraction bits:
-///   above = (p -|+ ...) >> 7, below = (p -|+ ...) >> 7, byte = max(above, min(below, 128))
-/// where additions and subtractions saturate: one of each pair is 0.
+/// A line whose rounding changes in the middle, in 16-bit words. With p = ((byte * 256 + fill) * factor) >> 16,
+/// which has seven fraction bits:
+///   above = (p + addAbove - subAbove) >> 7, below = (p + addBelow - subBelow) >> 7
+///   byte = max(above, min(below, 128)), at most 255
+/// Additions and subtractions saturate at 65535 and 0; one of each pair of offsets is 0.
 struct LinearMap {
   uint16_t factor = 0;
   uint16_t fill = 0;
@@ -16,8 +17,9 @@ struct LinearMap {
   uint16_t subBelow = 0;
 };
 
-/// Another way, for functions that are odd around 128. With a = 2 * |byte - 128|:
-///   a = 2 * ((a * factor) >> 16) for both factors in turn, byte = 128 -|+ a / 2
+/// A function that is odd around 128: the distance to 128 is twice multiplied and truncated,
+///   distance = (2 * distance * factor) >> 16
+/// and goes back to the side it came from, clamped to a byte.
 struct OddMap {
   uint16_t factors[2] = {0, 0};
 };
