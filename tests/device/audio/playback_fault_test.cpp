@@ -43,6 +43,8 @@ TEST(PlaybackFaults, AnyOtherFailureWhilePreparingClosesAndAllowsANewStart) {
   for (const int header : {0, 1}) {
     WaveOutSpy spy;
     spy.fault = [header](const std::string& name, int before) -> MMRESULT {
+      // The next start comes while the refused device is still being closed.
+      if (name == "UnprepareHeader" && before == 0) Sleep(200);
       return name == "PrepareHeader" && before == header ? MMSYSERR_NOMEM : 0;
     };
     Player player;
@@ -56,7 +58,25 @@ TEST(PlaybackFaults, AnyOtherFailureWhilePreparingClosesAndAllowsANewStart) {
     }
     EXPECT_TRUE(spy.WaitForWrites(3));
     EXPECT_EQ(std::ranges::count(spy.Calls(), "Open"), 2);
+    NIVRAL_WVSetVolume(player.handle, 100);
+    EXPECT_EQ(std::ranges::count(spy.Calls(), "SetVolume"), 1);
   }
+}
+
+HANDLE WINAPI CreateThreadSlowly(SECURITY_ATTRIBUTES* security, SIZE_T stack, LPTHREAD_START_ROUTINE body,
+                                 void* argument, DWORD flags, DWORD* id) {
+  const HANDLE thread = RealFunction<decltype(CreateThread)>("kernel32.dll", "CreateThread")(
+      security, stack, body, argument, flags, id);
+  Sleep(100);
+  return thread;
+}
+
+TEST(PlaybackFaults, TheThreadKnowsItsHandleHoweverLateThatIsStored) {
+  WaveOutSpy spy;
+  ImportPatch slow("kernel32.dll", "CreateThread", &CreateThreadSlowly);
+  Player player;
+  player.Start();
+  EXPECT_TRUE(spy.WaitForWrites(3));
 }
 
 TEST(PlaybackFaults, WithoutAThreadPlayFailsAndCanBeTriedAgain) {
