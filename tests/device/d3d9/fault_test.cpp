@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Devices that get lost, fail to reset or cannot be made: results, log lines, recovery, and nothing left
 // over.
+#include <bit>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
 #include "fakes/d3d9_faults.h"
+#include "fakes/loaded.h"
 #include "nivral/nivral.h"
 #include "pane.h"
 
@@ -53,9 +56,7 @@ class OpenedDisplayer : public D3DDisplayer {
 class D3dFaults : public testing::Test {
  protected:
   D3dFaults() {
-    const HMODULE proxy = LoadLibraryA("d3d9.dll");
-    const auto get = reinterpret_cast<GetD3D9FaultsFunction>(
-        reinterpret_cast<void*>(GetProcAddress(proxy, "GetD3D9Faults")));
+    const auto get = LoadedFunction<GetD3D9FaultsFunction>("d3d9.dll", "GetD3D9Faults");
     if (!get) {
       ADD_FAILURE() << "the stand-in d3d9.dll was not loaded";
       std::abort();

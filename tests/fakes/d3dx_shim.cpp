@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 // A d3dx9_43.dll whose lines are drawn: Wine's ID3DXLine does nothing. Everything else that the library uses
-// goes to the identical d3dx9_42.dll, see the .def file.
+// goes to the identical d3dx9_42.dll, see the .def file; shaders from a file that the test may name.
 #include <d3dx9.h>
 
 #include <atomic>
+#include <string>
 #include <vector>
 
 // COM interfaces have no virtual destructor, and this compiler's warning looks at the base class.
@@ -87,9 +88,35 @@ HRESULT WINAPI Line::Draw(const D3DXVECTOR2* points, DWORD count, D3DCOLOR color
   return D3D_OK;
 }
 
+std::string g_shaderFile;
+std::string g_shaderFileAsked;
+
 }  // namespace
 
-extern "C" HRESULT WINAPI ShimCreateLine(IDirect3DDevice9* device, ID3DXLine** line) {
+extern "C" {
+
+HRESULT WINAPI ShimCreateLine(IDirect3DDevice9* device, ID3DXLine** line) {
   *line = new Line(device);
   return D3D_OK;
+}
+
+HRESULT WINAPI ShimCompileShaderFromFileA(const char* file, const D3DXMACRO* macros, ID3DXInclude* include,
+                                          const char* entry, const char* profile, DWORD flags,
+                                          ID3DXBuffer** code, ID3DXBuffer** errors,
+                                          ID3DXConstantTable** constants) {
+  g_shaderFileAsked = file;
+  const auto compile = reinterpret_cast<decltype(&D3DXCompileShaderFromFileA)>(
+      reinterpret_cast<void*>(GetProcAddress(LoadLibraryA("d3dx9_42.dll"), "D3DXCompileShaderFromFileA")));
+  return compile(g_shaderFile.empty() ? file : g_shaderFile.c_str(), macros, include, entry, profile, flags,
+                 code, errors, constants);
+}
+
+/// The file to compile instead of the one asked for; empty for that one itself.
+void SetShimShaderFile(const char* file) {
+  g_shaderFile = file;
+}
+
+const char* GetShaderFileAsked() {
+  return g_shaderFileAsked.c_str();
+}
 }
