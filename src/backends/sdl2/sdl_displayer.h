@@ -6,6 +6,7 @@
 
 #include "backends/sdl2/sdl_events.h"
 #include "backends/sdl2/sdl_objects.h"
+#include "backends/sdl2/sdl_overlays.h"
 #include "display/base_displayer.h"
 #include "display/even_chroma.h"
 #include "util/win_handles.h"
@@ -35,6 +36,10 @@ class SDLDisplayer : public BaseDisplayer {
   /// Takes a window; InitDraw puts the renderer on it. Non-zero when the window could be tagged.
   int32_t SetPlayWnd(HWND hwnd) override;
 
+  /// Draw the record being shown into the frame that is being made.
+  void DrawAlgInfo() override;
+  void DrawDsmAlgInfo() override;
+
  private:
   uint32_t Bind();
   void CreateWindowOnClient();
@@ -55,17 +60,21 @@ class SDLDisplayer : public BaseDisplayer {
   void RebuildLostDevice();
   bool Present(const FrameView& frame);
   bool Upload(const FrameView& frame);
+  DisplayMap Map() const;
+  void DrawTexts();
+  void DrawMosaic();
   static void CALLBACK FlashOnTimer(HWND hwnd, UINT message, UINT_PTR id, DWORD time);
   void CallFlashCallback();
 
   PaneEvents m_events;
   std::atomic<uint32_t> m_bound{0};
   std::atomic<uint32_t> m_resizePending{0};
-  // Teardown, which the destructor runs, releases the texture, then the renderer it belongs to, then the
+  // Teardown, which the destructor runs, releases the textures, then the renderer they belong to, then the
   // window.
   SdlWindow m_sdlWindow;
   SdlTexture m_sdlTexture;
   SdlRenderer m_sdlRenderer;
+  SdlOverlays m_overlays;
   SDL_Rect m_displayRect{};
   WindowLock m_lock;  ///< guards every field of this class
   UniqueEvent m_hEvent;

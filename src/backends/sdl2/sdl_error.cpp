@@ -8,12 +8,13 @@
 
 #include "util/log_file.h"
 
-void ReportSdlError(int level, const char* operation) {
+void ReportSdlError(int level, const char* operation, const char* debuggerOperation) {
   const char* error = SDL_GetError();
   if (!error) return;
   CLogFile::GetInstance()->WriteA(level, "%s: SDL_GetError = %s", operation, error);
   char narrow[512];
   wchar_t wide[512];
-  std::snprintf(narrow, sizeof(narrow), "%s: SDL_GetError = %s", operation, error);
+  std::snprintf(narrow, sizeof(narrow), "%s: SDL_GetError = %s",
+                debuggerOperation ? debuggerOperation : operation, error);
   if (MultiByteToWideChar(CP_ACP, 0, narrow, -1, wide, 512) > 0) OutputDebugStringW(wide);
 }

@@ -88,8 +88,11 @@ bool SDLDisplayer::Present(const FrameView& frame) {
       SDL_RenderCopy(renderer, m_sdlTexture.get(), nullptr, nullptr) != 0) {
     return false;
   }
+  DrawTexts();
   DrawOverlays();
   m_events.frameShown = 1;
+  DrawMosaic();
+  m_overlays.EndFrame();
   SDL_RenderPresent(renderer);
   return true;
 }
@@ -104,6 +107,40 @@ bool SDLDisplayer::Upload(const FrameView& frame) {
   }
   return SDL_UpdateYUVTexture(m_sdlTexture.get(), nullptr, whole->y, whole->strideY, whole->u, whole->strideU,
                               whole->v, whole->strideV) == 0;
+}
+
+DisplayMap SDLDisplayer::Map() const {
+  return {static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight), m_displayRect.w,
+          m_displayRect.h};
+}
+
+void SDLDisplayer::DrawTexts() {
+  SdlOverlays::TextItems items;
+  {
+    CAutoLock guard(&m_textLock);
+    items = m_textItems;
+  }
+  m_overlays.DrawTexts(m_sdlRenderer.get(), items, Map());
+}
+
+void SDLDisplayer::DrawMosaic() {
+  int width = 0;
+  int height = 0;
+  if (!m_dwMosaicFlag || SDL_GetRendererOutputSize(m_sdlRenderer.get(), &width, &height) != 0) return;
+  m_overlays.DrawMosaic(m_sdlRenderer.get(),
+                        LayoutMosaic(m_rcMosaic.left, m_rcMosaic.top, m_rcMosaic.right, m_rcMosaic.bottom,
+                                     MosaicBlockSize(m_dwMosaicLevel), width, height));
+}
+
+// Not for a pane that is not ready: commands without a present would pile up in the renderer.
+void SDLDisplayer::DrawAlgInfo() {
+  const AutoWindowLock guard(m_lock, m_hPlayWnd);
+  if (m_alg.shown && IsReady()) m_overlays.DrawAlg(m_sdlRenderer.get(), m_alg.record, Map());
+}
+
+void SDLDisplayer::DrawDsmAlgInfo() {
+  const AutoWindowLock guard(m_lock, m_hPlayWnd);
+  if (m_dsm.shown && IsReady()) m_overlays.DrawDsm(m_sdlRenderer.get(), m_dsm.record, Map());
 }
 
 void CALLBACK SDLDisplayer::FlashOnTimer(HWND hwnd, UINT, UINT_PTR id, DWORD) {

@@ -123,6 +123,7 @@ bool SDLDisplayer::ResetRender() {
   if (m_sdlWindow) {
     const RenderScope scope;
     m_bInitialized = false;
+    m_overlays.ReleaseTextures();
     m_sdlTexture.reset();
     m_sdlRenderer.reset();
     m_sdlRenderer.reset(SDL_CreateRenderer(m_sdlWindow.get(), -1, SDL_RENDERER_ACCELERATED));
@@ -205,12 +206,14 @@ uint32_t SDLDisplayer::Teardown() {
 void SDLDisplayer::ReleaseSdlObjects() {
   if (m_sdlRun != SdlRun()) {
     // SDL was shut down and has taken them with it.
+    m_overlays.ForgetTextures();
     m_sdlTexture.release();
     m_sdlRenderer.release();
     m_sdlWindow.release();
   }
   {
     const RenderScope scope;
+    m_overlays.ReleaseTextures();
     m_sdlTexture.reset();
     m_sdlRenderer.reset();
   }

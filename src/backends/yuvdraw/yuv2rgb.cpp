@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "backends/yuvdraw/yuv2rgb.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdlib>
 #include <memory>
 #include <new>
 
 #include "backends/yuvdraw/bmp_file.h"
+#include "colour/snapshot.h"
 
 namespace {
 
@@ -19,10 +18,6 @@ bool IsPictureSize(uint32_t width, uint32_t height) {
 
 bool HoldsRow(const uint8_t* plane, int32_t stride, uint32_t bytes) {
   return plane && std::abs(int64_t{stride}) >= bytes;
-}
-
-uint8_t Clamp(int32_t fixed) {
-  return static_cast<uint8_t>(std::clamp(fixed >> 16, 0, 255));
 }
 
 }  // namespace
@@ -48,20 +43,8 @@ bool YUV2RGB::SaveBuffer(const char* fileName, const uint8_t* buffer, uint32_t w
 }
 
 void YUV2RGB::ToBgr24(uint8_t* bgr, const FrameView& frame, uint32_t width, uint32_t height) {
-  for (ptrdiff_t row = 0; row < ptrdiff_t{height}; ++row) {
-    uint8_t* out = bgr + (ptrdiff_t{height} - 1 - row) * width * 3;
-    const ptrdiff_t chromaRow = std::min<ptrdiff_t>(row / 2, height / 2 - 1);
-    for (ptrdiff_t x = 0; x < ptrdiff_t{width}; ++x) {
-      const ptrdiff_t column = std::min<ptrdiff_t>(x / 2, width / 2 - 1);
-      const bool grey = chromaRow < 0 || column < 0;
-      const int32_t u = grey ? 0 : frame.u[chromaRow * frame.strideU + column] - 128;
-      const int32_t v = grey ? 0 : frame.v[chromaRow * frame.strideV + column] - 128;
-      const int32_t y = (frame.y[row * frame.strideY + x] - 16) * 76309;
-      *out++ = Clamp(y + u * 132201);
-      *out++ = Clamp(y - u * 25675 - v * 53279);
-      *out++ = Clamp(y + v * 104597);
-    }
-  }
+  YuvToBottomUpBgr24(bgr, frame.y, frame.strideY, frame.u, frame.strideU, frame.v, frame.strideV,
+                     static_cast<int32_t>(width), static_cast<int32_t>(height));
 }
 
 bool YUV2RGB::WriteBmp(const char* fileName, const uint8_t* bgr, uint32_t width, uint32_t height) {

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "backends/sdl2/sdl_font.h"
+
+#include "backends/sdl2/sdl_library.h"
+#include "display/font_path.h"
+#include "util/mutex_lock.h"
+
+namespace {
+
+/// FreeType's library object, which all fonts share, is not made for several threads.
+CMutexLock g_ttfLock;
+
+const Uint16* Units(const wchar_t* text) {
+  static_assert(sizeof(wchar_t) == sizeof(Uint16));
+  return reinterpret_cast<const Uint16*>(text);
+}
+
+}  // namespace
+
+SdlFont::~SdlFont() {
+  Close();
+}
+
+void SdlFont::Close() {
+  CAutoLock guard(&g_ttfLock);
+  // Stopping SDL_ttf has taken fonts that were still open with it.
+  if (m_font && m_run == SdlRun()) TTF_CloseFont(m_font);
+  m_font = nullptr;
+}
+
+bool SdlFont::SetSize(int32_t size) {
+  if (size < 1) return false;
+  if (size != m_size || m_run != SdlRun()) {
+    Close();
+    m_size = size;
+    m_run = SdlRun();
+    CAutoLock guard(&g_ttfLock);
+    m_font = TTF_OpenFont(FontPath(), size);
+  }
+  return m_font != nullptr;
+}
+
+SDL_Surface* SdlFont::Render(const wchar_t* text, const SDL_Color& color, int32_t wrapWidth) {
+  CAutoLock guard(&g_ttfLock);
+  return TTF_RenderUNICODE_Blended_Wrapped(m_font, Units(text), color, static_cast<Uint32>(wrapWidth));
+}
+
+int32_t SdlFont::WidthOf(const wchar_t* text) {
+  CAutoLock guard(&g_ttfLock);
+  int width = 0;
+  TTF_SizeUNICODE(m_font, Units(text), &width, nullptr);
+  return width;
+}

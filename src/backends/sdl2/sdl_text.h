@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "backends/sdl2/sdl_font.h"
+#include "backends/sdl2/sdl_objects.h"
+#include "display/overlay_types.h"
+
+/// Draws text from textures that are rendered once per text, font size, colour and wrap width, and kept as
+/// long as they are in use. Belongs to one renderer at a time.
+class SdlText {
+ public:
+  /// Draws a text of the ANSI code page, unscaled, with its top-left corner at (x, y), broken at the
+  /// display's right edge. Whether something was copied.
+  bool Draw(SDL_Renderer* renderer, SdlFont& font, const char* text, int32_t x, int32_t y, int32_t wrapWidth,
+            const OverlayColor& color);
+
+  /// Ends a frame: textures that have not been drawn for some frames are released.
+  void EndFrame();
+
+  /// To be called before the renderer goes.
+  void Clear() { m_entries.clear(); }
+
+  /// Lets go of textures that their renderer has taken with it.
+  void Forget();
+
+ private:
+  struct Entry {
+    std::string text;
+    int32_t size;
+    OverlayColor color;
+    int32_t minWrap;  ///< range of wrap widths that give this picture
+    int32_t maxWrap;
+    SdlTexture texture;
+    int32_t width;
+    int32_t height;
+    uint32_t lastFrame;
+  };
+
+  Entry& Find(SDL_Renderer* renderer, SdlFont& font, const char* text, int32_t wrapWidth,
+              const OverlayColor& color);
+
+  std::vector<Entry> m_entries;
+  uint32_t m_frame = 0;
+};

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "display/overlay_types.h"
+
+/// Side of a mosaic block in pixels; 0 for levels at which nothing is drawn. Levels 1 to 4 count threefold,
+/// 5, 10, 20, 30 and 50 stand for 1 to 5, and any other counts as it is. Limited to more than any display.
+int32_t MosaicBlockSize(uint32_t level);
+
+/// Blocks of a mosaic that reach into a display, in display pixels. Blocks at the right and bottom of the
+/// area are whole, so they may reach past it by up to block - 1 pixels.
+struct MosaicGrid {
+  int32_t block = 0;
+  int32_t columns = 0;
+  int32_t rows = 0;
+  PixelRect target;  ///< all blocks together
+  PixelRect source;  ///< the area, cut to the display: where the blocks take their colours
+
+  /// The pixel, counted from the corner of `source`, whose colour a block takes: its own top-left, or the
+  /// nearest one on the display.
+  int32_t SourceX(int32_t column) const;
+  int32_t SourceY(int32_t row) const;
+};
+
+/// Without rows and columns when nothing of the area is on the display.
+MosaicGrid LayoutMosaic(int32_t left, int32_t top, int32_t right, int32_t bottom, int32_t block,
+                        int32_t displayWidth, int32_t displayHeight);

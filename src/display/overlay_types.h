@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+// Plain forms that overlay layouts are made of.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+struct PixelRect {
+  int32_t x = 0;
+  int32_t y = 0;
+  int32_t width = 0;
+  int32_t height = 0;
+  bool operator==(const PixelRect&) const = default;
+};
+
+struct OverlayColor {
+  uint8_t r = 0;
+  uint8_t g = 0;
+  uint8_t b = 0;
+  bool operator==(const OverlayColor&) const = default;
+};
+
+constexpr OverlayColor kOverlayGreen{0, 255, 0};
+constexpr OverlayColor kOverlayOrange{255, 97, 0};
+constexpr OverlayColor kOverlayBlue{0, 0, 255};
+
+/// From 0x00BBGGRR.
+constexpr OverlayColor FromColorRef(uint32_t color) {
+  return {static_cast<uint8_t>(color), static_cast<uint8_t>(color >> 8), static_cast<uint8_t>(color >> 16)};
+}
+
+/// How video pixels become display pixels.
+struct DisplayMap {
+  int32_t videoWidth = 0;
+  int32_t videoHeight = 0;
+  int32_t displayWidth = 0;
+  int32_t displayHeight = 0;
+
+  float X(float x) const { return x * static_cast<float>(displayWidth) / static_cast<float>(videoWidth); }
+  float Y(float y) const { return y * static_cast<float>(displayHeight) / static_cast<float>(videoHeight); }
+};
+
+/// Collects filled rectangles, cut to a display.
+class RectCollector {
+ public:
+  RectCollector(std::vector<PixelRect>& rects, const DisplayMap& map)
+      : m_rects(rects), m_right(map.displayWidth - 1), m_bottom(map.displayHeight - 1) {}
+
+  /// Corners in any order, both included.
+  void Add(int64_t x1, int64_t y1, int64_t x2, int64_t y2);
+
+ private:
+  std::vector<PixelRect>& m_rects;
+  int64_t m_right;
+  int64_t m_bottom;
+};

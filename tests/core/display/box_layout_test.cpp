@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: MIT
+#include "display/box_layout.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <random>
+
+#include "point_canvas.h"
+
+namespace {
+
+constexpr DisplayMap kOneToOne{200, 150, 200, 150};
+
+using Rows = std::vector<std::string>;
+
+char MarkOf(const OverlayColor& color) {
+  return color == kOverlayOrange ? 'o' : color == kOverlayGreen ? 'g' : '?';
+}
+
+Rows Paint(const AlgLayout& layout, const DisplayMap& map) {
+  PointCanvas canvas(map.displayWidth, map.displayHeight);
+  size_t at = 0;
+  for (const ColorRun& run : layout.runs) {
+    for (; at < run.end; ++at)
+      canvas.Rect(layout.rects[at], MarkOf(run.color));
+  }
+  EXPECT_EQ(at, layout.rects.size());
+  return canvas.Picture();
+}
+
+AlgRecord OneBox(float left, float top, float right, float bottom, uint16_t classId, uint16_t distance,
+                 uint16_t lineWidth) {
+  AlgRecord record{};
+  record.count = 1;
+  record.lineWidth = lineWidth;
+  record.left[0] = left;
+  record.top[0] = top;
+  record.right[0] = right;
+  record.bottom[0] = bottom;
+  record.classId[0] = classId;
+  record.distance[0] = distance;
+  return record;
+}
+
+/// Driver-assistance boxes step by step, with labels.
+Rows PaintedByHand(const AlgRecord& r, const DisplayMap& map) {
+  PointCanvas canvas(map.displayWidth, map.displayHeight);
+  const float sx = static_cast<float>(map.displayWidth), sy = static_cast<float>(map.displayHeight);
+  const float vx = static_cast<float>(map.videoWidth), vy = static_cast<float>(map.videoHeight);
+  for (int i = 0; i < r.count; ++i) {
+    if (r.classId[i] == 0 && r.distance[i] == 0) continue;
+    const char mark = r.classId[i] == 1 ? 'o' : 'g';
+    const float x0 = std::fmax(r.left[i] * sx / vx, 0.0f), y0 = std::fmax(r.top[i] * sy / vy, 0.0f);
+    const float x1 = std::fmin(r.right[i] * sx / vx, sx), y1 = std::fmin(r.bottom[i] * sy / vy, sy);
+    int x = static_cast<int>(x0), y = static_cast<int>(y0);
+    int w = static_cast<int>(x1 - x0), h = static_cast<int>(y1 - y0);
+    const int inset = r.lineWidth / 2;
+    x -= inset, y -= inset, w += 2 * inset, h += 2 * inset;
+    const int outerX = x, outerY = y;
+    for (int n = 0; n < r.lineWidth; ++n) {
+      if (n) ++x, ++y, w -= 2, h -= 2;
+      canvas.Outline(x, y, w, h, mark);
+    }
+    char name[kClassLabelBytes];
+    CopyClassLabel(name, r.classId[i]);
+    canvas.Area(outerX, outerY - 12, static_cast<int>(std::string(name).size()) * 6 + (r.classId[i] ? 1 : 11),
+                12, mark);
+    if (!r.distance[i]) continue;
+    char text[16];
+    const int label = std::snprintf(text, sizeof(text), "%.1fm", r.distance[i] / 10.0) * 36 / 5;
+    const bool inside = w > label && h > 36;
+    canvas.Area((inside ? x + w / 2 - label / 2 : x) - 1, inside ? y + h - 12 : y + h + 1, label, 12, mark);
+  }
+  return canvas.Picture();
+}
+
+TEST(AlgLayout, PaintsWhatPointsAndLinesWould) {
+  std::mt19937 random(99);
+  const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<uint32_t>(limit)); };
+  for (int n = 0; n < 200; ++n) {
+    const DisplayMap map{40 + below(300), 40 + below(200), 30 + below(160), 30 + below(120)};
+    AlgRecord record{};
+    record.count = static_cast<uint16_t>(1 + below(12));
+    record.lineWidth = static_cast<uint16_t>(below(4) ? below(5) : below(40));
+    for (int i = 0; i < record.count; ++i) {
+      record.left[i] = static_cast<float>(below(4000) - 400) / 10.0f;
+      record.top[i] = static_cast<float>(below(2500) - 300) / 10.0f;
+      record.right[i] = record.left[i] + static_cast<float>(below(2000)) / 9.0f;
+      record.bottom[i] = record.top[i] + static_cast<float>(below(2000)) / 9.0f;
+      record.classId[i] = static_cast<uint16_t>(below(10));
+      record.distance[i] = static_cast<uint16_t>(below(3) * below(700));
+    }
+    AlgLayout layout;
+    LayoutAlgRecord(layout, record, map, true);
+    ASSERT_EQ(Paint(layout, map), PaintedByHand(record, map)) << n;
+  }
+}
+
+TEST(AlgLayout, PlacesLabelsByTheOutermostAndInnermostRectangle) {
+  AlgLayout layout;
+  LayoutAlgRecord(layout, OneBox(40, 60, 140, 120, 2, 123, 4), kOneToOne, true);
+  ASSERT_EQ(layout.classLabels.size(), 1u);
+  EXPECT_STREQ(layout.classLabels[0].text, "car");
+  EXPECT_EQ(layout.classLabels[0].x, 39);
+  EXPECT_EQ(layout.classLabels[0].y, 46);
+  // Innermost: 41, 61, 98 x 58. "12.3m" is 36 wide: 41 + 49 - 18 and 61 + 58 - 12.
+  ASSERT_EQ(layout.distanceLabels.size(), 1u);
+  EXPECT_STREQ(layout.distanceLabels[0].text, "12.3m");
+  EXPECT_EQ(layout.distanceLabels[0].x, 72);
+  EXPECT_EQ(layout.distanceLabels[0].y, 107);
+  EXPECT_EQ(layout.rects.back(), (PixelRect{71, 107, 36, 12}));
+
+  LayoutAlgRecord(layout, OneBox(40, 60, 140, 96, 2, 123, 1), kOneToOne, true);
+  EXPECT_EQ(layout.distanceLabels[0].x, 40);
+  EXPECT_EQ(layout.distanceLabels[0].y, 97);
+
+  LayoutAlgRecord(layout, OneBox(10, 0, 60, 40, 1, 0, 1), kOneToOne, true);
+  EXPECT_EQ(layout.classLabels[0].y, -12);
+  EXPECT_TRUE(layout.distanceLabels.empty());
+  EXPECT_EQ(layout.runs[0].color, kOverlayOrange);
+}
+
+TEST(AlgLayout, LeavesOutUnknownThingsAndLabelsWithoutAFont) {
+  AlgLayout layout;
+  LayoutAlgRecord(layout, OneBox(10, 30, 60, 80, 0, 0, 2), kOneToOne, true);
+  EXPECT_TRUE(layout.rects.empty());
+  LayoutAlgRecord(layout, OneBox(10, 30, 60, 80, 0, 5, 1), kOneToOne, true);
+  EXPECT_STREQ(layout.classLabels[0].text, "unknown");
+  EXPECT_EQ(layout.rects[4], (PixelRect{10, 18, 53, 12}));
+  LayoutAlgRecord(layout, OneBox(10, 30, 60, 80, 3, 5, 1), kOneToOne, false);
+  EXPECT_EQ(layout.rects.size(), 4u);
+  EXPECT_TRUE(layout.classLabels.empty() && layout.distanceLabels.empty());
+}
+
+TEST(DsmLayout, PaintsWhatPointsAndLinesWould) {
+  std::mt19937 random(17);
+  const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<uint32_t>(limit)); };
+  for (int n = 0; n < 200; ++n) {
+    const DisplayMap map{160, 120, 160, 120};
+    DsmRecord record{};
+    record.pointSize = static_cast<uint16_t>(below(5) ? below(5) : below(30));
+    record.pointCount = static_cast<uint16_t>(below(69));
+    record.boxCount = below(14) - 2;
+    PointCanvas canvas(160, 120);
+    for (int i = 0; i < record.pointCount; ++i) {
+      record.x[i] = static_cast<float>(below(200) - 20);
+      record.y[i] = static_cast<float>(below(160) - 20);
+      if (i % 2 == 0)
+        canvas.Disc(static_cast<int>(record.x[i]), static_cast<int>(record.y[i]), record.pointSize, 'g');
+    }
+    for (int i = 0; i < std::min(record.boxCount, 12); ++i) {
+      record.left[i] = static_cast<float>(below(200) - 20);
+      record.top[i] = static_cast<float>(below(160) - 20);
+      record.right[i] = std::fmax(record.left[i] + static_cast<float>(below(90)), 0.0f);
+      record.bottom[i] = std::fmax(record.top[i] + static_cast<float>(below(90)), 0.0f);
+      const int right = std::min(static_cast<int>(record.right[i]), 160);
+      const int bottom = std::min(static_cast<int>(record.bottom[i]), 120);
+      if (right == 0 || bottom == 0) continue;
+      const int left = std::max(static_cast<int>(record.left[i]), 0);
+      const int top = std::max(static_cast<int>(record.top[i]), 0);
+      const int t = 2 * record.pointSize;
+      for (int k = 0; k < t; ++k)
+        canvas.Corners(left - t + k, top - t + k, right - left + 2 * (t - k), bottom - top + 2 * (t - k),
+                       'g');
+    }
+    std::vector<PixelRect> rects;
+    LayoutDsmRecord(rects, record, map);
+    PointCanvas painted(160, 120);
+    for (const PixelRect& r : rects)
+      painted.Rect(r, 'g');
+    ASSERT_EQ(painted.Picture(), canvas.Picture()) << n;
+  }
+}
+
+template <class Record>
+void Scramble(Record& record, std::mt19937& random) {
+  for (size_t at = 0; at < sizeof(record); at += 4) {
+    const auto bits = static_cast<uint32_t>(random());
+    std::memcpy(reinterpret_cast<char*>(&record) + at, &bits, 4);
+  }
+}
+
+TEST(Layouts, KeepEveryRectangleOnTheDisplayForAnyBits) {
+  std::mt19937 random(3);
+  const DisplayMap map{1280, 720, 640, 480};
+  for (int n = 0; n < 300; ++n) {
+    AlgRecord alg;
+    DsmRecord dsm;
+    Scramble(alg, random);
+    Scramble(dsm, random);
+    alg.lineWidth %= 300;
+    dsm.pointSize %= 300;
+    AlgLayout layout;
+    LayoutAlgRecord(layout, alg, map, true);
+    LayoutDsmRecord(layout.rects, dsm, map);
+    for (const PixelRect& r : layout.rects) {
+      ASSERT_TRUE(r.x >= 0 && r.y >= 0 && r.width > 0 && r.height > 0 && r.x + r.width <= 640 &&
+                  r.y + r.height <= 480);
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include <gmock/gmock.h>
+
+#include <cstring>
+#include <random>
+#include <set>
+
+#include "display/font_choice.h"
+#include "display/mosaic_layout.h"
+#include "display/osd_layout.h"
+
+namespace {
+
+TEST(Mosaic, BlockSizes) {
+  const struct {
+    int32_t level;
+    int32_t block;
+  } cases[] = {{1, 3},   {2, 6},  {3, 9},    {4, 12}, {5, 3},  {10, 6},  {20, 9},        {30, 12},
+               {50, 15}, {6, 18}, {49, 147}, {0, 0},  {-1, 0}, {-50, 0}, {INT32_MIN, 0}, {INT32_MAX, 16384}};
+  for (const auto& c : cases)
+    EXPECT_EQ(MosaicBlockSize(static_cast<uint32_t>(c.level)), c.block) << c.level;
+}
+
+TEST(Mosaic, DrawsWholeBlocksPastTheArea) {
+  const MosaicGrid grid = LayoutMosaic(10, 20, 31, 33, 9, 640, 480);
+  EXPECT_EQ(grid.columns, 3);
+  EXPECT_EQ(grid.rows, 2);
+  EXPECT_EQ(grid.target, (PixelRect{10, 20, 27, 18}));
+  EXPECT_EQ(grid.source, (PixelRect{10, 20, 21, 13}));
+  EXPECT_EQ(grid.SourceX(2), 18);
+  EXPECT_EQ(grid.SourceY(1), 9);
+}
+
+TEST(Mosaic, DrawsNothingForEmptyAreasAndLevels) {
+  EXPECT_EQ(LayoutMosaic(10, 10, 10, 40, 9, 640, 480).columns, 0);
+  EXPECT_EQ(LayoutMosaic(10, 40, 40, 10, 9, 640, 480).columns, 0);
+  EXPECT_EQ(LayoutMosaic(640, 0, 700, 40, 9, 640, 480).columns, 0);
+  EXPECT_EQ(LayoutMosaic(-50, 0, 0, 40, 9, 640, 480).columns, 0);
+  EXPECT_EQ(LayoutMosaic(0, 0, 40, 40, 0, 640, 480).columns, 0);
+  EXPECT_EQ(LayoutMosaic(0, 0, 40, 40, 9, 0, 0).columns, 0);
+}
+
+/// For any area: every display pixel of the area is covered, and takes the colour of its block's corner or of
+/// the nearest pixel on the display.
+TEST(Mosaic, CoversTheVisiblePartOfAnyArea) {
+  std::mt19937 random(21);
+  const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<uint32_t>(limit)); };
+  for (int n = 0; n < 3000; ++n) {
+    const int left = below(120) - 60, top = below(120) - 60;
+    const int right = left + 1 + below(90), bottom = top + 1 + below(90);
+    const int block = 1 + below(20);
+    const MosaicGrid grid = LayoutMosaic(left, top, right, bottom, block, 50, 40);
+    const bool visible = right > 0 && bottom > 0 && left < 50 && top < 40;
+    ASSERT_EQ(grid.columns > 0, visible);
+    if (!visible) continue;
+    for (int x = std::max(left, 0); x < std::min(right, 50); ++x) {
+      const int column = (x - grid.target.x) / block;
+      ASSERT_TRUE(x >= grid.target.x && column < grid.columns);
+      ASSERT_EQ(grid.source.x + grid.SourceX(column), std::max(left + (x - left) / block * block, 0));
+    }
+    for (int y = std::max(top, 0); y < std::min(bottom, 40); ++y) {
+      const int row = (y - grid.target.y) / block;
+      ASSERT_TRUE(y >= grid.target.y && row < grid.rows);
+      ASSERT_EQ(grid.source.y + grid.SourceY(row), std::max(top + (y - top) / block * block, 0));
+    }
+    ASSERT_LT(grid.SourceX(grid.columns - 1), grid.source.width);
+    ASSERT_LT(grid.SourceY(grid.rows - 1), grid.source.height);
+  }
+  const MosaicGrid huge = LayoutMosaic(INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX, 3, 1920, 1080);
+  EXPECT_EQ(huge.source, (PixelRect{0, 0, 1920, 1080}));
+}
+
+TEST(Osd, FontSizes) {
+  const struct {
+    int32_t height;
+    int32_t size;
+  } cases[] = {{-1, 0}, {0, 0}, {1, 4}, {119, 4}, {120, 8}, {600, 40}, {1080, 72}};
+  for (const auto& c : cases)
+    EXPECT_EQ(OsdFontSize(c.height), c.size) << c.height;
+}
+
+TextItem Item(const char* text, int32_t x, int32_t y, uint32_t anchor) {
+  TextItem item{};
+  std::strcpy(item.text, text);
+  item.x = static_cast<uint32_t>(x);
+  item.y = static_cast<uint32_t>(y);
+  item.anchor = anchor;
+  return item;
+}
+
+TEST(Osd, Places) {
+  const auto at = [](int32_t x, int32_t y, uint32_t anchor) {
+    return PlaceOsdText(Item("t", x, y, anchor), 1920, 1080);
+  };
+  EXPECT_EQ(at(0, 20, 0)->y, 20);
+  EXPECT_EQ(at(0, 20, 1)->y, 1060);
+  EXPECT_EQ(at(0, 20, 2)->y, 20);
+  EXPECT_EQ(at(0, 2000, 1)->y, -920);
+  EXPECT_EQ(at(100, 0, 0)->wrapWidth, 1820);
+  EXPECT_FALSE(at(-1, 0, 0) || at(0, -1, 0) || at(0, -1, 1));
+  EXPECT_FALSE(at(1920, 0, 0) || at(0, 1080, 0) || at(0, 0, 1));
+  EXPECT_FALSE(PlaceOsdText(Item("", 0, 0, 0), 1920, 1080));
+}
+
+std::set<std::string> g_fonts;
+bool Exists(const char* path) {
+  return g_fonts.count(path) != 0;
+}
+
+TEST(FontChoice, TakesTheFirstThatExistsElseTheLast) {
+  g_fonts = {};
+  EXPECT_EQ(ChooseFontFile("F", &Exists), "F\\simkai.ttf");
+  EXPECT_EQ(ChooseFontFile("", &Exists), "\\simkai.ttf");
+  g_fonts = {"F\\simhei.ttf", "F\\simkai.ttf"};
+  EXPECT_EQ(ChooseFontFile("F", &Exists), "F\\simhei.ttf");
+  g_fonts.insert("F\\simfang.ttf");
+  EXPECT_EQ(ChooseFontFile("F", &Exists), "F\\simfang.ttf");
+  g_fonts.insert("F\\Microsoft YaHei UI.ttf");
+  EXPECT_EQ(ChooseFontFile("F", &Exists), "F\\Microsoft YaHei UI.ttf");
+}
+
+TEST(OverlayColor, ReadsColorRef) {
+  EXPECT_EQ(FromColorRef(0x00112233), (OverlayColor{0x33, 0x22, 0x11}));
+}
+
+}  // namespace
