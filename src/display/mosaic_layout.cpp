@@ -12,7 +12,7 @@ struct Axis {
   int32_t count = 0;
   int32_t targetStart = 0;
   int32_t sourceStart = 0;
-  int32_t sourceSize = 0;
+  int32_t sourceEnd = 0;
 };
 
 Axis LayoutAxis(int64_t from, int64_t to, int64_t block, int64_t display) {
@@ -22,7 +22,7 @@ Axis LayoutAxis(int64_t from, int64_t to, int64_t block, int64_t display) {
   const int64_t first = (visibleFrom - from) / block;
   const int64_t end = (visibleTo - from + block - 1) / block;
   return {static_cast<int32_t>(end - first), static_cast<int32_t>(from + first * block),
-          static_cast<int32_t>(visibleFrom), static_cast<int32_t>(visibleTo - visibleFrom)};
+          static_cast<int32_t>(visibleFrom), static_cast<int32_t>(visibleTo)};
 }
 
 }  // namespace
@@ -52,22 +52,21 @@ int32_t MosaicBlockSize(uint32_t level) {
 }
 
 int32_t MosaicGrid::SourceX(int32_t column) const {
-  return std::max(target.x + column * block - source.x, 0);
+  return std::max(target.left + column * block - source.left, 0);
 }
 
 int32_t MosaicGrid::SourceY(int32_t row) const {
-  return std::max(target.y + row * block - source.y, 0);
+  return std::max(target.top + row * block - source.top, 0);
 }
 
-MosaicGrid LayoutMosaic(int32_t left, int32_t top, int32_t right, int32_t bottom, int32_t block,
-                        int32_t displayWidth, int32_t displayHeight) {
+MosaicGrid LayoutMosaic(const PixelRect& area, int32_t block, int32_t displayWidth, int32_t displayHeight) {
   if (block < 1) return {};
-  const Axis x = LayoutAxis(left, right, block, displayWidth);
-  const Axis y = LayoutAxis(top, bottom, block, displayHeight);
+  const Axis x = LayoutAxis(area.left, area.right, block, displayWidth);
+  const Axis y = LayoutAxis(area.top, area.bottom, block, displayHeight);
   if (x.count == 0 || y.count == 0) return {};
   return {block,
           x.count,
           y.count,
-          {x.targetStart, y.targetStart, x.count * block, y.count * block},
-          {x.sourceStart, y.sourceStart, x.sourceSize, y.sourceSize}};
+          {x.targetStart, y.targetStart, x.targetStart + x.count * block, y.targetStart + y.count * block},
+          {x.sourceStart, y.sourceStart, x.sourceEnd, y.sourceEnd}};
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "display/overlay_types.h"
+#include "display/pixel_rect.h"
 
 /// Side of a mosaic block in pixels; 0 for levels at which nothing is drawn. Levels 1 to 4 count threefold,
 /// 5, 10, 20, 30 and 50 stand for 1 to 5, and any other counts as it is. Limited to more than any display.
@@ -23,5 +23,4 @@ struct MosaicGrid {
 };
 
 /// Without rows and columns when nothing of the area is on the display.
-MosaicGrid LayoutMosaic(int32_t left, int32_t top, int32_t right, int32_t bottom, int32_t block,
-                        int32_t displayWidth, int32_t displayHeight);
+MosaicGrid LayoutMosaic(const PixelRect& area, int32_t block, int32_t displayWidth, int32_t displayHeight);

@@ -5,13 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-struct PixelRect {
-  int32_t x = 0;
-  int32_t y = 0;
-  int32_t width = 0;
-  int32_t height = 0;
-  bool operator==(const PixelRect&) const = default;
-};
+#include "display/pixel_rect.h"
 
 struct OverlayColor {
   uint8_t r = 0;
@@ -44,13 +38,13 @@ struct DisplayMap {
 class RectCollector {
  public:
   RectCollector(std::vector<PixelRect>& rects, const DisplayMap& map)
-      : m_rects(rects), m_right(map.displayWidth - 1), m_bottom(map.displayHeight - 1) {}
+      : m_rects(rects), m_width(map.displayWidth), m_height(map.displayHeight) {}
 
   /// Corners in any order, both included.
   void Add(int64_t x1, int64_t y1, int64_t x2, int64_t y2);
 
  private:
   std::vector<PixelRect>& m_rects;
-  int64_t m_right;
-  int64_t m_bottom;
+  int64_t m_width;
+  int64_t m_height;
 };

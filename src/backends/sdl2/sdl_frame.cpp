@@ -127,9 +127,9 @@ void SDLDisplayer::DrawMosaic() {
   int width = 0;
   int height = 0;
   if (!m_dwMosaicFlag || SDL_GetRendererOutputSize(m_sdlRenderer.get(), &width, &height) != 0) return;
+  const PixelRect area{m_rcMosaic.left, m_rcMosaic.top, m_rcMosaic.right, m_rcMosaic.bottom};
   m_overlays.DrawMosaic(m_sdlRenderer.get(),
-                        LayoutMosaic(m_rcMosaic.left, m_rcMosaic.top, m_rcMosaic.right, m_rcMosaic.bottom,
-                                     MosaicBlockSize(m_dwMosaicLevel), width, height));
+                        LayoutMosaic(area, MosaicBlockSize(m_dwMosaicLevel), width, height));
 }
 
 // Not for a pane that is not ready: commands without a present would pile up in the renderer.

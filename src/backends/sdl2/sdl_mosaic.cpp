@@ -6,10 +6,6 @@ namespace {
 constexpr uint32_t kFormat = SDL_PIXELFORMAT_ABGR8888;
 constexpr int kBytesPerPixel = 4;
 
-SDL_Rect ToSdl(const PixelRect& r) {
-  return {r.x, r.y, r.width, r.height};
-}
-
 }  // namespace
 
 bool SdlMosaic::Draw(SDL_Renderer* renderer, const MosaicGrid& grid) {

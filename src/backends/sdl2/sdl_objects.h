@@ -6,6 +6,8 @@
 
 #include <memory>
 
+#include "display/pixel_rect.h"
+
 template <auto Destroy>
 struct SdlDeleter {
   template <class Object>
@@ -18,3 +20,7 @@ using SdlWindow = std::unique_ptr<SDL_Window, SdlDeleter<&SDL_DestroyWindow>>;
 using SdlRenderer = std::unique_ptr<SDL_Renderer, SdlDeleter<&SDL_DestroyRenderer>>;
 using SdlTexture = std::unique_ptr<SDL_Texture, SdlDeleter<&SDL_DestroyTexture>>;
 using SdlSurface = std::unique_ptr<SDL_Surface, SdlDeleter<&SDL_FreeSurface>>;
+
+inline SDL_Rect ToSdl(const PixelRect& r) {
+  return {r.left, r.top, r.right - r.left, r.bottom - r.top};
+}

@@ -73,7 +73,7 @@ void SdlOverlays::Fill(SDL_Renderer* renderer, std::span<const PixelRect> rects,
   if (rects.empty()) return;
   m_batch.clear();
   for (const PixelRect& r : rects)
-    m_batch.push_back({r.x, r.y, r.width, r.height});
+    m_batch.push_back(ToSdl(r));
   SDL_SetRenderDrawColor(renderer, color.r, color.g, color.b, SDL_ALPHA_OPAQUE);
   SDL_RenderFillRects(renderer, m_batch.data(), static_cast<int>(m_batch.size()));
 }

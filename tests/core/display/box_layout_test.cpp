@@ -111,7 +111,7 @@ TEST(AlgLayout, PlacesLabelsByTheOutermostAndInnermostRectangle) {
   EXPECT_STREQ(layout.distanceLabels[0].text, "12.3m");
   EXPECT_EQ(layout.distanceLabels[0].x, 72);
   EXPECT_EQ(layout.distanceLabels[0].y, 107);
-  EXPECT_EQ(layout.rects.back(), (PixelRect{71, 107, 36, 12}));
+  EXPECT_EQ(layout.rects.back(), (PixelRect{71, 107, 107, 119}));
 
   LayoutAlgRecord(layout, OneBox(40, 60, 140, 96, 2, 123, 1), kOneToOne, true);
   EXPECT_EQ(layout.distanceLabels[0].x, 40);
@@ -129,7 +129,7 @@ TEST(AlgLayout, LeavesOutUnknownThingsAndLabelsWithoutAFont) {
   EXPECT_TRUE(layout.rects.empty());
   LayoutAlgRecord(layout, OneBox(10, 30, 60, 80, 0, 5, 1), kOneToOne, true);
   EXPECT_STREQ(layout.classLabels[0].text, "unknown");
-  EXPECT_EQ(layout.rects[4], (PixelRect{10, 18, 53, 12}));
+  EXPECT_EQ(layout.rects[4], (PixelRect{10, 18, 63, 30}));
   LayoutAlgRecord(layout, OneBox(10, 30, 60, 80, 3, 5, 1), kOneToOne, false);
   EXPECT_EQ(layout.rects.size(), 4u);
   EXPECT_TRUE(layout.classLabels.empty() && layout.distanceLabels.empty());
@@ -197,8 +197,7 @@ TEST(Layouts, KeepEveryRectangleOnTheDisplayForAnyBits) {
     LayoutAlgRecord(layout, alg, map, true);
     LayoutDsmRecord(layout.rects, dsm, map);
     for (const PixelRect& r : layout.rects) {
-      ASSERT_TRUE(r.x >= 0 && r.y >= 0 && r.width > 0 && r.height > 0 && r.x + r.width <= 640 &&
-                  r.y + r.height <= 480);
+      ASSERT_TRUE(r.left >= 0 && r.top >= 0 && !r.Empty() && r.right <= 640 && r.bottom <= 480);
     }
   }
 }

@@ -8,6 +8,7 @@
 #include "display/font_choice.h"
 #include "display/mosaic_layout.h"
 #include "display/osd_layout.h"
+#include "display/overlay_types.h"
 
 namespace {
 
@@ -22,22 +23,22 @@ TEST(Mosaic, BlockSizes) {
 }
 
 TEST(Mosaic, DrawsWholeBlocksPastTheArea) {
-  const MosaicGrid grid = LayoutMosaic(10, 20, 31, 33, 9, 640, 480);
+  const MosaicGrid grid = LayoutMosaic({10, 20, 31, 33}, 9, 640, 480);
   EXPECT_EQ(grid.columns, 3);
   EXPECT_EQ(grid.rows, 2);
-  EXPECT_EQ(grid.target, (PixelRect{10, 20, 27, 18}));
-  EXPECT_EQ(grid.source, (PixelRect{10, 20, 21, 13}));
+  EXPECT_EQ(grid.target, (PixelRect{10, 20, 37, 38}));
+  EXPECT_EQ(grid.source, (PixelRect{10, 20, 31, 33}));
   EXPECT_EQ(grid.SourceX(2), 18);
   EXPECT_EQ(grid.SourceY(1), 9);
 }
 
 TEST(Mosaic, DrawsNothingForEmptyAreasAndLevels) {
-  EXPECT_EQ(LayoutMosaic(10, 10, 10, 40, 9, 640, 480).columns, 0);
-  EXPECT_EQ(LayoutMosaic(10, 40, 40, 10, 9, 640, 480).columns, 0);
-  EXPECT_EQ(LayoutMosaic(640, 0, 700, 40, 9, 640, 480).columns, 0);
-  EXPECT_EQ(LayoutMosaic(-50, 0, 0, 40, 9, 640, 480).columns, 0);
-  EXPECT_EQ(LayoutMosaic(0, 0, 40, 40, 0, 640, 480).columns, 0);
-  EXPECT_EQ(LayoutMosaic(0, 0, 40, 40, 9, 0, 0).columns, 0);
+  EXPECT_EQ(LayoutMosaic({10, 10, 10, 40}, 9, 640, 480).columns, 0);
+  EXPECT_EQ(LayoutMosaic({10, 40, 40, 10}, 9, 640, 480).columns, 0);
+  EXPECT_EQ(LayoutMosaic({640, 0, 700, 40}, 9, 640, 480).columns, 0);
+  EXPECT_EQ(LayoutMosaic({-50, 0, 0, 40}, 9, 640, 480).columns, 0);
+  EXPECT_EQ(LayoutMosaic({0, 0, 40, 40}, 0, 640, 480).columns, 0);
+  EXPECT_EQ(LayoutMosaic({0, 0, 40, 40}, 9, 0, 0).columns, 0);
 }
 
 /// For any area: every display pixel of the area is covered, and takes the colour of its block's corner or of
@@ -49,24 +50,24 @@ TEST(Mosaic, CoversTheVisiblePartOfAnyArea) {
     const int left = below(120) - 60, top = below(120) - 60;
     const int right = left + 1 + below(90), bottom = top + 1 + below(90);
     const int block = 1 + below(20);
-    const MosaicGrid grid = LayoutMosaic(left, top, right, bottom, block, 50, 40);
+    const MosaicGrid grid = LayoutMosaic({left, top, right, bottom}, block, 50, 40);
     const bool visible = right > 0 && bottom > 0 && left < 50 && top < 40;
     ASSERT_EQ(grid.columns > 0, visible);
     if (!visible) continue;
     for (int x = std::max(left, 0); x < std::min(right, 50); ++x) {
-      const int column = (x - grid.target.x) / block;
-      ASSERT_TRUE(x >= grid.target.x && column < grid.columns);
-      ASSERT_EQ(grid.source.x + grid.SourceX(column), std::max(left + (x - left) / block * block, 0));
+      const int column = (x - grid.target.left) / block;
+      ASSERT_TRUE(x >= grid.target.left && column < grid.columns);
+      ASSERT_EQ(grid.source.left + grid.SourceX(column), std::max(left + (x - left) / block * block, 0));
     }
     for (int y = std::max(top, 0); y < std::min(bottom, 40); ++y) {
-      const int row = (y - grid.target.y) / block;
-      ASSERT_TRUE(y >= grid.target.y && row < grid.rows);
-      ASSERT_EQ(grid.source.y + grid.SourceY(row), std::max(top + (y - top) / block * block, 0));
+      const int row = (y - grid.target.top) / block;
+      ASSERT_TRUE(y >= grid.target.top && row < grid.rows);
+      ASSERT_EQ(grid.source.top + grid.SourceY(row), std::max(top + (y - top) / block * block, 0));
     }
-    ASSERT_LT(grid.SourceX(grid.columns - 1), grid.source.width);
-    ASSERT_LT(grid.SourceY(grid.rows - 1), grid.source.height);
+    ASSERT_LT(grid.SourceX(grid.columns - 1), grid.source.Width());
+    ASSERT_LT(grid.SourceY(grid.rows - 1), grid.source.Height());
   }
-  const MosaicGrid huge = LayoutMosaic(INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX, 3, 1920, 1080);
+  const MosaicGrid huge = LayoutMosaic({INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, 3, 1920, 1080);
   EXPECT_EQ(huge.source, (PixelRect{0, 0, 1920, 1080}));
 }
 

@@ -26,7 +26,7 @@ class PointCanvas {
     }
   }
 
-  void Rect(const PixelRect& r, char mark) { Area(r.x, r.y, r.width, r.height, mark); }
+  void Rect(const PixelRect& r, char mark) { Area(r.left, r.top, r.Width(), r.Height(), mark); }
 
   void Area(long long x, long long y, long long w, long long h, char mark) {
     if (w > 0 && h > 0) Line(x, y, x + w - 1, y + h - 1, mark);

@@ -232,9 +232,10 @@ void ExpectRects(const ScreenShot& shot, const AlgLayout& layout) {
   for (const ColorRun& run : layout.runs) {
     for (; at < run.end; ++at) {
       const PixelRect& r = layout.rects[at];
-      for (int i = 0; i < r.width * r.height; ++i)
-        expected[static_cast<size_t>((r.y + i / r.width) * kWidth + r.x + i % r.width)] = {
-            run.color.r, run.color.g, run.color.b};
+      for (int y = r.top; y < r.bottom; ++y) {
+        std::fill_n(expected.begin() + y * kWidth + r.left, r.Width(),
+                    Rgb{run.color.r, run.color.g, run.color.b});
+      }
     }
   }
   int wrong = 0;
