@@ -19,7 +19,7 @@ const char kUsage[] =
   --sound FILE.wav           plays along; --no-sound; --volume 0..100 (60)
   --mirror 0|1|2             none, horizontal flip, half turn
   --brightness -127..127     --contrast, --saturation -100..100, --hue -180..180
-  --zoom FACTOR[,X,Y]        1..8 at a point in per mille of the picture (d3d9, ddraw)
+  --zoom FACTOR[,X,Y]        1..8 at a point in per mille of the picture (d3d9)
   --mosaic LEVEL             privacy mosaic; --mosaic-area TOP,LEFT,BOTTOM,RIGHT as fractions
   --channel NAME             first line of text; --no-overlays
   --monitor                  second window with driver monitoring

@@ -19,8 +19,8 @@
 
 namespace {
 
-constexpr int kMonitorWidth = 640;
-constexpr int kMonitorHeight = 480;
+constexpr int kMonitorWidth = 720;
+constexpr int kMonitorHeight = 540;
 constexpr DWORD kUntilOnScreenMs = 300;  ///< presenting is asynchronous
 
 /// The library, from start-up to shut-down.

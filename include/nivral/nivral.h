@@ -145,7 +145,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWAdjustedWnd(void* hDraw);
  * where an empty rectangle means the whole client area. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetPlayRect(void* hDraw, const RECT* rect);
 
-/* Digital zoom (Direct3D 9, DirectDraw): x, y a point of the displayed picture in per mille, factor 1 (none)
+/* Digital zoom (Direct3D 9): x, y a point of the displayed picture in per mille, factor 1 (none)
  * to 8. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetZoom(void* hDraw, uint32_t x, uint32_t y, uint32_t factor);
 

@@ -57,7 +57,7 @@ TEST_P(DemoOnBackend, ShowsTheRoadSceneAndReports) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Backends, DemoOnBackend, testing::Values("sdl", "d3d9"),
+INSTANTIATE_TEST_SUITE_P(Backends, DemoOnBackend, testing::Values("sdl", "d3d9", "ddraw"),
                          [](const auto& backend) { return backend.param; });
 
 TEST(Demo, WritesASnapshotOfTheFrame) {
