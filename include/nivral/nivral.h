@@ -225,7 +225,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetFlashWndCB(void* hDraw, void* user,
 
 /* brightness -127 to 127, contrast and saturation -100 to 100, hue -180 to 180; 0 is neutral. Values out of
  * range are stored but switch the adjustment off. index 0 acts on the picture, 1 is only stored; other values
- * are undefined. */
+ * do nothing. */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_SetColorParams(void* hDraw, int32_t brightness, int32_t contrast,
                                                       int32_t saturation, int32_t hue, int32_t index);
 

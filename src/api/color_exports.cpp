@@ -10,6 +10,11 @@ void Write(int32_t* target, int32_t value) {
   if (target) *target = value;
 }
 
+/// There are two records; a client that names another gets neither memory nor an effect.
+bool IsRecord(int32_t index) {
+  return index == 0 || index == 1;
+}
+
 }  // namespace
 
 extern "C" {
@@ -17,13 +22,14 @@ extern "C" {
 uint32_t NIVRAL_CALL NIVRAL_SetColorParams(void* hDraw, int32_t brightness, int32_t contrast,
                                            int32_t saturation, int32_t hue, int32_t index) {
   return Forward<BaseDisplayer>(hDraw, [&](BaseDisplayer& d) {
-    d.GetColorRecord(index).Set({brightness, contrast, saturation, hue});
+    if (IsRecord(index)) d.GetColorRecord(index).Set({brightness, contrast, saturation, hue});
   });
 }
 
 uint32_t NIVRAL_CALL NIVRAL_GetColorParamsEx(void* hDraw, int32_t* brightness, int32_t* contrast,
                                              int32_t* saturation, int32_t* hue, int32_t index) {
   return Forward<BaseDisplayer>(hDraw, [&](BaseDisplayer& d) {
+    if (!IsRecord(index)) return;
     const ColorValues values = d.GetColorRecord(index).Get();
     Write(brightness, values.brightness);
     Write(contrast, values.contrast);

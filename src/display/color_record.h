@@ -10,15 +10,21 @@ class ColorRecord {
  public:
   void Set(const ColorValues& values) {
     CAutoLock guard(&m_lock);
-    m_values = values;
+    m_nHue = values.hue;
+    m_nContrast = values.contrast;
+    m_nSaturation = values.saturation;
+    m_nBrightness = values.brightness;
   }
 
   ColorValues Get() {
     CAutoLock guard(&m_lock);
-    return m_values;
+    return {.brightness = m_nBrightness, .contrast = m_nContrast, .saturation = m_nSaturation, .hue = m_nHue};
   }
 
  private:
-  ColorValues m_values;
+  int32_t m_nHue = 0;
+  int32_t m_nContrast = 0;
+  int32_t m_nSaturation = 0;
+  int32_t m_nBrightness = 0;
   CMutexLock m_lock;
 };

@@ -18,9 +18,8 @@ bool Fits(DWORD length) {
 bool ReadHostPath(PathText& path) {
   PathText asStarted{};
   if (!Fits(GetModuleFileNameW(nullptr, asStarted, MAX_PATH))) return false;
-  const DWORD length = GetLongPathNameW(asStarted, path, MAX_PATH);
-  if (length == 0) std::wcscpy(path, asStarted);
-  return length < MAX_PATH;
+  if (!Fits(GetLongPathNameW(asStarted, path, MAX_PATH))) std::wcscpy(path, asStarted);
+  return true;
 }
 
 template <class Visit>

@@ -6,14 +6,23 @@
 namespace {
 
 /// Holds a byte range far behind the end of the file against other processes, so that one appends at a time
-/// and readers are not hindered. Gives up after a while: a process that is halted while it holds the range
-/// must not halt this one.
+/// and readers are not hindered. Gives up after a while, and then for some seconds at once: a process that is
+/// halted while it holds the range must not halt this one. A file system without such locks is not waited for.
 class AppendTurn {
  public:
   explicit AppendTurn(HANDLE file) : m_file(file) {
     const ULONGLONG start = GetTickCount64();
-    while (!(m_held = TryTake()) && GetTickCount64() - start < kLimitMs)
+    if (start < s_impatientUntil) {
+      m_held = TryTake();
+      return;
+    }
+    while (!(m_held = TryTake()) && GetLastError() == ERROR_LOCK_VIOLATION) {
+      if (GetTickCount64() - start >= kLimitMs) {
+        s_impatientUntil = GetTickCount64() + kImpatientMs;
+        return;
+      }
       Sleep(0);
+    }
   }
   ~AppendTurn() {
     OVERLAPPED range = Range();
@@ -24,6 +33,8 @@ class AppendTurn {
 
  private:
   static constexpr ULONGLONG kLimitMs = 200;
+  static constexpr ULONGLONG kImpatientMs = 5000;
+  static inline ULONGLONG s_impatientUntil = 0;  ///< written under the log's own lock
 
   static OVERLAPPED Range() {
     OVERLAPPED range{};

@@ -2,6 +2,7 @@
 // When the log reads its settings, what they mean, and which files of its folder it deletes.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
 
@@ -49,7 +50,7 @@ void TrimToBudget(ForEachFile forEachFile, Remove remove, uint64_t budget) {
   });
   if (total < budget) return;
   forEachFile([&](const auto* name, uint32_t size) {
-    if (remove(name)) total -= size;
+    if (remove(name)) total -= std::min<uint64_t>(total, size);  // it may have grown meanwhile
     return total >= budget;
   });
 }

@@ -83,9 +83,11 @@ TEST(LogFile, KeepsAllLinesOfThreadsAndProcesses) {
   const LogHost host;
   const std::wstring name = L"nivral log start " + std::to_wstring(GetCurrentProcessId());
   const UniqueEvent start(CreateEventW(nullptr, TRUE, FALSE, name.c_str()));
+  const UniqueEvent ready(CreateSemaphoreW(nullptr, 0, 2, (name + L" ready").c_str()));
   const UniqueFile first = host.Start(L"threads A \"" + name + L"\"");
   const UniqueFile second = host.Start(L"threads B \"" + name + L"\"", false);
-  Sleep(1000);
+  for (int i = 0; i < 2; ++i)
+    ASSERT_EQ(WaitForSingleObject(ready.get(), 60000), WAIT_OBJECT_0);
   SYSTEMTIME now;
   do {
     Sleep(10);

@@ -84,7 +84,10 @@ void WritePastTheLimit() {
 void WriteFromThreads(const std::wstring& process, const wchar_t* startEvent) {
   Log();
   const HANDLE start = OpenEventW(SYNCHRONIZE, FALSE, startEvent);
-  if (!start) std::exit(2);
+  const std::wstring readyName = std::wstring(startEvent) + L" ready";
+  const HANDLE ready = OpenSemaphoreW(SEMAPHORE_MODIFY_STATE, FALSE, readyName.c_str());
+  if (!start || !ready) std::exit(2);
+  ReleaseSemaphore(ready, 1, nullptr);
   std::vector<std::jthread> threads;
   for (int thread = 0; thread < 4; ++thread)
     threads.emplace_back([&process, start, thread] {
