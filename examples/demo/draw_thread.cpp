@@ -74,10 +74,11 @@ bool DrawThread::WaitUntilDue() {
   return late <= kLatePeriods * m_period || late > kHopelessPeriods * m_period;
 }
 
-/// While paused the library keeps showing the records it has, so only new frames bring new ones.
+/// A paused pane keeps showing the records it has and takes no new ones, which would pile up.
 void DrawThread::DrawCurrent(bool isNew) {
-  m_pane.Set([paused = !isNew](void* handle) { NIVRAL_DWSetPause(handle, paused); });
-  if (isNew) m_overlays.Prepare(m_pane.Handle(), m_source.Frame());
+  const bool paused = !isNew && m_pane.KeepsRecordsWhilePaused();
+  m_pane.Set([paused](void* handle) { NIVRAL_DWSetPause(handle, paused); });
+  if (!paused) m_overlays.Prepare(m_pane.Handle(), m_source.Frame());
   const auto start = Clock::now();
   const uint32_t result = m_pane.Draw(m_source.Current(), m_source.Frame());
   const std::chrono::duration<double, std::milli> spent = Clock::now() - start;

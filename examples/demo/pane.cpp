@@ -5,8 +5,7 @@
 
 #include "nivral/nivral.h"
 
-Pane::Pane(Backend backend, HWND window, int width, int height)
-    : m_keepsSetters(backend == Backend::kDirect3D) {
+Pane::Pane(Backend backend, HWND window, int width, int height) : m_backend(backend) {
   if (NIVRAL_DWOpenDrawEx(&m_handle, static_cast<uint32_t>(backend)) != 0)
     throw std::runtime_error("the library opened no pane");
   NIVRAL_DWSetHwnd(m_handle, window);
@@ -18,7 +17,7 @@ Pane::~Pane() {
 }
 
 void Pane::Set(std::function<void(void*)> setter) {
-  if (!m_keepsSetters) return setter(m_handle);
+  if (m_backend != Backend::kDirect3D) return setter(m_handle);
   const std::scoped_lock hold(m_lock);
   m_kept.push_back(std::move(setter));
 }

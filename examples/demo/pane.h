@@ -26,6 +26,10 @@ class Pane {
   /// Drawing thread: the library's result for one frame.
   uint32_t Draw(Picture& picture, int64_t frame);
 
+  /// Whether a paused pane goes on showing the records it has. DirectDraw panes burn boxes into frames and let
+  /// them expire.
+  bool KeepsRecordsWhilePaused() const { return m_backend != Backend::kDirectDraw; }
+
   /// Drawing thread only.
   void* Handle() const { return m_handle; }
 
@@ -33,7 +37,7 @@ class Pane {
   void RunKeptSetters();
 
   void* m_handle = nullptr;
-  bool m_keepsSetters;
+  Backend m_backend;
   std::mutex m_lock;
   std::vector<std::function<void(void*)>> m_kept;
 };
