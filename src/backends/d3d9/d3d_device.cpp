@@ -4,12 +4,12 @@
 
 #include "backends/d3d9/d3d_displayer.h"
 #include "backends/d3d9/unreleased.h"
+#include "display/system_face.h"
 #include "util/log_file.h"
 
 namespace {
 
 constexpr D3DFORMAT kYv12 = static_cast<D3DFORMAT>(MAKEFOURCC('Y', 'V', '1', '2'));
-constexpr char kFallbackFace[] = "Tahoma";
 
 void Log(const wchar_t* text) {
   CLogFile::GetInstance()->WriteText(1, text);
@@ -21,9 +21,7 @@ D3DDisplayer::D3DDisplayer() {
   D3DXMatrixIdentity(&m_matHuePre);
   D3DXMatrixIdentity(&m_matHuePost);
   D3DXMatrixIdentity(&m_matColour);
-  LOGFONTA iconTitle{};
-  const bool known = SystemParametersInfoA(SPI_GETICONTITLELOGFONT, sizeof(iconTitle), &iconTitle, 0);
-  BaseDisplayer::SetOSDFont(m_dwFontFirst, m_dwFontSecond, known ? iconTitle.lfFaceName : kFallbackFace);
+  BaseDisplayer::SetOSDFont(m_dwFontFirst, m_dwFontSecond, IconTitleFace().c_str());
 }
 
 D3DDisplayer::~D3DDisplayer() {

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "backends/ddraw/direct_draw.h"
 
-#include <cstring>
-
 #include "colour/convert.h"
 #include "display/display_codes.h"
+#include "display/system_face.h"
 #include "util/log_file.h"
 
 namespace {
@@ -41,6 +40,7 @@ CDirectDraw::CDirectDraw()
     BuildTables();
     MarkPrepared();
   }
+  BaseDisplayer::SetOSDFont(m_dwFontFirst, m_dwFontSecond, IconTitleFace().c_str());
 }
 
 CDirectDraw::~CDirectDraw() {

@@ -68,6 +68,7 @@ class CDirectDraw : public BaseDisplayer {
   HRESULT Show();
 
   HRESULT PaintOverlays(const PixelRect& area);
+  HRESULT PixelateMosaic(const PixelRect& area);
   void DrawTexts(HDC dc, const std::array<TextItem, kTextItemCount>& texts, const OverlayScale& scale);
   void CallDisplayCallback(HDC dc, const PixelRect& area);
 
@@ -86,6 +87,7 @@ class CDirectDraw : public BaseDisplayer {
   DDrawSurface m_composition;
   PixelRect m_composedArea;
   GdiText m_text;
+  std::vector<PixelRect> m_dsmRects;
   int64_t m_shownParam2 = 0;
   bool m_dsmDue = false;
   bool m_frameUploaded = false;

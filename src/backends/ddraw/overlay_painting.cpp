@@ -3,9 +3,29 @@
 #include <algorithm>
 
 #include "backends/ddraw/direct_draw.h"
+#include "backends/ddraw/draw_layout.h"
+#include "backends/ddraw/pixelate.h"
 #include "backends/ddraw/surface_access.h"
+#include "display/box_layout.h"
+
+namespace {
+
+/// Fills rectangles with one colour, without a brush to make and free.
+void FillRects(HDC dc, const std::vector<PixelRect>& rects, COLORREF color) {
+  const SavedDC state(dc);
+  SetDCBrushColor(dc, color);
+  const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
+  for (const PixelRect& r : rects) {
+    const RECT rect{r.left, r.top, r.right, r.bottom};
+    FillRect(dc, &rect, brush);
+  }
+}
+
+}  // namespace
 
 HRESULT CDirectDraw::PaintOverlays(const PixelRect& area) {
+  const HRESULT hr = m_dwMosaicFlag ? PixelateMosaic(area) : DD_OK;
+  if (FAILED(hr)) return hr;
   std::array<TextItem, kTextItemCount> texts;
   {
     CAutoLock guard(&m_textLock);
@@ -21,7 +41,27 @@ HRESULT CDirectDraw::PaintOverlays(const PixelRect& area) {
                            static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight)};
   const SavedDC state(dc.Get());
   if (anyText) DrawTexts(dc.Get(), texts, scale);
+  if (m_dsmDue) {
+    m_dsmRects.clear();
+    LayoutDsmRecord(m_dsmRects, m_dsm.record,
+                    {scale.videoWidth, scale.videoHeight, scale.areaWidth, scale.areaHeight});
+    FillRects(dc.Get(), m_dsmRects, RGB(0, 255, 0));
+  }
   CallDisplayCallback(dc.Get(), area);
+  return DD_OK;
+}
+
+/// The mosaic rectangle is in client coordinates.
+HRESULT CDirectDraw::PixelateMosaic(const PixelRect& area) {
+  const RECT rc = m_rcMosaic;
+  const auto width = static_cast<int32_t>(area.Width());
+  const auto height = static_cast<int32_t>(area.Height());
+  const MosaicGrid grid = LayoutMosaic(SeenFrom(area.left, area.top, {rc.left, rc.top, rc.right, rc.bottom}),
+                                       MosaicBlockSize(m_dwMosaicLevel), width, height);
+  if (grid.columns == 0) return DD_OK;
+  const SurfaceLock lock(m_composition.get());
+  if (FAILED(lock.Result())) return lock.Result();
+  FillBlocks(lock.Pixels(), lock.Pitch(), BytesPerPixel(m_device.Format()), width, height, grid);
   return DD_OK;
 }
 

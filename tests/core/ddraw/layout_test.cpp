@@ -24,6 +24,12 @@ TEST(DrawnArea, IsThePlayRectangleOrTheClientArea) {
   EXPECT_TRUE(DrawnArea({INT_MAX - 1, 0, INT_MAX, 10}, kClient).Empty());
 }
 
+TEST(SeenFrom, MovesTheOriginWithoutOverflow) {
+  EXPECT_EQ(SeenFrom(10, -20, {0, 0, 100, 50}), (PixelRect{-10, 20, 90, 70}));
+  EXPECT_EQ(SeenFrom(1, -1, {INT_MIN, INT_MAX, INT_MAX, INT_MIN}),
+            (PixelRect{INT_MIN, INT_MAX, INT_MAX - 1, INT_MIN + 1}));
+}
+
 TEST(CutToScreen, KeepsSourceAndTargetTogether) {
   constexpr PixelRect kScreen{-100, 0, 1000, 800};
   struct {
