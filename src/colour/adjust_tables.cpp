@@ -40,10 +40,10 @@ struct Rotation {
 
 }  // namespace
 
-bool IsAdjustActive(const ColorValues& c) {
-  if (c.brightness == 0 && c.contrast == 0 && c.saturation == 0 && c.hue == 0) return false;
-  return InRange(c.hue, kMaxHue) && InRange(c.contrast, kMaxContrast) &&
-         InRange(c.saturation, kMaxSaturation) && InRange(c.brightness, kMaxBrightness);
+bool IsAdjustActive(const ColorValues& values) {
+  if (values == ColorValues{}) return false;
+  return InRange(values.hue, kMaxHue) && InRange(values.contrast, kMaxContrast) &&
+         InRange(values.saturation, kMaxSaturation) && InRange(values.brightness, kMaxBrightness);
 }
 
 bool AdjustTables::Update(const ColorValues& values) {

@@ -4,6 +4,7 @@
 
 #include "colour/yuv_loops.h"
 
+// NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
 
 // Luma is a sum of products of unsigned bytes with factors that do not fit signed bytes: the 129 of green is

@@ -6,6 +6,7 @@
 #include "colour/byte_map.h"
 #include "colour/kernels.h"
 
+// NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
 
 constexpr size_t kStep = kVecBytes;

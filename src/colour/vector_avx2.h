@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
+// NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
 
 using Vec = __m256i;

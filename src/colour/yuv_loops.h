@@ -6,6 +6,7 @@
 #include "colour/conversion_tables.h"
 #include "colour/kernels.h"
 
+// NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
 
 /// Calls `block` for consecutive blocks of a row; the last one overlaps the one before where the row is no

@@ -15,7 +15,6 @@ constexpr const char* kOtherLabel = "Unk";
 bool CopyClassLabel(char* buffer, uint16_t classId) {
   if (!buffer) return false;
   const char* label = classId < std::size(kLabels) ? kLabels[classId] : kOtherLabel;
-  std::memset(buffer, 0, kClassLabelBytes);
-  std::memcpy(buffer, label, std::strlen(label));
+  std::strncpy(buffer, label, kClassLabelBytes);  // pads with zeros
   return true;
 }

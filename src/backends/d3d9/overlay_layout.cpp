@@ -43,7 +43,8 @@ std::optional<Box> ClampToFrame(Box box, const FrameSize& frame) {
 
 /// Half the line thickness goes outside.
 PixelRect Grow(const Box& box, int32_t thickness) {
-  const auto grow = static_cast<float>(thickness / 2);
+  const int32_t half = thickness / 2;
+  const auto grow = static_cast<float>(half);
   return {TruncEdge(box.left - grow), TruncEdge(box.top - grow), TruncEdge(box.right + grow),
           TruncEdge(box.bottom + grow)};
 }

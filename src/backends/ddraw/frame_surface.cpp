@@ -96,9 +96,11 @@ HRESULT FrameSurface::Upload(const FrameView& frame) {
 HRESULT FrameSurface::FillYv12(const FrameView& frame) {
   const SurfaceLock lock(m_surface.get(), DDLOCK_WRITEONLY);
   if (FAILED(lock.Result())) return lock.Result();
-  const auto width = static_cast<size_t>(m_width + m_width % 2);
-  const auto height = static_cast<size_t>(m_height + m_height % 2);
-  const FrameView planes = PlanesOf(lock, m_height + m_height % 2);
+  const int32_t evenWidth = m_width + m_width % 2;
+  const int32_t evenHeight = m_height + m_height % 2;
+  const auto width = static_cast<size_t>(evenWidth);
+  const auto height = static_cast<size_t>(evenHeight);
+  const FrameView planes = PlanesOf(lock, evenHeight);
   CopyPlane(planes.y, planes.strideY, frame.y, frame.strideY, width, height);
   CopyPlane(planes.v, planes.strideV, frame.v, frame.strideV, width / 2, height / 2);
   CopyPlane(planes.u, planes.strideU, frame.u, frame.strideU, width / 2, height / 2);

@@ -14,7 +14,7 @@ class SdlMosaic {
 
   /// To be called before the renderer goes.
   void Clear() { m_texture.reset(); }
-  void Forget() { m_texture.release(); }
+  void Forget() { static_cast<void>(m_texture.release()); }
 
  private:
   bool EnsureTexture(SDL_Renderer* renderer, int32_t columns, int32_t rows);

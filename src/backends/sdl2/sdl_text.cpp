@@ -70,7 +70,7 @@ SdlText::Entry& SdlText::Find(SDL_Renderer* renderer, SdlFont& font, const char*
 
 void SdlText::Forget() {
   for (Entry& entry : m_entries)
-    entry.texture.release();
+    static_cast<void>(entry.texture.release());
   Clear();
 }
 

@@ -207,9 +207,9 @@ void SDLDisplayer::ReleaseSdlObjects() {
   if (m_sdlRun != SdlRun()) {
     // SDL was shut down and has taken them with it.
     m_overlays.ForgetTextures();
-    m_sdlTexture.release();
-    m_sdlRenderer.release();
-    m_sdlWindow.release();
+    static_cast<void>(m_sdlTexture.release());
+    static_cast<void>(m_sdlRenderer.release());
+    static_cast<void>(m_sdlWindow.release());
   }
   {
     const RenderScope scope;
