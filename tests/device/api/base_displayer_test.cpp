@@ -7,6 +7,8 @@
 #include <atomic>
 #include <bit>
 #include <cstring>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <thread>
 
@@ -186,6 +188,54 @@ TEST(BaseDisplayer, SnapshotsNeedAName) {
   EXPECT_EQ(displayer.SaveFrameToFile(nullptr, nullptr, 0, nullptr, 0, nullptr, 0), 8194);
   EXPECT_EQ(displayer.SaveFrameToFile("", nullptr, 0, nullptr, 0, nullptr, 0), 8194);
   EXPECT_EQ(displayer.SaveBufferToFile("", nullptr, 0), 8194);
+}
+
+TEST(BaseDisplayer, ASnapshotIsOnDiskThoughTheResultNeverSaysSo) {
+  Recorder displayer;
+  displayer.InitDraw(16, 16, 0);
+  TestFrame frame = FlatFrame(16, 16, 128, 128, 128);
+  const char* const name = "base_displayer_snapshot.bmp";
+  EXPECT_EQ(displayer.SaveFrameToFile(name, frame.y.data(), 16, frame.u.data(), 8, frame.v.data(), 8), 12287);
+  std::ifstream file(name, std::ios::binary);
+  const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  file.close();
+  DeleteFileA(name);
+  ASSERT_EQ(bytes.size(), 822u);
+  EXPECT_EQ(bytes.substr(54), std::string(768, static_cast<char>(130)));
+  EXPECT_EQ(displayer.SaveFrameToFile("no such folder/x.bmp", frame.y.data(), 16, frame.u.data(), 8,
+                                      frame.v.data(), 8),
+            12287);
+}
+
+void QueueBox(BaseDisplayer& displayer, float left, float top, float right, float bottom) {
+  const uint32_t edges[] = {std::bit_cast<uint32_t>(left), std::bit_cast<uint32_t>(top),
+                            std::bit_cast<uint32_t>(right), std::bit_cast<uint32_t>(bottom)};
+  const uint16_t none = 0;
+  displayer.SetAlgInfo(1, &edges[0], &edges[1], &edges[2], &edges[3], &none, &none, &none, &none, 1);
+}
+
+TEST(BaseDisplayer, BurnsTheDueRecordIntoThePlanesAlsoWhilePaused) {
+  Recorder displayer;
+  displayer.InitDraw(64, 48, 0);
+  displayer.SetPause(1);
+  const auto burn = [&](TestFrame& f) {
+    displayer.DrawAlgInfoOnYUV(f.y.data(), 64, f.u.data(), 32, f.v.data(), 32);
+  };
+  TestFrame before = FlatFrame(64, 48, 200, 128, 128);
+  burn(before);
+  EXPECT_EQ(before.y, FlatFrame(64, 48, 200, 128, 128).y) << "no record yet";
+  QueueBox(displayer, 10, 12, 30, 40);
+  QueueBox(displayer, 40, 12, 60, 40);
+  TestFrame first = FlatFrame(64, 48, 200, 128, 128);
+  burn(first);
+  EXPECT_EQ(first.y[12 * 64 + 20], 0);
+  EXPECT_EQ(first.y[12 * 64 + 50], 200);
+  for (int i = 0; i < 2; ++i) {
+    TestFrame second = FlatFrame(64, 48, 200, 128, 128);
+    burn(second);
+    EXPECT_EQ(second.y[12 * 64 + 20], 200) << i;
+    EXPECT_EQ(second.y[12 * 64 + 50], 0) << "still shown when nothing newer came";
+  }
 }
 
 void Queue(Recorder& displayer, float left) {
