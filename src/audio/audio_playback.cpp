@@ -125,7 +125,7 @@ void CAudio::CloseDevice() {
   if (m_hWaveOut) {
     waveOutReset(m_hWaveOut);
     waveOutClose(m_hWaveOut);
-    // After the close, as the order has always been; the device no longer knows the handle and refuses.
+    // After the close: the device no longer knows the handle and refuses, which is ignored.
     for (WAVEHDR& header : m_playHeaders)
       waveOutUnprepareHeader(m_hWaveOut, &header, sizeof(header));
     m_hWaveOut = nullptr;

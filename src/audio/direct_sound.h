@@ -27,7 +27,7 @@ class CDirectSound {
   CDirectSound(const CDirectSound&) = delete;
   CDirectSound& operator=(const CDirectSound&) = delete;
 
-  /// Both are set before Open; segmentBytes is a quarter of the buffer.
+  /// Both are set before Open; closes what is open. segmentBytes is a quarter of the buffer.
   void SetFormat(const WAVEFORMATEX& format, uint32_t segmentBytes);
   /// The largest packet that is converted whole; of a longer one the rest is dropped.
   void SetPacketBytes(uint32_t bytes) { m_packetBytes = bytes; }

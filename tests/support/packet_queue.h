@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 #include <deque>
+#include <iterator>
 #include <mutex>
 #include <vector>
 
@@ -22,15 +23,13 @@ class PacketQueue : public ByteQueue {
   }
 
   void Push(const std::vector<uint8_t>& data) {
-    PushHeader(static_cast<uint32_t>(data.size()));
-    PushRaw(data);
+    std::vector<uint8_t> packet = Header(static_cast<uint32_t>(data.size()));
+    std::copy(data.begin(), data.end(), std::back_inserter(packet));
+    PushRaw(packet);
   }
 
-  void PushHeader(uint32_t length) {
-    std::vector<uint8_t> header(kPacketHeaderBytes, 0xA5);
-    std::memcpy(header.data() + sizeof(length), &length, sizeof(length));
-    PushRaw(header);
-  }
+  /// A header whose data never comes.
+  void PushHeader(uint32_t length) { PushRaw(Header(length)); }
 
   void PushRaw(const std::vector<uint8_t>& bytes) {
     std::lock_guard lock(m_mutex);
@@ -43,6 +42,12 @@ class PacketQueue : public ByteQueue {
   }
 
  private:
+  static std::vector<uint8_t> Header(uint32_t length) {
+    std::vector<uint8_t> header(kPacketHeaderBytes, 0xA5);
+    std::memcpy(header.data() + sizeof(length), &length, sizeof(length));
+    return header;
+  }
+
   mutable std::mutex m_mutex;
   std::deque<uint8_t> m_bytes;
 };

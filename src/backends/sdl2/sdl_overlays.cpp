@@ -64,7 +64,10 @@ void SdlOverlays::DrawLabels(SDL_Renderer* renderer, std::span<const OverlayLabe
                              const DisplayMap& map) {
   for (const OverlayLabel& label : labels) {
     if (label.x >= map.displayWidth || label.y >= map.displayHeight) continue;
-    m_text.Draw(renderer, m_labelFont, label.text, label.x, label.y, map.displayWidth - label.x,
+    // Labels of records with edges out of any range may lie as far left as a coordinate can say.
+    const int64_t wrap = int64_t{map.displayWidth} - label.x;
+    if (wrap > INT32_MAX) continue;
+    m_text.Draw(renderer, m_labelFont, label.text, label.x, label.y, static_cast<int32_t>(wrap),
                 kOverlayBlue);
   }
 }

@@ -96,13 +96,26 @@ TEST(DeviceVolume, SetsBothChannelsAndWrapsAboveFull) {
   EXPECT_EQ(DeviceVolume(65538), 0x028F028Fu);
 }
 
-TEST(FormatPresets, ByteRateAndBlockFollowFromTheOtherFields) {
-  for (const FormatPreset& preset :
-       {kNarrowBandPreset, kWideBandStereoPreset, kTelephonyPreset, kMuLawPreset}) {
-    const WaveFormat& f = preset.format;
-    EXPECT_EQ(f.blockAlign, f.channels * f.bitsPerSample / 8);
-    EXPECT_EQ(f.averageBytesPerSecond, f.samplesPerSecond * f.blockAlign);
-    EXPECT_EQ(preset.playBytes % f.blockAlign, 0);
+TEST(FormatPresets, AreTheFixedOnes) {
+  const struct {
+    FormatPreset preset;
+    uint32_t tag, channels, rate, bytesPerSecond, block, bits, extra;
+    int32_t playBytes, captureBytes;
+  } expected[] = {{kNarrowBandPreset, 1, 1, 8000, 16000, 2, 16, 0, 4050, 4050},
+                  {kWideBandStereoPreset, 1, 2, 48000, 192000, 4, 16, 22, 9216, 9216},
+                  {kTelephonyPreset, 1, 1, 8000, 16000, 2, 16, 0, 1280, 160},
+                  {kMuLawPreset, 7, 1, 8000, 8000, 1, 8, 0, 508, 508}};
+  for (const auto& e : expected) {
+    const WaveFormat& f = e.preset.format;
+    EXPECT_EQ(f.tag, e.tag);
+    EXPECT_EQ(f.channels, e.channels);
+    EXPECT_EQ(f.samplesPerSecond, e.rate);
+    EXPECT_EQ(f.averageBytesPerSecond, e.bytesPerSecond);
+    EXPECT_EQ(f.blockAlign, e.block);
+    EXPECT_EQ(f.bitsPerSample, e.bits);
+    EXPECT_EQ(f.extraBytes, e.extra);
+    EXPECT_EQ(e.preset.playBytes, e.playBytes);
+    EXPECT_EQ(e.preset.captureBytes, e.captureBytes);
   }
 }
 
