@@ -23,7 +23,8 @@ constexpr char kText[] = "2026-01-31 12:34:56 channel 1";
 
 class BareDirect3D {
  public:
-  BareDirect3D(int width, int height) : m_width(width), m_height(height), m_window(width / 2, height / 2) {
+  BareDirect3D(int width, int height)
+      : m_width(width), m_height(height), m_window(width / 2, height / 2, 20, 40) {
     const auto create = reinterpret_cast<decltype(&Direct3DCreate9)>(
         reinterpret_cast<void*>(GetProcAddress(LoadLibraryA("d3d9.dll"), "Direct3DCreate9")));
     m_direct3D.reset(create(D3D_SDK_VERSION));
@@ -90,7 +91,7 @@ class BareDirect3D {
 
 class Pane {
  public:
-  Pane(int width, int height) : m_window(width / 2, height / 2) {
+  Pane(int width, int height) : m_window(width / 2, height / 2, 1000, 40) {
     m_displayer.SetPlayWnd(m_window.Handle());
     if (!m_displayer.LoadDirect3D() ||
         m_displayer.InitDraw(static_cast<uint32_t>(width), static_cast<uint32_t>(height), 0) != 0) {
