@@ -48,7 +48,7 @@ struct ReferencePlanes {
   }
 
   void Draw(const AlgRecord& r) {
-    if (y.empty()) return;
+    if (y.empty() || width == 0 || height == 0) return;
     static const char* const names[] = {"unknown", "Person",  "car",     "bus",
                                         "truck",   "minibus", "vehicle", "non-vehicle"};
     for (int i = 0; i < r.count && i < 12; ++i) {
