@@ -1,12 +1,12 @@
 #!/bin/bash
 # Sets up and builds what is missing, then shows a video file, or without one a drawn road scene, through libnivral.
-#   demo.sh [file] [options of nivral_demo.exe...]       e.g. demo.sh clip.mp4 --backend d3d9 --mirror 1
+#   demo.sh [file] [options of nivral_player.exe...]       e.g. demo.sh clip.mp4 --backend d3d9 --mirror 1
 # Leaves build/demo/screenshot.png and prints a line of figures. The window appears on $DISPLAY where that is set,
 # else on a display of its own that nobody sees. Of a file the first 60 seconds are shown.
 . "$(dirname "$0")/common.sh"
 DEMO=$ROOT/build/demo
 BED=$DEMO/bed
-EXE=$ROOT/build/mingw-release/bin/nivral_demo.exe
+EXE=$ROOT/build/mingw-release/bin/nivral_player.exe
 WINE=/usr/lib/wine/wine64
 FILE=
 case ${1:-} in -*|'') ;; *) FILE=$1; shift ;; esac
@@ -50,6 +50,6 @@ else
   . "$BED/env.sh"
 fi
 rm -f "$DEMO/screenshot.png"
-"$WINE" "$EXE" "${ARGS[@]}" "$@" || die "nivral_demo ended with code $?"
+"$WINE" "$EXE" "${ARGS[@]}" "$@" || die "nivral_player ended with code $?"
 [ -s "$DEMO/screenshot.png" ] || die "no screenshot was written"
 say "demo: screenshot in $DEMO/screenshot.png"

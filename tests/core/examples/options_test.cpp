@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "demo/options.h"
+#include "player/options.h"
 
 #include <gmock/gmock.h>
 
@@ -11,7 +11,7 @@ Options Parse(const std::vector<const char*>& words) {
   return ParseOptions(static_cast<int>(words.size()), words.data());
 }
 
-TEST(DemoOptions, TakesFileAndSettingsInAnyOrderAndTheLastOfEach) {
+TEST(PlayerOptions, TakesFileAndSettingsInAnyOrderAndTheLastOfEach) {
   const Options options = Parse({"--size", "640x360", "clip.y4m", "--backend", "d3d9", "--zoom", "3,250,750",
                                  "--mosaic-area", "0,0.25,0.5,1", "--hue", "-180", "--pause-at", "60",
                                  "--seconds", "2.5", "--seconds", "3", "--monitor"});
@@ -30,7 +30,7 @@ TEST(DemoOptions, TakesFileAndSettingsInAnyOrderAndTheLastOfEach) {
   EXPECT_TRUE(options.monitor);
 }
 
-TEST(DemoOptions, RefusesWhatMakesNoSense) {
+TEST(PlayerOptions, RefusesWhatMakesNoSense) {
   const std::vector<std::vector<const char*>> cases = {
       {"--nonsense"},      {"--size"},           {"--size", "641x360"},  {"--size", "640"},
       {"--size", "0x0"},   {"--hue", "181"},     {"--hue", "1x"},        {"--backend", "vga"},

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "demo/options.h"
+#include "player/options.h"
 
 /// Shows what the options ask for, prints the figures and returns the process's exit code. Throws MediaError
 /// and std::runtime_error.
-int RunDemo(const Options& options);
+int RunPlayer(const Options& options);

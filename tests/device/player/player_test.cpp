@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The demo as a whole: what it prints, returns and leaves on the screen.
+// The player as a whole: what it prints, returns and leaves on the screen.
 #include <gmock/gmock.h>
 
 #include <cmath>
 #include <fstream>
 #include <iterator>
 
-#include "demo_process.h"
+#include "player_process.h"
 #include "png_picture.h"
 #include "road_scene.h"
 
@@ -33,11 +33,11 @@ std::string SceneArguments(const std::string& backend) {
   return "--backend " + backend + " --size 640x360 --pause-at 30 --seconds 2 --no-sound ";
 }
 
-class DemoOnBackend : public testing::TestWithParam<std::string> {};
+class PlayerOnBackend : public testing::TestWithParam<std::string> {};
 
-TEST_P(DemoOnBackend, ShowsTheRoadSceneAndReports) {
+TEST_P(PlayerOnBackend, ShowsTheRoadSceneAndReports) {
   const std::string shot = FreshFile("shot.png");
-  const DemoRun run = RunDemoProgram(SceneArguments(GetParam()) + "--no-overlays --screenshot " + shot);
+  const PlayerRun run = RunPlayerProgram(SceneArguments(GetParam()) + "--no-overlays --screenshot " + shot);
   EXPECT_EQ(run.exitCode, 0u) << run.output;
   EXPECT_THAT(run.output, testing::ContainsRegex("frames \\d+, dropped \\d+, \\d+\\.\\d+ ms per frame\n"));
 
@@ -57,12 +57,12 @@ TEST_P(DemoOnBackend, ShowsTheRoadSceneAndReports) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Backends, DemoOnBackend, testing::Values("sdl", "d3d9", "ddraw"),
+INSTANTIATE_TEST_SUITE_P(Backends, PlayerOnBackend, testing::Values("sdl", "d3d9", "ddraw"),
                          [](const auto& backend) { return backend.param; });
 
-TEST(Demo, WritesASnapshotOfTheFrame) {
+TEST(Player, WritesASnapshotOfTheFrame) {
   const std::string snapshot = FreshFile("shot.bmp");
-  const DemoRun run = RunDemoProgram(SceneArguments("sdl") + "--snapshot " + snapshot);
+  const PlayerRun run = RunPlayerProgram(SceneArguments("sdl") + "--snapshot " + snapshot);
   EXPECT_EQ(run.exitCode, 0u) << run.output;
   const PngPicture picture(snapshot);
   DeleteFileA(snapshot.c_str());
@@ -72,7 +72,7 @@ TEST(Demo, WritesASnapshotOfTheFrame) {
   EXPECT_TRUE(Near(picture.At(bus.box.left + 1, bus.box.bottom - 2), ToRgb(bus.body), 4));
 }
 
-TEST(Demo, RefusesUnusableInputWithOneLineAndCodeTwo) {
+TEST(Player, RefusesUnusableInputWithOneLineAndCodeTwo) {
   struct Case {
     const char* content;
     const char* message;
@@ -86,14 +86,14 @@ TEST(Demo, RefusesUnusableInputWithOneLineAndCodeTwo) {
   const std::string clip = FreshFile("clip.y4m");
   for (const Case& c : kCases) {
     std::ofstream(clip, std::ios::binary) << c.content;
-    const DemoRun run = RunDemoProgram("--no-sound " + clip);
+    const PlayerRun run = RunPlayerProgram("--no-sound " + clip);
     EXPECT_EQ(run.exitCode, 2u) << c.content;
-    EXPECT_THAT(run.output, testing::HasSubstr("nivral_demo: error: " + clip + ": " + c.message + "\n"));
+    EXPECT_THAT(run.output, testing::HasSubstr("nivral_player: error: " + clip + ": " + c.message + "\n"));
   }
   DeleteFileA(clip.c_str());
-  EXPECT_EQ(RunDemoProgram("--zoom 99").exitCode, 2u);
-  EXPECT_EQ(RunDemoProgram("missing.y4m").exitCode, 2u);
-  const DemoRun help = RunDemoProgram("--help");
+  EXPECT_EQ(RunPlayerProgram("--zoom 99").exitCode, 2u);
+  EXPECT_EQ(RunPlayerProgram("missing.y4m").exitCode, 2u);
+  const PlayerRun help = RunPlayerProgram("--help");
   EXPECT_EQ(help.exitCode, 0u);
   EXPECT_THAT(help.output, testing::HasSubstr("--backend"));
 }

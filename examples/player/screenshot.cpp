@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "demo/screenshot.h"
+#include "player/screenshot.h"
 
 // GDI+ wants COM's types, which windows.h leaves out when it is lean, and min and max.
 #include <objidl.h>

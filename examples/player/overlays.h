@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "demo/options.h"
+#include "player/options.h"
 
 /// What is laid over a pane's frames. Prepare runs on the drawing thread before every new frame.
 class Overlays {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "demo/snapshot.h"
+#include "player/snapshot.h"
 
 #include "display/base_displayer.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "demo/controls.h"
+#include "player/controls.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "demo/figures.h"
+#include "player/figures.h"
 
 #include <cstdio>
 

@@ -1,21 +1,21 @@
 // SPDX-License-Identifier: MIT
-#include "demo/run.h"
+#include "player/run.h"
 
 #include <windows.h>
 
 #include <cstdio>
 #include <fstream>
 
-#include "demo/controls.h"
-#include "demo/draw_thread.h"
-#include "demo/frame_source.h"
-#include "demo/overlays.h"
-#include "demo/pane.h"
-#include "demo/screenshot.h"
-#include "demo/sound.h"
-#include "demo/window.h"
 #include "media_error.h"
 #include "nivral/nivral.h"
+#include "player/controls.h"
+#include "player/draw_thread.h"
+#include "player/frame_source.h"
+#include "player/overlays.h"
+#include "player/pane.h"
+#include "player/screenshot.h"
+#include "player/sound.h"
+#include "player/window.h"
 
 namespace {
 
@@ -82,9 +82,9 @@ void WaitForDraws(const DrawThread& thread) {
     PumpMessages(kPauseMs);
 }
 
-class Demo {
+class Player {
  public:
-  explicit Demo(const Options& options);
+  explicit Player(const Options& options);
   int Run();
 
  private:
@@ -100,7 +100,7 @@ class Demo {
   std::unique_ptr<Display> m_driver;
 };
 
-Demo::Demo(const Options& options)
+Player::Player(const Options& options)
     : m_options(options), m_library(options.backend), m_overlaysOn(options.overlays) {
   auto source = OpenSource(options);
   auto overlays = MakeOverlays(options, source->FramesPerSecond(), m_overlaysOn);
@@ -110,18 +110,18 @@ Demo::Demo(const Options& options)
   plan.onRewind = [this] {
     if (m_sound) m_sound->Restart();
   };
-  m_road = std::make_unique<Display>(options.backend, "libnivral demo", 0, std::move(source),
+  m_road = std::make_unique<Display>(options.backend, "libnivral player", 0, std::move(source),
                                      std::move(overlays), std::move(plan));
   if (!options.monitor) return;
   DrawThread::Plan driverPlan;
   driverPlan.holdAt = options.holdAt;
   m_driver = std::make_unique<Display>(
-      options.backend, "libnivral demo: driver", m_road->window.Frame().right,
+      options.backend, "libnivral player: driver", m_road->window.Frame().right,
       MakeDriverSource(kMonitorWidth, kMonitorHeight),
       MakeDriverOverlays(kMonitorWidth, kMonitorHeight, m_overlaysOn), std::move(driverPlan));
 }
 
-int Demo::Run() {
+int Player::Run() {
   PumpMessages(50);  // the windows' first paint
   m_sound = OpenSound(m_options);
   m_road->thread.Start();
@@ -135,7 +135,7 @@ int Demo::Run() {
 }
 
 /// The user interface's thread: messages, until the clip, the time or the user's patience ends.
-void Demo::Play() {
+void Player::Play() {
   Controls controls(m_options, m_road->window, m_road->pane, m_road->thread, m_sound.get(), m_overlaysOn);
   if (m_sound && m_options.holdAt) m_sound->Pause(true);
   const auto ms = static_cast<ULONGLONG>(m_options.seconds * 1000);
@@ -144,7 +144,7 @@ void Demo::Play() {
     PumpMessages(20);
 }
 
-void Demo::KeepPictures() {
+void Player::KeepPictures() {
   if (m_options.screenshot.empty() && m_options.snapshot.empty()) return;
   m_road->thread.Hold(true);
   if (m_driver) m_driver->thread.Hold(true);
@@ -158,7 +158,7 @@ void Demo::KeepPictures() {
   SaveScreenshot(windows, m_options.screenshot);
 }
 
-int Demo::Report() {
+int Player::Report() {
   if (!m_road->thread.Error().empty()) throw MediaError(m_road->thread.Error());
   const Figures& figures = m_road->thread.Result();
   std::printf("%s\n", figures.Line().c_str());
@@ -168,6 +168,6 @@ int Demo::Report() {
 
 }  // namespace
 
-int RunDemo(const Options& options) {
-  return Demo(options).Run();
+int RunPlayer(const Options& options) {
+  return Player(options).Run();
 }

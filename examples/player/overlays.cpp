@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "demo/overlays.h"
+#include "player/overlays.h"
 
 #include <array>
 #include <bit>
 #include <cstdio>
 
-#include "demo/frame_source.h"
 #include "driver_scene.h"
 #include "nivral/nivral.h"
+#include "player/frame_source.h"
 #include "road_scene.h"
 
 namespace {

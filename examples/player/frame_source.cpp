@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "demo/frame_source.h"
+#include "player/frame_source.h"
 
 #include <fstream>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "demo/window.h"
+#include "player/window.h"
 
 #include <windowsx.h>
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr char kClassName[] = "nivral_demo_pane";
+constexpr char kClassName[] = "nivral_player_pane";
 constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW;
 
 POINT PointOf(LPARAM packed) {

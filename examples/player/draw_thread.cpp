@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "demo/draw_thread.h"
+#include "player/draw_thread.h"
 
-#include "demo/snapshot.h"
 #include "media_error.h"
 #include "nivral/nivral.h"
+#include "player/snapshot.h"
 
 DrawThread::DrawThread(Pane& pane, FrameSource& source, Overlays& overlays, Plan plan)
     : m_pane(pane),

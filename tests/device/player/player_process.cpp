@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "demo_process.h"
+#include "player_process.h"
 
 #include <algorithm>
 #include <fstream>
@@ -11,11 +11,11 @@ namespace {
 
 constexpr DWORD kLongestRunMs = 60'000;
 
-std::string DemoPath() {
+std::string PlayerPath() {
   char path[MAX_PATH] = "";
   GetModuleFileNameA(nullptr, path, sizeof(path));
   const std::string self = path;
-  return self.substr(0, self.find_last_of('\\') + 1) + "nivral_demo.exe";
+  return self.substr(0, self.find_last_of('\\') + 1) + "nivral_player.exe";
 }
 
 std::string TextOf(const std::string& path) {
@@ -41,9 +41,9 @@ std::string FreshFile(const char* name) {
   return path;
 }
 
-DemoRun RunDemoProgram(const std::string& arguments) {
+PlayerRun RunPlayerProgram(const std::string& arguments) {
   const std::string outputPath = FreshFile("output.txt");
-  std::string command = "\"" + DemoPath() + "\" " + arguments;
+  std::string command = "\"" + PlayerPath() + "\" " + arguments;
   PROCESS_INFORMATION process{};
   {
     const UniqueFile output(OpenOutput(outputPath));
@@ -54,7 +54,7 @@ DemoRun RunDemoProgram(const std::string& arguments) {
     startup.hStdError = output.get();
     if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
                         &process))
-      return {GetLastError(), "the demo did not start"};
+      return {GetLastError(), "the player did not start"};
   }
   const UniqueThread running(process.hProcess), thread(process.hThread);
   if (WaitForSingleObject(running.get(), kLongestRunMs) != WAIT_OBJECT_0)
@@ -62,7 +62,7 @@ DemoRun RunDemoProgram(const std::string& arguments) {
   WaitForSingleObject(running.get(), INFINITE);
   DWORD exitCode = 0;
   GetExitCodeProcess(running.get(), &exitCode);
-  DemoRun run{exitCode, TextOf(outputPath)};
+  PlayerRun run{exitCode, TextOf(outputPath)};
   DeleteFileA(outputPath.c_str());
   return run;
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <cstdio>
 
-#include "demo/run.h"
 #include "media_error.h"
+#include "player/run.h"
 
 namespace {
 
@@ -10,7 +10,7 @@ constexpr int kFailed = 1;
 constexpr int kBadInput = 2;
 
 int Complain(const char* text, int code) {
-  std::fprintf(stderr, "nivral_demo: error: %s\n", text);
+  std::fprintf(stderr, "nivral_player: error: %s\n", text);
   return code;
 }
 
@@ -23,7 +23,7 @@ int main(int argc, char** argv) {
       std::fputs(kUsage, stdout);
       return 0;
     }
-    return RunDemo(options);
+    return RunPlayer(options);
   } catch (const OptionError& error) {
     return Complain(error.what(), kBadInput);
   } catch (const MediaError& error) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "demo/sound.h"
+#include "player/sound.h"
 
 #include <algorithm>
 #include <cstring>

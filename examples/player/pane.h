@@ -7,8 +7,8 @@
 #include <mutex>
 #include <vector>
 
-#include "demo/options.h"
 #include "picture.h"
+#include "player/options.h"
 
 /// A display handle bound to a window. Made and destroyed on the window's thread.
 class Pane {

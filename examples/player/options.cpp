@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "demo/options.h"
+#include "player/options.h"
 
 #include <charconv>
 #include <functional>
@@ -8,7 +8,7 @@
 #include <vector>
 
 const char kUsage[] =
-    R"(nivral_demo [options] [file.y4m]     shows a clip, or without a file a drawn road scene
+    R"(nivral_player [options] [file.y4m]     shows a clip, or without a file a drawn road scene
 
   --backend sdl|d3d9|ddraw   how the picture is drawn (sdl)
   --seconds N                ends after N seconds (a clip: at its end; the scene: when closed)

@@ -3,11 +3,11 @@
 
 #include <atomic>
 
-#include "demo/draw_thread.h"
-#include "demo/options.h"
-#include "demo/pane.h"
-#include "demo/sound.h"
-#include "demo/window.h"
+#include "player/draw_thread.h"
+#include "player/options.h"
+#include "player/pane.h"
+#include "player/sound.h"
+#include "player/window.h"
 
 /// Turns what the user does with a pane's window into calls on the pane; at first, the command line's
 /// settings. Lives on the window's thread.

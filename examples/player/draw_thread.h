@@ -8,10 +8,10 @@
 #include <string>
 #include <thread>
 
-#include "demo/figures.h"
-#include "demo/frame_source.h"
-#include "demo/overlays.h"
-#include "demo/pane.h"
+#include "player/figures.h"
+#include "player/frame_source.h"
+#include "player/overlays.h"
+#include "player/pane.h"
 
 /// A client's decoding thread: reads a pane's frames and feeds them at the clip's rate.
 class DrawThread {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "demo/pane.h"
+#include "player/pane.h"
 
 #include <stdexcept>
 
