@@ -3,12 +3,12 @@
 # analyses, builds with both compilers for both systems, and runs all tests. Each step's output is kept in
 # build/test/; the steps go on after a failure, and the exit code is 0 only when all of them passed.
 #   test.sh            all steps
-#   test.sh <step>...  some of them: format docs analyse native native-clang mingw-release mingw-debug
+#   test.sh <step>...  some of them: format docs analyse native native-clang mingw-release mingw-debug package
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"
 LOGS=$ROOT/build/test
 BED=$ROOT/build/bed
-STEPS=("$@"); [ $# -gt 0 ] || STEPS=(format docs analyse native native-clang mingw-release mingw-debug)
+STEPS=("$@"); [ $# -gt 0 ] || STEPS=(format docs analyse native native-clang mingw-release mingw-debug package)
 passed=0 failed=0 failures=()
 bed=down
 
@@ -49,6 +49,7 @@ step_mingw-release() { build_preset mingw-release && run_windows_tests mingw-rel
 step_mingw-debug() {
   build_preset mingw-debug --target nivral nivral_core_tests && run_windows_tests mingw-debug --label-regex core
 }
+step_package() { "$ROOT/scripts/package.sh"; }
 
 run_windows_tests() {
   local preset=$1; shift
