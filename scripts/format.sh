@@ -7,5 +7,5 @@ case ${1:-} in
 --check) mode=(--dry-run -Werror) ;;
 *) die "usage: format.sh [--check]" ;;
 esac
-git ls-files --cached --others --exclude-standard -z '*.c' '*.cpp' '*.h' | xargs -0 -r ls -d 2>/dev/null |
+git ls-files --cached --others --exclude-standard -z '*.c' '*.cpp' '*.h' '*.hpp' | xargs -0 -r ls -d 2>/dev/null |
   xargs -d '\n' -r clang-format "${mode[@]}"

@@ -49,7 +49,7 @@ step_mingw-release() { build_preset mingw-release && run_windows_tests mingw-rel
 step_mingw-debug() {
   build_preset mingw-debug --target nivral nivral_core_tests && run_windows_tests mingw-debug --label-regex core
 }
-step_package() { "$ROOT/scripts/package.sh"; }
+step_package() { "$ROOT/scripts/package.sh" && ( . "$BED/env.sh"; "$ROOT/scripts/check_package.sh" ); }
 
 run_windows_tests() {
   local preset=$1; shift
@@ -58,7 +58,7 @@ run_windows_tests() {
 
 run_step() {
   local step=$1 start=$SECONDS log=$LOGS/$1.log
-  case $step in mingw-release|mingw-debug) start_bed ;; esac
+  case $step in mingw-release|mingw-debug|package) start_bed ;; esac
   printf '== %-14s ' "$step"
   if "step_$step" > "$log" 2>&1; then
     echo "passed in $((SECONDS - start)) s"
