@@ -49,7 +49,9 @@ step_mingw-release() { build_preset mingw-release && run_windows_tests mingw-rel
 step_mingw-debug() {
   build_preset mingw-debug --target nivral nivral_core_tests && run_windows_tests mingw-debug --label-regex core
 }
-step_package() { "$ROOT/scripts/package.sh" && ( . "$BED/env.sh"; "$ROOT/scripts/check_package.sh" ); }
+step_package() {
+  "$ROOT/scripts/check_csharp.sh" && "$ROOT/scripts/package.sh" && ( . "$BED/env.sh"; "$ROOT/scripts/check_package.sh" )
+}
 
 run_windows_tests() {
   local preset=$1; shift

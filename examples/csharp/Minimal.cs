@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+// The smallest client in C#: a form with a moving grey ramp, a line of text and a tone.
+// Build with: csc /platform:x64 /r:System.Windows.Forms.dll /r:System.Drawing.dll *.cs
+// The program needs libnivral.dll, SDL2.dll and SDL2_ttf.dll beside it.
+using System;
+using System.Drawing;
+using System.Runtime.InteropServices;
+using System.Windows.Forms;
+using Nivral;
+
+internal sealed class MinimalForm : Form {
+  private const int VideoWidth = 640;
+  private const int VideoHeight = 360;
+  private const uint SamplesPerSecond = 8000;
+
+  private readonly byte[] y = new byte[VideoWidth * VideoHeight];
+  private readonly byte[] u = new byte[VideoWidth * VideoHeight / 4];
+  private readonly byte[] v = new byte[VideoWidth * VideoHeight / 4];
+  private readonly Timer timer = new Timer { Interval = 40 };
+  private Display display;
+  private WavePlayer player;
+  private int frame;
+  private int sample;
+
+  private MinimalForm() {
+    Text = "libnivral";
+    ClientSize = new Size(VideoWidth, VideoHeight);
+    // The pane paints the whole client area.
+    SetStyle(ControlStyles.Opaque, true);
+    for (int i = 0; i < u.Length; ++i)
+      u[i] = v[i] = 128;
+    timer.Tick += (sender, e) => DrawNextFrame();
+  }
+
+  protected override void OnShown(EventArgs e) {
+    base.OnShown(e);
+    display = new Display();
+    Native.NIVRAL_DWSetHwnd(display.Handle, Handle);
+    Native.NIVRAL_DWInitDraw(display.Handle, VideoWidth, VideoHeight, 0);
+    Native.NIVRAL_DWSetOSDText(display.Handle, 0, "Camera 1", 16, 12, 0, 0x0000FFFF);
+    player = new WavePlayer { OnWrite = WriteTone };
+    WaveFormat format = WaveFormat.Pcm(1, SamplesPerSecond, 16);
+    Native.NIVRAL_WVSetWaveFormat(player.Handle, ref format, 1280);
+    Native.NIVRAL_WVPlayWave(player.Handle);
+    timer.Start();
+  }
+
+  protected override void OnResize(EventArgs e) {
+    base.OnResize(e);
+    if (display != null) Native.NIVRAL_DWAdjustedWnd(display.Handle);
+  }
+
+  protected override void OnFormClosing(FormClosingEventArgs e) {
+    timer.Stop();
+    if (player != null) player.Dispose();
+    if (display != null) display.Dispose();
+    base.OnFormClosing(e);
+  }
+
+  private void DrawNextFrame() {
+    for (int row = 0; row < VideoHeight; ++row)
+      for (int column = 0; column < VideoWidth; ++column)
+        y[row * VideoWidth + column] = (byte)(16 + (column + 4 * frame) % 220);
+    Native.NIVRAL_DWDrawYUV420(display.Handle, y, VideoWidth, u, v, VideoWidth / 2, (uint)frame, 0);
+    ++frame;
+  }
+
+  /// <summary>On the player's thread.</summary>
+  private int WriteTone(IntPtr buffer, int size, IntPtr user) {
+    for (int offset = 0; offset + 1 < size; offset += 2, ++sample)
+      Marshal.WriteInt16(buffer, offset,
+                         (short)(3000 * Math.Sin(2 * Math.PI * 440 * sample / SamplesPerSecond)));
+    return size;
+  }
+
+  [STAThread]
+  private static void Main() {
+    Native.NIVRAL_InitializeEx(1);
+    using (var form = new MinimalForm()) Application.Run(form);
+    Native.NIVRAL_UnInitialize();
+  }
+}
