@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::string_view kMagic = "YUV4MPEG2";
 constexpr size_t kLongestLine = 1024;
+constexpr char kCutOff[] = "the file ends inside a frame";
 constexpr int kLargestSide = 16384;
 
 /// The line without its line feed; nothing when the stream ends before one or the line is too long.
@@ -88,13 +89,32 @@ Y4mReader::Y4mReader(std::istream& stream) : m_stream(stream) {
   m_firstFrame = m_stream.tellg();
 }
 
-bool Y4mReader::Read(Picture& picture) {
+/// False at the end of the clip.
+bool Y4mReader::ReadFrameHeader() {
   if (m_stream.peek() == std::istream::traits_type::eof()) return false;
   std::string line;
   if (!ReadLine(m_stream, line) || (line != "FRAME" && line.substr(0, 6) != "FRAME "))
     throw MediaError("a frame header is damaged");
+  return true;
+}
+
+int64_t Y4mReader::CountFrames() {
+  const auto luma = static_cast<std::streamoff>(m_format.width) * m_format.height;
+  const auto chroma = static_cast<std::streamoff>((m_format.width + 1) / 2) * ((m_format.height + 1) / 2);
+  Rewind();
+  int64_t frames = 0;
+  for (; ReadFrameHeader(); ++frames) {
+    m_stream.seekg(luma + 2 * chroma - 1, std::ios::cur);
+    if (m_stream.get() == std::istream::traits_type::eof()) throw MediaError(kCutOff);
+  }
+  Rewind();
+  return frames;
+}
+
+bool Y4mReader::Read(Picture& picture) {
+  if (!ReadFrameHeader()) return false;
   if (!ReadPlane(m_stream, picture.y) || !ReadPlane(m_stream, picture.u) || !ReadPlane(m_stream, picture.v))
-    throw MediaError("the file ends inside a frame");
+    throw MediaError(kCutOff);
   return true;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <istream>
 #include <string_view>
 
@@ -23,12 +24,18 @@ class Y4mReader {
 
   const Y4mFormat& Format() const { return m_format; }
 
+  /// Walks the whole clip without reading pictures, then goes back to the first frame. Throws MediaError when
+  /// the clip is damaged or ends inside a frame.
+  int64_t CountFrames();
+
   /// The next frame into a picture of the format's size; false at the end of the clip.
   bool Read(Picture& picture);
   /// Goes back to the first frame.
   void Rewind();
 
  private:
+  bool ReadFrameHeader();
+
   std::istream& m_stream;
   Y4mFormat m_format;
   std::istream::pos_type m_firstFrame;

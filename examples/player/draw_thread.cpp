@@ -2,7 +2,7 @@
 #include "player/draw_thread.h"
 
 #include "media_error.h"
-#include "nivral/nivral.h"
+#include "player/library.h"
 #include "player/snapshot.h"
 
 DrawThread::DrawThread(Pane& pane, FrameSource& source, Overlays& overlays, Plan plan)
@@ -11,7 +11,8 @@ DrawThread::DrawThread(Pane& pane, FrameSource& source, Overlays& overlays, Plan
       m_overlays(overlays),
       m_plan(std::move(plan)),
       m_period(std::chrono::duration_cast<Clock::duration>(
-          std::chrono::duration<double>(1 / source.FramesPerSecond()))) {
+          std::chrono::duration<double>(1 / source.FramesPerSecond()))),
+      m_hold(m_plan.hold) {
 }
 
 void DrawThread::Start() {
@@ -25,16 +26,14 @@ void DrawThread::Stop() {
 
 void DrawThread::Run(const std::stop_token& stop) {
   m_due = Clock::now();
-  m_hold = m_plan.holdAt.has_value();
   try {
     while (!stop.stop_requested()) {
-      const bool isNew = (!m_hold || m_source.Frame() < 0) && Advance();
+      const bool isNew = TakeFrame();
       const bool inTime = WaitUntilDue();
-      if (inTime || !isNew || m_hold) {
+      if (inTime || !isNew || m_hold)
         DrawCurrent(isNew);
-      } else {
-        ++m_figures.dropped;
-      }
+      else
+        Count(1, 0);
       WriteSnapshot();
       ++m_draws;
     }
@@ -45,13 +44,20 @@ void DrawThread::Run(const std::stop_token& stop) {
   }
 }
 
-/// Reads the next frame, or the one to stay on at first; at the end of the clip starts again or stays on the
-/// last.
+/// Whether the current frame is one that the pane has not seen.
+bool DrawThread::TakeFrame() {
+  const bool fresh = m_fresh.exchange(false);
+  if (m_source.Frame() < 0) return Advance();
+  if (fresh) return true;
+  if (!m_hold) return Advance();
+  if (m_steps == 0) return false;
+  --m_steps;
+  return Advance();
+}
+
+/// Reads the next frame; at the end of the clip starts again or stays on the last.
 bool DrawThread::Advance() {
-  bool read = m_source.Next();
-  while (read && m_source.Frame() < m_plan.holdAt.value_or(0))
-    read = m_source.Next();
-  if (read) return true;
+  if (m_source.Next()) return true;
   if (m_plan.loop) {
     m_source.Rewind();
     if (m_plan.onRewind) m_plan.onRewind();
@@ -74,31 +80,42 @@ bool DrawThread::WaitUntilDue() {
   return late <= kLatePeriods * m_period || late > kHopelessPeriods * m_period;
 }
 
-/// A paused pane keeps showing the records it has and takes no new ones, which would pile up.
+/// A paused pane keeps showing the record it has and takes no new ones, which would pile up.
 void DrawThread::DrawCurrent(bool isNew) {
-  const bool paused = !isNew && m_pane.KeepsRecordsWhilePaused();
-  m_pane.Set([paused](void* handle) { NIVRAL_DWSetPause(handle, paused); });
-  if (!paused) m_overlays.Prepare(m_pane.Handle(), m_source.Frame());
+  if (!m_visible) return;
+  const bool paused = !isNew && m_pane.KeepsRecordsWhilePaused() && m_overlays.HasRecords();
+  m_pane.Set([paused](void* handle) { nivral.DWSetPause(handle, paused); });
+  m_overlays.SetTexts(m_pane.Handle(), m_source.Frame());
+  if (!paused) m_overlays.SendRecord(m_pane.Handle(), m_source.Frame());
   const auto start = Clock::now();
   const uint32_t result = m_pane.Draw(m_source.Current(), m_source.Frame());
-  const std::chrono::duration<double, std::milli> spent = Clock::now() - start;
+  Count(result, std::chrono::duration<double, std::milli>(Clock::now() - start).count());
+}
+
+void DrawThread::Count(uint32_t result, double milliseconds) {
+  const std::scoped_lock hold(m_lock);
   if (result != 0) {
     ++m_figures.dropped;
   } else {
     ++m_figures.shown;
-    m_figures.millisecondsInAll += spent.count();
+    m_figures.millisecondsInAll += milliseconds;
   }
 }
 
+Figures DrawThread::Result() const {
+  const std::scoped_lock hold(m_lock);
+  return m_figures;
+}
+
 void DrawThread::RequestSnapshot(std::string path) {
-  const std::scoped_lock hold(m_snapshotLock);
+  const std::scoped_lock hold(m_lock);
   m_snapshot = std::move(path);
 }
 
 void DrawThread::WriteSnapshot() {
   std::string path;
   {
-    const std::scoped_lock hold(m_snapshotLock);
+    const std::scoped_lock hold(m_lock);
     path.swap(m_snapshot);
   }
   if (!path.empty()) SaveSnapshot(m_pane.Handle(), m_source.Current(), path.c_str());

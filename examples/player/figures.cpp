@@ -3,10 +3,24 @@
 
 #include <cstdio>
 
+Figures& Figures::operator+=(const Figures& other) {
+  shown += other.shown;
+  dropped += other.dropped;
+  millisecondsInAll += other.millisecondsInAll;
+  return *this;
+}
+
+Figures Figures::operator-(const Figures& earlier) const {
+  return {shown - earlier.shown, dropped - earlier.dropped, millisecondsInAll - earlier.millisecondsInAll};
+}
+
+double Figures::MillisecondsPerFrame() const {
+  return shown > 0 ? millisecondsInAll / static_cast<double>(shown) : 0;
+}
+
 std::string Figures::Line() const {
   char text[128];
-  const double each = shown > 0 ? millisecondsInAll / static_cast<double>(shown) : 0;
   std::snprintf(text, sizeof(text), "frames %lld, dropped %lld, %.2f ms per frame",
-                static_cast<long long>(shown), static_cast<long long>(dropped), each);
+                static_cast<long long>(shown), static_cast<long long>(dropped), MillisecondsPerFrame());
   return text;
 }

@@ -4,11 +4,15 @@
 #include <cstdint>
 #include <string>
 
-/// What a run achieved. Filled by the drawing thread, read when it has ended.
+/// What one or several panes achieved.
 struct Figures {
   int64_t shown = 0;
   int64_t dropped = 0;           ///< refused by the library, or late and left out
   double millisecondsInAll = 0;  ///< spent in the library for the frames shown
+
+  Figures& operator+=(const Figures& other);
+  Figures operator-(const Figures& earlier) const;
+  double MillisecondsPerFrame() const;
 
   /// "frames 250, dropped 0, 4.12 ms per frame"
   std::string Line() const;

@@ -12,10 +12,12 @@ namespace {
 
 /// A file and its reader, which a base class needs before it exists.
 struct OpenClip {
-  explicit OpenClip(const std::string& path) : file(path, std::ios::binary), reader(Checked(path)) {}
+  explicit OpenClip(const std::string& path) : file(path, std::ios::binary), reader(Checked()) {
+    if (reader.CountFrames() == 0) throw MediaError("the clip has no frames");
+  }
 
-  std::istream& Checked(const std::string& path) {
-    if (!file) throw MediaError(path + ": cannot be opened");
+  std::istream& Checked() {
+    if (!file) throw MediaError("the file cannot be opened");
     return file;
   }
 
@@ -33,10 +35,8 @@ class Y4mSource : public FrameSource {
   double FramesPerSecond() const override { return m_clip->reader.Format().framesPerSecond; }
 
  private:
-  bool Read(int64_t frame, Picture& picture) override try {
-    const bool read = m_clip->reader.Read(picture);
-    if (!read && frame == 0) throw MediaError("the clip has no frames");
-    return read;
+  bool Read(int64_t, Picture& picture) override try {
+    return m_clip->reader.Read(picture);
   } catch (const MediaError& error) {
     throw MediaError(m_path + ": " + error.what());
   }
@@ -74,15 +74,15 @@ void FrameSource::Rewind() {
   m_frame = -1;
 }
 
-std::unique_ptr<FrameSource> OpenY4mFile(const std::string& path) {
-  std::unique_ptr<OpenClip> clip;
-  try {
-    clip = std::make_unique<OpenClip>(path);
-  } catch (const MediaError& error) {
-    const std::string text = error.what();
-    throw MediaError(text.starts_with(path) ? text : path + ": " + text);
+void FrameSource::Seek(int64_t frame) {
+  while (m_frame < frame && Next()) {
   }
-  return std::make_unique<Y4mSource>(path, std::move(clip));
+}
+
+std::unique_ptr<FrameSource> OpenY4mFile(const std::string& path) try {
+  return std::make_unique<Y4mSource>(path, std::make_unique<OpenClip>(path));
+} catch (const MediaError& error) {
+  throw MediaError(path + ": " + error.what());
 }
 
 std::unique_ptr<FrameSource> MakeRoadSource(int width, int height) {

@@ -19,6 +19,8 @@ class FrameSource {
 
   /// Makes the next frame the current one; false at the end of the clip. Throws MediaError.
   bool Next();
+  /// Reads on up to a frame, or to the last one of a shorter clip.
+  void Seek(int64_t frame);
   /// Starts again with the first frame.
   void Rewind();
 
@@ -33,7 +35,7 @@ class FrameSource {
   int64_t m_frame = -1;
 };
 
-/// Throws MediaError.
+/// Checks the whole file, so that what opens also plays to its end. Throws MediaError with the file's name.
 std::unique_ptr<FrameSource> OpenY4mFile(const std::string& path);
 std::unique_ptr<FrameSource> MakeRoadSource(int width, int height);
 std::unique_ptr<FrameSource> MakeDriverSource(int width, int height);

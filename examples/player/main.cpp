@@ -2,7 +2,8 @@
 #include <cstdio>
 
 #include "media_error.h"
-#include "player/run.h"
+#include "player/library.h"
+#include "player/player.h"
 
 namespace {
 
@@ -23,8 +24,11 @@ int main(int argc, char** argv) {
       std::fputs(kUsage, stdout);
       return 0;
     }
-    return RunPlayer(options);
+    LoadNivral();
+    return Player(options).Run();
   } catch (const OptionError& error) {
+    return Complain(error.what(), kBadInput);
+  } catch (const MissingLibrary& error) {
     return Complain(error.what(), kBadInput);
   } catch (const MediaError& error) {
     return Complain(error.what(), kBadInput);

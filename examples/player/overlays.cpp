@@ -6,8 +6,8 @@
 #include <cstdio>
 
 #include "driver_scene.h"
-#include "nivral/nivral.h"
 #include "player/frame_source.h"
+#include "player/library.h"
 #include "road_scene.h"
 
 namespace {
@@ -25,13 +25,13 @@ uint32_t Bits(double value) {
 
 class Texts : public Overlays {
  public:
-  Texts(std::string channel, double framesPerSecond, const std::atomic<bool>& enabled)
-      : m_channel(std::move(channel)), m_framesPerSecond(framesPerSecond), m_enabled(enabled) {}
+  Texts(std::string name, double framesPerSecond, const OverlaySwitches& switches)
+      : m_name(std::move(name)), m_framesPerSecond(framesPerSecond), m_switches(switches) {}
 
-  void Prepare(void* handle, int64_t frame) override {
-    const bool enabled = m_enabled;
-    NIVRAL_DWSetOSDText(handle, 0, enabled ? m_channel.c_str() : "", 16, 12, 0, kYellow);
-    NIVRAL_DWSetOSDText(handle, 1, enabled ? TimeStamp(frame).c_str() : "", 16, 60, kFromBottom, kWhite);
+  void SetTexts(void* handle, int64_t frame) override {
+    const bool on = m_switches.texts;
+    nivral.DWSetOSDText(handle, 0, on ? m_name.c_str() : "", 16, 12, 0, kYellow);
+    nivral.DWSetOSDText(handle, 1, on ? TimeStamp(frame).c_str() : "", 16, 60, kFromBottom, kWhite);
   }
 
  private:
@@ -43,26 +43,23 @@ class Texts : public Overlays {
     return text;
   }
 
-  std::string m_channel;
+  std::string m_name;
   double m_framesPerSecond;
-  const std::atomic<bool>& m_enabled;
+  const OverlaySwitches& m_switches;
 };
 
 class RoadOverlays : public Overlays {
  public:
-  RoadOverlays(const Options& options, const std::atomic<bool>& enabled)
-      : m_texts(options.channel, RoadScene::kFramesPerSecond, enabled),
-        m_scene(options.width, options.height),
-        m_distanceUnits(options.backend == Backend::kDirectDraw ? 1 : 10),
-        m_enabled(enabled) {}
+  RoadOverlays(std::string name, PixelSize size, Backend backend, const OverlaySwitches& switches)
+      : m_texts(std::move(name), RoadScene::kFramesPerSecond, switches),
+        m_scene(size.width, size.height),
+        m_distanceUnits(backend == Backend::kDirectDraw ? 1 : 10),
+        m_switches(switches) {}
 
-  void Prepare(void* handle, int64_t frame) override {
-    m_texts.Prepare(handle, frame);
-    if (m_enabled) SendBoxes(handle, frame);
-  }
-
- private:
-  void SendBoxes(void* handle, int64_t frame) {
+  void SetTexts(void* handle, int64_t frame) override { m_texts.SetTexts(handle, frame); }
+  bool HasRecords() const override { return m_switches.assistance; }
+  void SendRecord(void* handle, int64_t frame) override {
+    if (!HasRecords()) return;
     constexpr size_t n = RoadScene::kVehicles;
     std::array<uint32_t, n> left, top, right, bottom;
     std::array<uint16_t, n> classId, distance;
@@ -76,25 +73,28 @@ class RoadOverlays : public Overlays {
       classId[i] = vehicles[i].classId;
       distance[i] = static_cast<uint16_t>(vehicles[i].distanceMetres * m_distanceUnits);
     }
-    NIVRAL_DWSetAlgInfo(handle, n, left.data(), top.data(), right.data(), bottom.data(), classId.data(),
+    nivral.DWSetAlgInfo(handle, n, left.data(), top.data(), right.data(), bottom.data(), classId.data(),
                         distance.data(), unused.data(), unused.data(), kLineWidth);
   }
 
+ private:
   Texts m_texts;
   RoadScene m_scene;
   int m_distanceUnits;  ///< per metre: the DirectDraw backend reads whole metres, the others tenths
-  const std::atomic<bool>& m_enabled;
+  const OverlaySwitches& m_switches;
 };
 
 class DriverOverlays : public Overlays {
  public:
-  DriverOverlays(int width, int height, const std::atomic<bool>& enabled)
-      : m_scene(width, height), m_enabled(enabled) {}
+  DriverOverlays(std::string name, PixelSize size, const OverlaySwitches& switches)
+      : m_texts(std::move(name), RoadScene::kFramesPerSecond, switches),
+        m_scene(size.width, size.height),
+        m_switches(switches) {}
 
-  void Prepare(void* handle, int64_t frame) override {
-    const bool enabled = m_enabled;
-    NIVRAL_DWSetOSDText(handle, 0, enabled ? "Driver" : "", 16, 12, 0, kYellow);
-    if (!enabled) return;
+  void SetTexts(void* handle, int64_t frame) override { m_texts.SetTexts(handle, frame); }
+  bool HasRecords() const override { return m_switches.monitoring; }
+  void SendRecord(void* handle, int64_t frame) override {
+    if (!HasRecords()) return;
     const DriverScene::Face face = m_scene.FaceAt(frame);
     std::array<uint32_t, DriverScene::kLandmarks> x, y;
     for (size_t i = 0; i < x.size(); ++i) {
@@ -103,26 +103,29 @@ class DriverOverlays : public Overlays {
     }
     const uint32_t left = Bits(face.box.left), top = Bits(face.box.top);
     const uint32_t right = Bits(face.box.right), bottom = Bits(face.box.bottom);
-    NIVRAL_DWSetDsmAlgInfo(handle, static_cast<int32_t>(x.size()), x.data(), y.data(), 1, &left, &top, &right,
+    nivral.DWSetDsmAlgInfo(handle, static_cast<int32_t>(x.size()), x.data(), y.data(), 1, &left, &top, &right,
                            &bottom, kLandmarkRadius);
   }
 
  private:
+  Texts m_texts;
   DriverScene m_scene;
-  const std::atomic<bool>& m_enabled;
+  const OverlaySwitches& m_switches;
 };
 
 }  // namespace
 
-std::unique_ptr<Overlays> MakeTexts(std::string channel, double framesPerSecond,
-                                    const std::atomic<bool>& enabled) {
-  return std::make_unique<Texts>(std::move(channel), framesPerSecond, enabled);
+std::unique_ptr<Overlays> MakeTexts(std::string name, double framesPerSecond,
+                                    const OverlaySwitches& switches) {
+  return std::make_unique<Texts>(std::move(name), framesPerSecond, switches);
 }
 
-std::unique_ptr<Overlays> MakeRoadOverlays(const Options& options, const std::atomic<bool>& enabled) {
-  return std::make_unique<RoadOverlays>(options, enabled);
+std::unique_ptr<Overlays> MakeRoadOverlays(std::string name, PixelSize size, Backend backend,
+                                           const OverlaySwitches& switches) {
+  return std::make_unique<RoadOverlays>(std::move(name), size, backend, switches);
 }
 
-std::unique_ptr<Overlays> MakeDriverOverlays(int width, int height, const std::atomic<bool>& enabled) {
-  return std::make_unique<DriverOverlays>(width, height, enabled);
+std::unique_ptr<Overlays> MakeDriverOverlays(std::string name, PixelSize size,
+                                             const OverlaySwitches& switches) {
+  return std::make_unique<DriverOverlays>(std::move(name), size, switches);
 }

@@ -1,27 +1,33 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
 
+#include "player/layout.h"
 #include "player/options.h"
+#include "player/overlay_switches.h"
 
-/// What is laid over a pane's frames. Prepare runs on the drawing thread before every new frame.
+/// What is laid over a pane's frames. Used on the drawing thread.
 class Overlays {
  public:
   virtual ~Overlays() = default;
-  virtual void Prepare(void* handle, int64_t frame) = 0;
+  /// Before every frame.
+  virtual void SetTexts(void* handle, int64_t frame) = 0;
+  /// Before every new frame: the algorithm record that belongs to it.
+  virtual void SendRecord(void*, int64_t) {}
+  virtual bool HasRecords() const { return false; }
 };
 
-/// The channel's name and a running time stamp; empty texts while `enabled` is false, which any thread may
-/// change.
-std::unique_ptr<Overlays> MakeTexts(std::string channel, double framesPerSecond,
-                                    const std::atomic<bool>& enabled);
+/// A name and a running time stamp.
+std::unique_ptr<Overlays> MakeTexts(std::string name, double framesPerSecond,
+                                    const OverlaySwitches& switches);
 
-/// Texts, and boxes with class and distance around the vehicles of the road scene.
-std::unique_ptr<Overlays> MakeRoadOverlays(const Options& options, const std::atomic<bool>& enabled);
+/// Texts, and boxes with class and distance around the vehicles of a road scene of this size.
+std::unique_ptr<Overlays> MakeRoadOverlays(std::string name, PixelSize size, Backend backend,
+                                           const OverlaySwitches& switches);
 
-/// A text, and landmarks and box of the driver scene's face.
-std::unique_ptr<Overlays> MakeDriverOverlays(int width, int height, const std::atomic<bool>& enabled);
+/// Texts, and landmarks and box of a driver scene's face.
+std::unique_ptr<Overlays> MakeDriverOverlays(std::string name, PixelSize size,
+                                             const OverlaySwitches& switches);

@@ -3,17 +3,17 @@
 
 #include <stdexcept>
 
-#include "nivral/nivral.h"
+#include "player/library.h"
 
 Pane::Pane(Backend backend, HWND window, int width, int height) : m_backend(backend) {
-  if (NIVRAL_DWOpenDrawEx(&m_handle, static_cast<uint32_t>(backend)) != 0)
+  if (nivral.DWOpenDrawEx(&m_handle, static_cast<uint32_t>(backend)) != 0)
     throw std::runtime_error("the library opened no pane");
-  NIVRAL_DWSetHwnd(m_handle, window);
-  NIVRAL_DWInitDraw(m_handle, static_cast<uint32_t>(width), static_cast<uint32_t>(height), 0);
+  nivral.DWSetHwnd(m_handle, window);
+  nivral.DWInitDraw(m_handle, static_cast<uint32_t>(width), static_cast<uint32_t>(height), 0);
 }
 
 Pane::~Pane() {
-  NIVRAL_DWCloseDraw(m_handle);
+  nivral.DWCloseDraw(m_handle);
 }
 
 void Pane::Set(std::function<void(void*)> setter) {
@@ -34,7 +34,7 @@ void Pane::RunKeptSetters() {
 
 uint32_t Pane::Draw(Picture& picture, int64_t frame) {
   RunKeptSetters();
-  return NIVRAL_DWDrawYUV420(m_handle, picture.y.data(), static_cast<uint32_t>(picture.width),
+  return nivral.DWDrawYUV420(m_handle, picture.y.data(), static_cast<uint32_t>(picture.width),
                              picture.u.data(), picture.v.data(), static_cast<uint32_t>(picture.strideUV),
                              static_cast<uint32_t>(frame), frame);
 }

@@ -44,32 +44,18 @@ struct GdiPlus {
   ULONG_PTR token = 0;
 };
 
-RECT ClientOnScreen(HWND window) {
+/// From the screen, since a window's own device context does not see what graphics interfaces presented.
+UniqueBitmap Capture(HWND window) {
   RECT area{};
   GetClientRect(window, &area);
   MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&area), 2);
-  return area;
-}
-
-/// From the screen, since a window's own device context does not see what graphics interfaces presented.
-UniqueBitmap Capture(const std::vector<HWND>& windows) {
-  SIZE size{0, 0};
-  for (HWND window : windows) {
-    const RECT area = ClientOnScreen(window);
-    size.cx += area.right - area.left;
-    size.cy = std::max(size.cy, area.bottom - area.top);
-  }
+  const int width = area.right - area.left;
+  const int height = area.bottom - area.top;
   const ScreenDc screen;
-  UniqueBitmap bitmap(CreateCompatibleBitmap(screen.dc, size.cx, size.cy));
+  UniqueBitmap bitmap(CreateCompatibleBitmap(screen.dc, width, height));
   const UniqueDc memory(CreateCompatibleDC(screen.dc));
   HGDIOBJ previous = SelectObject(memory.get(), bitmap.get());
-  LONG left = 0;
-  for (HWND window : windows) {
-    const RECT area = ClientOnScreen(window);
-    const LONG width = area.right - area.left;
-    BitBlt(memory.get(), left, 0, width, area.bottom - area.top, screen.dc, area.left, area.top, SRCCOPY);
-    left += width;
-  }
+  BitBlt(memory.get(), 0, 0, width, height, screen.dc, area.left, area.top, SRCCOPY);
   SelectObject(memory.get(), previous);
   return bitmap;
 }
@@ -84,10 +70,10 @@ std::wstring Wide(const std::string& text) {
 
 }  // namespace
 
-void SaveScreenshot(const std::vector<HWND>& windows, const std::string& path) {
+void SaveScreenshot(HWND window, const std::string& path) {
   // The PNG encoder of GDI+.
   constexpr CLSID kPng{0x557cf406, 0x1a04, 0x11d3, {0x9a, 0x73, 0x00, 0x00, 0xf8, 0x1e, 0xf3, 0x2e}};
-  const UniqueBitmap picture = Capture(windows);
+  const UniqueBitmap picture = Capture(window);
   const GdiPlus gdiPlus;
   Gdiplus::Bitmap bitmap(picture.get(), nullptr);
   if (bitmap.Save(Wide(path).c_str(), &kPng, nullptr) != Gdiplus::Ok)

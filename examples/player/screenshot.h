@@ -4,8 +4,7 @@
 #include <windows.h>
 
 #include <string>
-#include <vector>
 
-/// Writes a PNG of the client areas of `windows`, side by side, as they are seen on the screen. Throws
+/// Writes a PNG of a window's client area with everything that lies over it, as it is seen on the screen. Throws
 /// std::runtime_error.
-void SaveScreenshot(const std::vector<HWND>& windows, const std::string& path);
+void SaveScreenshot(HWND window, const std::string& path);

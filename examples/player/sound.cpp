@@ -5,7 +5,7 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "nivral/nivral.h"
+#include "player/library.h"
 
 namespace {
 
@@ -26,21 +26,21 @@ WAVEFORMATEX FormatOf(const PcmSound& sound) {
 
 Sound::Sound(PcmSound sound, bool loop, int volume)
     : m_sound(std::move(sound)), m_loop(loop && !m_sound.data.empty()), m_volume(volume) {
-  if (NIVRAL_WVOpenWave(&m_wave) != 0) throw std::runtime_error("the library opened no player");
+  if (nivral.WVOpenWave(&m_wave) != 0) throw std::runtime_error("the library opened no player");
   const WAVEFORMATEX format = FormatOf(m_sound);
   const uint32_t size = m_sound.samplesPerSecond / kBuffersPerSecond * format.nBlockAlign;
-  NIVRAL_WVSetWaveFormat(m_wave, &format, size);
-  NIVRAL_WVSetWriteWaveCB(m_wave, this, &FillBuffer);
-  NIVRAL_WVPlayWave(m_wave);
+  nivral.WVSetWaveFormat(m_wave, &format, size);
+  nivral.WVSetWriteWaveCB(m_wave, this, &FillBuffer);
+  nivral.WVPlayWave(m_wave);
 }
 
 Sound::~Sound() {
-  NIVRAL_WVStopWave(m_wave);
-  NIVRAL_WVCloseWave(m_wave);
+  nivral.WVStopWave(m_wave);
+  nivral.WVCloseWave(m_wave);
 }
 
 void Sound::Pause(bool pause) {
-  NIVRAL_WVPauseWave(m_wave, pause);
+  nivral.WVPauseWave(m_wave, pause);
 }
 
 void Sound::SetVolume(int volume) {
@@ -55,7 +55,7 @@ int __cdecl Sound::FillBuffer(uint8_t* buffer, int size, void* user) {
 /// Always fills the whole buffer: with silence after the end, since an empty answer means "ask again".
 int Sound::Fill(uint8_t* buffer, size_t size) {
   // The volume belongs to the open device, which exists at the latest when it wants samples.
-  if (!m_volumeSet.exchange(true)) NIVRAL_WVSetVolume(m_wave, static_cast<uint16_t>(m_volume.load()));
+  if (!m_volumeSet.exchange(true)) nivral.WVSetVolume(m_wave, static_cast<uint16_t>(m_volume.load()));
   const size_t end = m_sound.data.size();
   size_t position = std::min(m_position.load(), end);
   size_t done = 0;

@@ -55,6 +55,7 @@ TEST(Y4mReader, ReadsFramesToTheEndAndAgain) {
   Y4mReader reader(stream);
   Picture picture(reader.Format().width, reader.Format().height);
   for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(reader.CountFrames(), 2);
     ASSERT_TRUE(reader.Read(picture));
     EXPECT_EQ(std::string(picture.y.begin(), picture.y.end()), "abcdefghi");
     ASSERT_TRUE(reader.Read(picture));
@@ -77,10 +78,15 @@ TEST(Y4mReader, EveryTruncationIsAnErrorExceptBetweenFrames) {
       while (reader.Read(picture)) {
       }
     };
-    if (length == headerEnd || length == secondFrame)
+    std::istringstream again(stream.str());
+    const auto count = [&] { return Y4mReader(again).CountFrames(); };
+    if (length == headerEnd || length == secondFrame) {
       EXPECT_NO_THROW(readAll()) << length;
-    else
+      EXPECT_EQ(count(), length == headerEnd ? 0 : 1);
+    } else {
       EXPECT_THROW(readAll(), MediaError) << length;
+      EXPECT_THROW(count(), MediaError) << length;
+    }
   }
 }
 

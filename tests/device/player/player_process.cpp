@@ -5,18 +5,9 @@
 #include <fstream>
 #include <iterator>
 
-#include "util/win_handles.h"
-
 namespace {
 
 constexpr DWORD kLongestRunMs = 60'000;
-
-std::string PlayerPath() {
-  char path[MAX_PATH] = "";
-  GetModuleFileNameA(nullptr, path, sizeof(path));
-  const std::string self = path;
-  return self.substr(0, self.find_last_of('\\') + 1) + "nivral_player.exe";
-}
 
 std::string TextOf(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
@@ -41,28 +32,55 @@ std::string FreshFile(const char* name) {
   return path;
 }
 
-PlayerRun RunPlayerProgram(const std::string& arguments) {
-  const std::string outputPath = FreshFile("output.txt");
-  std::string command = "\"" + PlayerPath() + "\" " + arguments;
+std::string ProgramFolder() {
+  char path[MAX_PATH] = "";
+  GetModuleFileNameA(nullptr, path, sizeof(path));
+  const std::string self = path;
+  return self.substr(0, self.find_last_of('\\') + 1);
+}
+
+RunningPlayer::RunningPlayer(const std::string& arguments, const std::string& folder)
+    : m_outputPath(FreshFile("output.txt")) {
+  std::string command = "\"" + folder + "nivral_player.exe\" " + arguments;
+  const UniqueFile output(OpenOutput(m_outputPath));
+  STARTUPINFOA startup{};
+  startup.cb = sizeof(startup);
+  startup.dwFlags = STARTF_USESTDHANDLES;
+  startup.hStdOutput = output.get();
+  startup.hStdError = output.get();
   PROCESS_INFORMATION process{};
-  {
-    const UniqueFile output(OpenOutput(outputPath));
-    STARTUPINFOA startup{};
-    startup.cb = sizeof(startup);
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = output.get();
-    startup.hStdError = output.get();
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                        &process))
-      return {GetLastError(), "the player did not start"};
+  if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, folder.c_str(), &startup,
+                      &process))
+    return;
+  m_process.reset(process.hProcess);
+  CloseHandle(process.hThread);
+}
+
+HWND RunningPlayer::WaitForTitle(const std::string& text) const {
+  constexpr int kLongestWaitMs = 30'000;
+  constexpr int kPauseMs = 50;
+  for (int waited = 0; waited < kLongestWaitMs; waited += kPauseMs) {
+    HWND window = FindWindowA("nivral_player", nullptr);
+    char title[256] = "";
+    GetWindowTextA(window, title, sizeof(title));
+    if (std::string(title).find(text) != std::string::npos) return window;
+    if (WaitForSingleObject(m_process.get(), kPauseMs) != WAIT_TIMEOUT) return nullptr;
   }
-  const UniqueThread running(process.hProcess), thread(process.hThread);
-  if (WaitForSingleObject(running.get(), kLongestRunMs) != WAIT_OBJECT_0)
-    TerminateProcess(running.get(), ERROR_TIMEOUT);
-  WaitForSingleObject(running.get(), INFINITE);
+  return nullptr;
+}
+
+PlayerRun RunningPlayer::Wait() {
+  if (!m_process) return {ERROR_PROC_NOT_FOUND, "the player did not start"};
+  if (WaitForSingleObject(m_process.get(), kLongestRunMs) != WAIT_OBJECT_0)
+    TerminateProcess(m_process.get(), ERROR_TIMEOUT);
+  WaitForSingleObject(m_process.get(), INFINITE);
   DWORD exitCode = 0;
-  GetExitCodeProcess(running.get(), &exitCode);
-  PlayerRun run{exitCode, TextOf(outputPath)};
-  DeleteFileA(outputPath.c_str());
+  GetExitCodeProcess(m_process.get(), &exitCode);
+  PlayerRun run{exitCode, TextOf(m_outputPath)};
+  DeleteFileA(m_outputPath.c_str());
   return run;
+}
+
+PlayerRun RunPlayerProgram(const std::string& arguments) {
+  return RunningPlayer(arguments).Wait();
 }

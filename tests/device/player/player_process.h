@@ -5,7 +5,9 @@
 
 #include <string>
 
-/// What a run of nivral_player.exe, which lies beside the test, left behind.
+#include "util/win_handles.h"
+
+/// What a run of the player left behind.
 struct PlayerRun {
   DWORD exitCode;
   std::string output;  ///< standard output and error, line ends as \n
@@ -14,5 +16,23 @@ struct PlayerRun {
 /// A file in the temporary folder for this process; whatever was there is gone.
 std::string FreshFile(const char* name);
 
-/// Runs the player to its end, or kills it after a minute, which gives the exit code 1460.
+/// The folder of this test and of nivral_player.exe, with a backslash at its end.
+std::string ProgramFolder();
+
+/// A run of nivral_player.exe from a folder, which is also its current one.
+class RunningPlayer {
+ public:
+  explicit RunningPlayer(const std::string& arguments, const std::string& folder = ProgramFolder());
+
+  /// Waits until the main window's title contains a text; null when it does not in half a minute.
+  HWND WaitForTitle(const std::string& text) const;
+  /// Waits for the end, or kills the player after a minute, which gives the exit code 1460.
+  PlayerRun Wait();
+
+ private:
+  std::string m_outputPath;
+  UniqueThread m_process;
+};
+
+/// Runs the player to its end.
 PlayerRun RunPlayerProgram(const std::string& arguments);

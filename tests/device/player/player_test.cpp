@@ -6,6 +6,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "player/commands.h"
+#include "player/layout.h"
 #include "player_process.h"
 #include "png_picture.h"
 #include "road_scene.h"
@@ -30,7 +32,7 @@ Rgb ToRgb(const YuvColour& colour) {
 constexpr int kDriverTolerance = 30;
 
 std::string SceneArguments(const std::string& backend) {
-  return "--backend " + backend + " --size 640x360 --pause-at 30 --seconds 2 --no-sound ";
+  return "--backend " + backend + " --size 640x360 --pause-at 30 --seconds 1 --no-sound ";
 }
 
 class PlayerOnBackend : public testing::TestWithParam<std::string> {};
@@ -72,27 +74,102 @@ TEST(Player, WritesASnapshotOfTheFrame) {
   EXPECT_TRUE(Near(picture.At(bus.box.left + 1, bus.box.bottom - 2), ToRgb(bus.body), 4));
 }
 
+TEST(Player, MenusChangePanesBackendAndPictureWhileItRuns) {
+  const std::string shot = FreshFile("menu.png");
+  RunningPlayer player("--size 640x360 --pause-at 30 --no-sound --no-overlays --screenshot " + shot);
+  HWND window = player.WaitForTitle("SDL2");
+  ASSERT_TRUE(window) << player.Wait().output;
+  SendMessageA(window, WM_COMMAND, kCommandDirect3D, 0);
+  EXPECT_TRUE(player.WaitForTitle("Direct3D 9"));
+  for (const Command command : {kCommandDirectDraw, kCommandFourPanes, kCommandMirror, kCommandExit})
+    SendMessageA(window, WM_COMMAND, command, 0);
+  const PlayerRun run = player.Wait();
+  EXPECT_EQ(run.exitCode, 0u) << run.output;
+
+  const PngPicture picture(shot);
+  DeleteFileA(shot.c_str());
+  ASSERT_EQ(picture.Width(), kWidth);
+  const PixelArea first = CellOf(0, 4, {kWidth, kHeight});
+  const SceneVehicle bus = RoadScene(kWidth, kHeight).Vehicles(kFrame)[2];
+  const int mirrored = first.width - bus.box.left * first.width / kWidth - 3;
+  const int row = bus.box.bottom * first.height / kHeight - 4;
+  EXPECT_TRUE(Near(picture.At(mirrored, row), ToRgb(bus.body), kDriverTolerance))
+      << testing::PrintToString(picture.At(mirrored, row));
+  constexpr YuvColour kCabin{48, 132, 124};  // around the driver's face
+  const PixelArea last = CellOf(3, 4, {kWidth, kHeight});
+  EXPECT_TRUE(Near(picture.At(last.left + last.width / 4, last.top + 10), ToRgb(kCabin), kDriverTolerance));
+}
+
+TEST(Player, SeveralClipsFillThePanesInOrder) {
+  const std::string shot = FreshFile("clips.png");
+  const std::string bright = FreshFile("bright.y4m");
+  const std::string dark = FreshFile("dark.y4m");
+  const auto write = [](const std::string& path, char luma) {
+    std::ofstream(path, std::ios::binary) << "YUV4MPEG2 W64 H48 F25:1 C420\nFRAME\n"
+                                          << std::string(64 * 48, luma) << std::string(64 * 24, '\x80');
+  };
+  write(bright, '\xC8');
+  write(dark, '\x40');
+  const PlayerRun run =
+      RunPlayerProgram("--no-overlays --seconds 1 --screenshot " + shot + " " + bright + " " + dark);
+  EXPECT_EQ(run.exitCode, 0u) << run.output;
+  const PngPicture picture(shot);
+  for (const std::string& path : {shot, bright, dark})
+    DeleteFileA(path.c_str());
+  ASSERT_GT(picture.Width(), 0);
+  const auto middleOf = [&](int index) {
+    const PixelArea cell = CellOf(index, 2, {picture.Width(), picture.Height()});
+    return picture.At(cell.left + cell.width / 2, cell.top + cell.height / 2);
+  };
+  EXPECT_TRUE(Near(middleOf(0), ToRgb({200, 128, 128}), kDriverTolerance));
+  EXPECT_TRUE(Near(middleOf(1), ToRgb({64, 128, 128}), kDriverTolerance));
+}
+
+TEST(Player, NamesTheLibraryThatIsMissing) {
+  const std::string folder = FreshFile("alone") + "\\";
+  ASSERT_TRUE(CreateDirectoryA(folder.c_str(), nullptr));
+  const auto copy = [&](const char* name) {
+    EXPECT_TRUE(CopyFileA((ProgramFolder() + name).c_str(), (folder + name).c_str(), FALSE)) << name;
+  };
+  const auto expectMissing = [&](const char* name) {
+    const PlayerRun run = RunningPlayer("", folder).Wait();
+    EXPECT_EQ(run.exitCode, 2u);
+    EXPECT_EQ(run.output, std::string("nivral_player: error: ") + name + " is missing or cannot be loaded\n");
+  };
+  copy("nivral_player.exe");
+  expectMissing("SDL2.dll");
+  copy("SDL2.dll");
+  copy("SDL2_ttf.dll");
+  expectMissing("libnivral.dll");
+  for (const char* name : {"nivral_player.exe", "SDL2.dll", "SDL2_ttf.dll"})
+    DeleteFileA((folder + name).c_str());
+  EXPECT_TRUE(RemoveDirectoryA(folder.c_str()));
+}
+
 TEST(Player, RefusesUnusableInputWithOneLineAndCodeTwo) {
   struct Case {
+    const char* name;
     const char* content;
     const char* message;
   };
   constexpr Case kCases[] = {
-      {"YUV4MPEG2 W64 H48 F25:1 C420\nFRAME\nabc", "the file ends inside a frame"},
-      {"YUV4MPEG2 W64 H48 F25:1 C444\n", "colour format 444 is not 8-bit 4:2:0"},
-      {"YUV4MPEG2 W64 H48 F25:1\n", "the clip has no frames"},
-      {"garbage", "not a YUV4MPEG2 file"},
+      {"clip.y4m", "YUV4MPEG2 W2 H2 F25:1 C420\nFRAME\nYYYYUVFRAME\nYYYYU", "the file ends inside a frame"},
+      {"clip.y4m", "YUV4MPEG2 W64 H48 F25:1 C444\n", "colour format 444 is not 8-bit 4:2:0"},
+      {"clip.y4m", "YUV4MPEG2 W64 H0 F25:1\n", "unusable picture size '0'"},
+      {"clip.y4m", "YUV4MPEG2 W64 H48 F25:1\n", "the clip has no frames"},
+      {"clip.y4m", "garbage", "not a YUV4MPEG2 file"},
+      {"sound.wav", "garbage", "not a WAV file"},
+      {"missing.y4m", nullptr, "the file cannot be opened"},
   };
-  const std::string clip = FreshFile("clip.y4m");
   for (const Case& c : kCases) {
-    std::ofstream(clip, std::ios::binary) << c.content;
-    const PlayerRun run = RunPlayerProgram("--no-sound " + clip);
-    EXPECT_EQ(run.exitCode, 2u) << c.content;
-    EXPECT_THAT(run.output, testing::HasSubstr("nivral_player: error: " + clip + ": " + c.message + "\n"));
+    const std::string path = FreshFile(c.name);
+    if (c.content) std::ofstream(path, std::ios::binary) << c.content;
+    const PlayerRun run = RunPlayerProgram(path);
+    DeleteFileA(path.c_str());
+    EXPECT_EQ(run.exitCode, 2u) << c.message;
+    EXPECT_EQ(run.output, "nivral_player: error: " + path + ": " + c.message + "\n");
   }
-  DeleteFileA(clip.c_str());
   EXPECT_EQ(RunPlayerProgram("--zoom 99").exitCode, 2u);
-  EXPECT_EQ(RunPlayerProgram("missing.y4m").exitCode, 2u);
   const PlayerRun help = RunPlayerProgram("--help");
   EXPECT_EQ(help.exitCode, 0u);
   EXPECT_THAT(help.output, testing::HasSubstr("--backend"));

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <windows.h>
+
+#include "player/layout.h"
+
+/// What the user does with a pane. Called on the window's thread; points are client pixels.
+class PaneEvents {
+ public:
+  virtual ~PaneEvents() = default;
+  virtual void OnSize() = 0;
+  virtual void OnSelect() = 0;
+  virtual void OnWheel(int steps, POINT at) = 0;
+  virtual void OnDrag(const RECT& area) = 0;
+};
+
+/// The window that a pane draws into, over a part of the main window.
+class PaneWindow {
+ public:
+  /// Throws std::runtime_error.
+  PaneWindow(HWND main, PixelSize picture);
+  ~PaneWindow();
+  PaneWindow(const PaneWindow&) = delete;
+  PaneWindow& operator=(const PaneWindow&) = delete;
+
+  /// `events` outlives the window or is taken away again with null.
+  void SetEvents(PaneEvents* events) { m_events = events; }
+
+  /// An area of the main window's client area.
+  void Place(const PixelArea& area);
+  void Hide();
+
+  HWND Handle() const { return m_hwnd; }
+  PixelSize Size() const;
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wide, LPARAM packed);
+  bool Handle(UINT message, WPARAM wide, LPARAM packed);
+  void EndDrag(POINT at);
+
+  HWND m_hwnd = nullptr;
+  PaneEvents* m_events = nullptr;
+  bool m_dragging = false;
+  POINT m_dragStart{};
+};

@@ -1,0 +1,40 @@
+#!/bin/bash
+# Makes the pictures of the documents in docs/images: the player on each backend and on four panes, and the diagram
+# of a frame's road. Look at them before committing them.
+. "$(dirname "$0")/common.sh"
+IMAGES=$ROOT/docs/images
+BED=$ROOT/build/screenshots
+WORK=$BED/pictures
+WINE=/usr/lib/wine/wine64
+PLAYER=$ROOT/build/mingw-release/bin/nivral_player.exe
+
+# Few colours keep the files small; the scenes have hardly more.
+keep() {
+  convert "$WORK/$1.png" -colors 128 -strip -define png:compression-level=9 "$IMAGES/$1.png"
+  say "screenshots: docs/images/$1.png, $(stat -c %s "$IMAGES/$1.png") bytes"
+}
+
+shoot() {
+  local name=$1; shift
+  rm -f "$WORK/$name.png"
+  timeout 120 "$WINE" "$PLAYER" --no-sound --pause-at 60 --seconds 3 \
+    --screenshot "Z:${WORK//\//\\}\\$name.png" "$@" > "$WORK/$name.log" || { cat "$WORK/$name.log"; die "no picture $name"; }
+  keep "$name"
+}
+
+if ! command -v dot > /dev/null; then
+  say "screenshots: installing graphviz"
+  DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends graphviz > "$ROOT/build/apt.log" 2>&1 ||
+    { tail -20 "$ROOT/build/apt.log"; die "installing graphviz failed"; }
+fi
+"$ROOT/scripts/build.sh"
+mkdir -p "$WORK" "$IMAGES"
+dot -Tsvg "$ROOT/docs/frame-road.dot" -o "$IMAGES/frame-road.svg"
+trap '"$ROOT/scripts/bed.sh" down "$BED"' EXIT
+"$ROOT/scripts/bed.sh" up "$BED"
+. "$BED/env.sh"
+shoot player --panes 4 --mosaic 2
+SCENE=(--size 960x540 --mosaic 2)
+shoot sdl2 --backend sdl "${SCENE[@]}"
+shoot d3d9 --backend d3d9 "${SCENE[@]}"
+shoot ddraw --backend ddraw "${SCENE[@]}"
