@@ -6,6 +6,7 @@ install(TARGETS nivral nivral_player RUNTIME DESTINATION bin ARCHIVE DESTINATION
 install(FILES "$<TARGET_FILE:SDL2::SDL2>" "$<TARGET_FILE:SDL2_ttf::SDL2_ttf>" DESTINATION bin)
 install(DIRECTORY include/nivral DESTINATION include)
 install(DIRECTORY docs examples DESTINATION .)
+install(DIRECTORY build/reference/html/ DESTINATION reference)
 install(FILES LICENSE DESTINATION .)
 install(FILES cmake/package_readme.md DESTINATION . RENAME README.md)
 

@@ -5,11 +5,12 @@
 cd "$ROOT"
 OUT=$ROOT/build/package
 
-# A folder in the list, which ends in "/", stands for every file that the tree has there.
+# A folder in the list, which ends in "/", stands for every file that the tree has there; the reference is made.
 listed_files() {
   local entry
   while read -r entry; do
     case $entry in
+      reference/) find build/reference/html -type f -printf 'reference/%P\n' ;;
       */) git ls-files --cached --others --exclude-standard "$entry" ;;
       *) echo "$entry" ;;
     esac
@@ -24,6 +25,7 @@ check_content() {
 }
 
 scripts/setup.sh
+scripts/reference.sh
 { cmake --preset mingw-release && cmake --build --preset mingw-release -j "$JOBS" --target nivral nivral_player; } \
   > build/package.log 2>&1 || { tail -30 build/package.log; die "building failed"; }
 rm -rf "$OUT"

@@ -5,7 +5,7 @@ PACKAGES=(g++ g++-mingw-w64-x86-64-posix cmake ninja-build ccache dpkg-dev ca-ce
   googletest libgtest-dev libgmock-dev libbenchmark-dev clang lld llvm libclang-rt-14-dev clang-format clang-tidy cppcheck
   wine wine64 xvfb libgl1 libgl1-mesa-dri libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2
   libxrender1 libxxf86vm1 pulseaudio pulseaudio-utils fonts-dejavu-core imagemagick ffmpeg libsdl2-2.0-0 python3
-  mono-mcs libmono-system-windows-forms4.0-cil)
+  mono-mcs libmono-system-windows-forms4.0-cil doxygen)
 missing=()
 for package in "${PACKAGES[@]}"; do
   dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
