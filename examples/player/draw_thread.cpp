@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "player/draw_thread.h"
 
+#include <cstdio>
+
 #include "media_error.h"
 #include "player/library.h"
 #include "player/snapshot.h"
@@ -118,5 +120,6 @@ void DrawThread::WriteSnapshot() {
     const std::scoped_lock hold(m_lock);
     path.swap(m_snapshot);
   }
-  if (!path.empty()) SaveSnapshot(m_pane.Handle(), m_source.Current(), path.c_str());
+  if (!path.empty() && !SaveSnapshot(m_source.Current(), path))
+    std::fprintf(stderr, "nivral_player: error: %s: the snapshot could not be written\n", path.c_str());
 }

@@ -43,7 +43,7 @@ class DrawThread {
   int64_t Draws() const { return m_draws; }
   Figures Result() const;
 
-  /// Takes a snapshot of the current frame with the displayer's own operation.
+  /// Writes the current frame as it came from its source to a BMP file.
   void RequestSnapshot(std::string path);
 
   /// Whether the clip has ended or failed.

@@ -19,7 +19,7 @@ struct MissingLibrary : std::runtime_error {
   X(DWAdjustedWnd) X(DWSetZoom) X(DWSetMirrorMode) X(DWSetPause) X(DWSetOSDText) X(DWSetMosaicFlag) \
   X(DWSetMosaicLevel) X(DWSetMosaicAreaScale) X(DWSetAlgInfo) X(DWSetDsmAlgInfo) X(SetColorParams) \
   X(GetColorParamsRange) X(WVOpenWave) X(WVCloseWave) X(WVSetWaveFormat) X(WVSetWriteWaveCB) X(WVPlayWave) \
-  X(WVPauseWave) X(WVStopWave) X(WVSetVolume)
+  X(WVPauseWave) X(WVStopWave) X(WVSetVolume) X(yv12_to_rgb24_c)
 // clang-format on
 
 /// The exports that the player calls, without their prefix.

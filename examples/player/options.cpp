@@ -18,7 +18,7 @@ const char kUsage[] =
   --size WxH                 picture size of the road scene (1280x720)
   --pause, --pause-at N      stays on the first frame, on frame N
   --screenshot FILE.png      the window's contents as seen on the screen at the end
-  --snapshot FILE.bmp        the first pane's last frame as the displayer writes it
+  --snapshot FILE.bmp        the first pane's last frame as it came from its source
   --sound FILE.wav           plays along; --no-sound; --volume 0..100 (60)
   --mirror 0|1|2             none, horizontal flip, half turn
   --brightness -127..127     --contrast, --saturation -100..100, --hue -180..180

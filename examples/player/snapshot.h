@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <string>
+
 #include "picture.h"
 
-/// Writes a frame as a BMP file through the displayer behind a handle. The displayer's result does not tell
-/// whether the file was written; look for the file.
-void SaveSnapshot(void* handle, Picture& picture, const char* path);
+/// Writes a frame as a 24-bit BMP file; false when that fails.
+bool SaveSnapshot(const Picture& picture, const std::string& path);
