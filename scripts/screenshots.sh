@@ -8,9 +8,8 @@ WORK=$BED/pictures
 WINE=/usr/lib/wine/wine64
 PLAYER=$ROOT/build/mingw-release/bin/nivral_player.exe
 
-# Few colours keep the files small; the scenes have hardly more.
 keep() {
-  convert "$WORK/$1.png" -colors 128 -strip -define png:compression-level=9 "$IMAGES/$1.png"
+  convert "$WORK/$1.png" -strip -define png:compression-level=9 "$IMAGES/$1.png"
   say "screenshots: docs/images/$1.png, $(stat -c %s "$IMAGES/$1.png") bytes"
 }
 
@@ -27,14 +26,18 @@ if ! command -v dot > /dev/null; then
   DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends graphviz > "$ROOT/build/apt.log" 2>&1 ||
     { tail -20 "$ROOT/build/apt.log"; die "installing graphviz failed"; }
 fi
-"$ROOT/scripts/build.sh"
+"$ROOT/scripts/setup.sh"
+cd "$ROOT"
+{ cmake --preset mingw-release && cmake --build --preset mingw-release -j "$JOBS" --target nivral_player; } \
+  > build/screenshots.log 2>&1 || { tail -30 build/screenshots.log; die "building failed"; }
 mkdir -p "$WORK" "$IMAGES"
 dot -Tsvg "$ROOT/docs/frame-road.dot" -o "$IMAGES/frame-road.svg"
 trap '"$ROOT/scripts/bed.sh" down "$BED"' EXIT
 "$ROOT/scripts/bed.sh" up "$BED"
 . "$BED/env.sh"
-shoot player --panes 4 --mosaic 2
-SCENE=(--size 960x540 --mosaic 2)
+MOSAIC=(--mosaic 4 --mosaic-area 0.44,0.46,0.54,0.54)
+SCENE=(--size 960x540 "${MOSAIC[@]}")
+shoot player --panes 4 "${MOSAIC[@]}"
 shoot sdl2 --backend sdl "${SCENE[@]}"
 shoot d3d9 --backend d3d9 "${SCENE[@]}"
 shoot ddraw --backend ddraw "${SCENE[@]}"
