@@ -15,7 +15,7 @@ else()
     $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wextra-semi>
     $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op>
     $<$<BOOL:${NIVRAL_WERROR}>:-Werror>
-    -g1 -gdwarf-4)
+    -g -gdwarf-4)
 endif()
 
 if(WIN32)
