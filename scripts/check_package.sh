@@ -17,12 +17,12 @@ unpack() {
   [ -z "$strays" ] || die "a path of this machine in $strays"
 }
 
-# build_project <source> <name> [CMake option...]
+# build_project <source> <name> <target>... [-- CMake option...]
 build_project() {
-  local source=$1 name=$2; shift 2
-  cmake -G Ninja -S "$source" -B "$HERE/$name" -DCMAKE_TOOLCHAIN_FILE="$ROOT/cmake/mingw-w64.cmake" \
-    -DCMAKE_BUILD_TYPE=Release "$@"
-  cmake --build "$HERE/$name" -j "$JOBS"
+  local source=$1 name=$2 targets=(); shift 2
+  while [ $# -gt 0 ] && [ "$1" != -- ]; do targets+=("$1"); shift; done
+  cmake -G Ninja -S "$source" -B "$HERE/$name" -DCMAKE_TOOLCHAIN_FILE="$ROOT/cmake/mingw-w64.cmake" "${@:2}"
+  cmake --build "$HERE/$name" -j "$JOBS" --target "${targets[@]}"
 }
 
 # run <exe> [argument...]
@@ -32,17 +32,20 @@ run() {
 }
 
 unpack
+cd "$HERE"
 say "package: plain compiler lines"
 ( cd "$KIT"
   "$CC" examples/minimal.c -Iinclude lib/nivral.lib -o bin/minimal.exe
-  "$CXX" -std=c++17 "$ROOT/tests/consumer/wrapper_test.cpp" -Iinclude -Llib -lnivral -lgdi32 -static \
-    -o bin/wrapper_test.exe )
-build_project "$ROOT/tests/consumer" consumer -Dnivral_DIR="$KIT/lib/cmake/nivral"
-build_project "$KIT/examples" examples
+  "$CXX" -std=c++17 examples/minimal.cpp -Iinclude -Llib -lnivral -static -o bin/minimal_cpp.exe )
+build_project "$ROOT/tests/consumer" consumer all -- -Dnivral_DIR="$KIT/lib/cmake/nivral"
+build_project "$KIT/examples" examples nivral_minimal nivral_player
 
-run "$KIT/bin/minimal.exe" & plain=$!
+run "$KIT/bin/minimal.exe" & first=$!
+run "$KIT/bin/minimal_cpp.exe" & second=$!
 run "$HERE/examples/bin/nivral_minimal.exe"
-wait $plain
-run "$KIT/bin/wrapper_test.exe"
+wait $first
+wait $second
 run "$HERE/consumer/wrapper_test.exe"
+run "$HERE/examples/bin/nivral_player.exe" --seconds 1 --no-sound --screenshot player.png
+[ -s player.png ] || die "the player left no screenshot"
 run "$KIT/bin/nivral_player.exe" --help
