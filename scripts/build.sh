@@ -1,9 +1,11 @@
 #!/bin/bash
-# Builds libnivral.dll with SDL2.dll and SDL2_ttf.dll beside it in build/<preset>/bin. build.sh [preset], mingw-release by default.
+# Builds libnivral.dll with SDL2.dll and SDL2_ttf.dll beside it in build/<preset>/bin.
+#   build.sh [preset [options of cmake --build...]]      mingw-release by default
 . "$(dirname "$0")/common.sh"
 PRESET=${1:-mingw-release}
+[ $# = 0 ] || shift
 "$ROOT/scripts/setup.sh"
 say "build: $PRESET"
 cd "$ROOT"
 cmake --preset "$PRESET" > "$ROOT/build/configure-$PRESET.log" 2>&1 || { cat "$ROOT/build/configure-$PRESET.log"; die "configuring $PRESET failed"; }
-cmake --build --preset "$PRESET" -j "$JOBS"
+cmake --build --preset "$PRESET" -j "$JOBS" "$@"

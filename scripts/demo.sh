@@ -1,5 +1,5 @@
 #!/bin/bash
-# Sets up and builds what is missing, then shows a video file, or without one a drawn road scene, through libnivral.
+# Sets up and builds what is missing, then shows a video file, or without one drawn scenes, through libnivral.
 #   demo.sh [file] [options of nivral_player.exe...]       e.g. demo.sh clip.mp4 --backend d3d9 --mirror 1
 # Leaves build/demo/screenshot.png and prints a line of figures. The window appears on $DISPLAY where that is set,
 # else on a display of its own that nobody sees. Of a file the first 60 seconds are shown.
@@ -29,7 +29,7 @@ convert() {
   fi
 }
 
-"$ROOT/scripts/build.sh"
+"$ROOT/scripts/build.sh" mingw-release --target nivral_player
 mkdir -p "$DEMO"
 ARGS=(--mosaic 2 --screenshot "$(windows_path "$DEMO/screenshot.png")")
 if [ -n "$FILE" ]; then

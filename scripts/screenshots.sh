@@ -26,10 +26,7 @@ if ! command -v dot > /dev/null; then
   DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends graphviz > "$ROOT/build/apt.log" 2>&1 ||
     { tail -20 "$ROOT/build/apt.log"; die "installing graphviz failed"; }
 fi
-"$ROOT/scripts/setup.sh"
-cd "$ROOT"
-{ cmake --preset mingw-release && cmake --build --preset mingw-release -j "$JOBS" --target nivral_player; } \
-  > build/screenshots.log 2>&1 || { tail -30 build/screenshots.log; die "building failed"; }
+"$ROOT/scripts/build.sh" mingw-release --target nivral_player
 mkdir -p "$WORK" "$IMAGES"
 dot -Tsvg "$ROOT/docs/frame-road.dot" -o "$IMAGES/frame-road.svg"
 trap '"$ROOT/scripts/bed.sh" down "$BED"' EXIT
