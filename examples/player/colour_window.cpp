@@ -66,7 +66,8 @@ void ColourWindow::MakeControls() {
                                  kMargin + kLabelWidth, top, kWidth - 2 * kMargin - kLabelWidth, kRow - 4,
                                  m_hwnd, nullptr, nullptr, nullptr);
     SendMessageA(m_sliders[i], TBM_SETRANGEMIN, FALSE, ranges[i].low);
-    SendMessageA(m_sliders[i], TBM_SETRANGEMAX, TRUE, ranges[i].high);
+    SendMessageA(m_sliders[i], TBM_SETRANGEMAX, FALSE, ranges[i].high);
+    SendMessageA(m_sliders[i], TBM_SETPOS, FALSE, ranges[i].low);  // or 0 would be no change and not be shown
   }
   CreateWindowA("BUTTON", "Reset", WS_CHILD | WS_VISIBLE | WS_TABSTOP, kMargin + kLabelWidth, top, 80, 26,
                 m_hwnd, reinterpret_cast<HMENU>(UINT_PTR{kResetButton}), nullptr, nullptr);
@@ -77,8 +78,14 @@ void ColourWindow::Show() {
 }
 
 void ColourWindow::SetColours(const ColourSettings& colours) {
-  for (size_t i = 0; i < m_sliders.size(); ++i)
+  for (size_t i = 0; i < m_sliders.size(); ++i) {
     SendMessageA(m_sliders[i], TBM_SETPOS, TRUE, colours.*kValues[i]);
+    InvalidateRect(m_sliders[i], nullptr, TRUE);
+  }
+}
+
+void ColourWindow::Raise() {
+  if (IsWindowVisible(m_hwnd)) BringWindowToTop(m_hwnd);
 }
 
 void ColourWindow::Report() const {

@@ -20,6 +20,8 @@ class ColourWindow {
   ColourWindow& operator=(const ColourWindow&) = delete;
 
   void Show();
+  /// Back over panes that were opened after it.
+  void Raise();
   void SetColours(const ColourSettings& colours);
   /// Whether a message was a key for the sliders.
   bool Takes(MSG& message) { return IsDialogMessageA(m_hwnd, &message) != 0; }

@@ -88,7 +88,8 @@ void DrawThread::DrawCurrent(bool isNew) {
   const bool paused = !isNew && m_pane.KeepsRecordsWhilePaused() && m_overlays.HasRecords();
   m_pane.Set([paused](void* handle) { nivral.DWSetPause(handle, paused); });
   m_overlays.SetTexts(m_pane.Handle(), m_source.Frame());
-  if (!paused) m_overlays.SendRecord(m_pane.Handle(), m_source.Frame());
+  if (!paused && m_overlays.HasRecords() && m_pane.WantsRecord())
+    m_overlays.SendRecord(m_pane.Handle(), m_source.Frame());
   const auto start = Clock::now();
   const uint32_t result = m_pane.Draw(m_source.Current(), m_source.Frame());
   Count(result, std::chrono::duration<double, std::milli>(Clock::now() - start).count());

@@ -17,9 +17,9 @@ struct MissingLibrary : std::runtime_error {
 #define PLAYER_FUNCTIONS(X) \
   X(InitializeEx) X(UnInitialize) X(DWOpenDrawEx) X(DWCloseDraw) X(DWSetHwnd) X(DWInitDraw) X(DWDrawYUV420) \
   X(DWAdjustedWnd) X(DWSetZoom) X(DWSetMirrorMode) X(DWSetPause) X(DWSetOSDText) X(DWSetMosaicFlag) \
-  X(DWSetMosaicLevel) X(DWSetMosaicAreaScale) X(DWSetAlgInfo) X(DWSetDsmAlgInfo) X(SetColorParams) \
-  X(GetColorParamsRange) X(WVOpenWave) X(WVCloseWave) X(WVSetWaveFormat) X(WVSetWriteWaveCB) X(WVPlayWave) \
-  X(WVPauseWave) X(WVStopWave) X(WVSetVolume) X(yv12_to_rgb24_c)
+  X(DWSetDisplayCB) X(DWSetMosaicLevel) X(DWSetMosaicAreaScale) X(DWSetAlgInfo) X(DWSetDsmAlgInfo) \
+  X(SetColorParams) X(GetColorParamsRange) X(WVOpenWave) X(WVCloseWave) X(WVSetWaveFormat) X(WVSetWriteWaveCB) \
+  X(WVPlayWave) X(WVPauseWave) X(WVStopWave) X(WVSetVolume) X(yv12_to_rgb24_c)
 // clang-format on
 
 /// The exports that the player calls, without their prefix.

@@ -59,7 +59,6 @@ class RoadOverlays : public Overlays {
   void SetTexts(void* handle, int64_t frame) override { m_texts.SetTexts(handle, frame); }
   bool HasRecords() const override { return m_switches.assistance; }
   void SendRecord(void* handle, int64_t frame) override {
-    if (!HasRecords()) return;
     constexpr size_t n = RoadScene::kVehicles;
     std::array<uint32_t, n> left, top, right, bottom;
     std::array<uint16_t, n> classId, distance;
@@ -94,7 +93,6 @@ class DriverOverlays : public Overlays {
   void SetTexts(void* handle, int64_t frame) override { m_texts.SetTexts(handle, frame); }
   bool HasRecords() const override { return m_switches.monitoring; }
   void SendRecord(void* handle, int64_t frame) override {
-    if (!HasRecords()) return;
     const DriverScene::Face face = m_scene.FaceAt(frame);
     std::array<uint32_t, DriverScene::kLandmarks> x, y;
     for (size_t i = 0; i < x.size(); ++i) {

@@ -15,9 +15,9 @@ class Overlays {
   virtual ~Overlays() = default;
   /// Before every frame.
   virtual void SetTexts(void* handle, int64_t frame) = 0;
-  /// Before every new frame: the algorithm record that belongs to it.
-  virtual void SendRecord(void*, int64_t) {}
   virtual bool HasRecords() const { return false; }
+  /// Before every new frame, while there are records: the one that belongs to it.
+  virtual void SendRecord(void*, int64_t) {}
 };
 
 /// A name and a running time stamp.

@@ -3,11 +3,10 @@
 
 #include <stdexcept>
 
-#include "player/library.h"
-
 Pane::Pane(Backend backend, HWND window, int width, int height) : m_backend(backend) {
   if (nivral.DWOpenDrawEx(&m_handle, static_cast<uint32_t>(backend)) != 0)
     throw std::runtime_error("the library opened no pane");
+  if (backend == Backend::kDirectDraw) nivral.DWSetDisplayCB(m_handle, this, &CountComposed);
   nivral.DWSetHwnd(m_handle, window);
   nivral.DWInitDraw(m_handle, static_cast<uint32_t>(width), static_cast<uint32_t>(height), 0);
 }
@@ -20,6 +19,20 @@ void Pane::Set(std::function<void(void*)> setter) {
   if (m_backend != Backend::kDirect3D) return setter(m_handle);
   const std::scoped_lock hold(m_lock);
   m_kept.push_back(std::move(setter));
+}
+
+bool Pane::WantsRecord() {
+  constexpr int kMostAhead = 2;
+  if (m_backend != Backend::kDirectDraw) return true;
+  if (m_recordsAhead >= kMostAhead) return false;
+  ++m_recordsAhead;
+  return true;
+}
+
+void NIVRAL_CALL Pane::CountComposed(int32_t, void*, uint32_t, uint32_t, int64_t, int32_t, int32_t, uint32_t,
+                                     void* user) {
+  std::atomic<int>& ahead = static_cast<Pane*>(user)->m_recordsAhead;
+  if (ahead > 0) --ahead;
 }
 
 void Pane::RunKeptSetters() {

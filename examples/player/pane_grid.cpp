@@ -5,8 +5,9 @@
 
 #include "media_error.h"
 
-PaneGrid::PaneGrid(MainWindow& window, OverlaySwitches& switches, DrawThread::Plan plan)
-    : m_window(window), m_switches(switches), m_plan(std::move(plan)) {
+PaneGrid::PaneGrid(MainWindow& window, OverlaySwitches& switches, DrawThread::Plan plan,
+                   std::function<void()> onSelect)
+    : m_window(window), m_switches(switches), m_plan(std::move(plan)), m_onSelect(std::move(onSelect)) {
 }
 
 void PaneGrid::Open(std::deque<Channel> channels, Backend backend) {
@@ -76,6 +77,7 @@ void PaneGrid::Select(size_t index) {
   if (index == m_selected) return;
   m_selected = index;
   Arrange();
+  m_onSelect();
 }
 
 void PaneGrid::Hold(bool hold) {

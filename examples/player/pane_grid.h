@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -14,8 +15,10 @@
 /// All panes of the main window, and the library's session that they live in. Window thread.
 class PaneGrid {
  public:
-  /// `plan` is that of every pane; its hold is what the panes begin with. Everything given outlives the grid.
-  PaneGrid(MainWindow& window, OverlaySwitches& switches, DrawThread::Plan plan);
+  /// `plan` is that of every pane; its hold is what the panes begin with. `onSelect` is called when another pane is
+  /// chosen. Everything given outlives the grid.
+  PaneGrid(MainWindow& window, OverlaySwitches& switches, DrawThread::Plan plan,
+           std::function<void()> onSelect);
   ~PaneGrid() { Close(); }
 
   /// Shows other channels, one cell each. Only the first channel's end counts for the plan's onRewind.
@@ -57,6 +60,7 @@ class PaneGrid {
   MainWindow& m_window;
   OverlaySwitches& m_switches;
   DrawThread::Plan m_plan;
+  std::function<void()> m_onSelect;
   Backend m_backend = Backend::kSdl;
   int m_cells = 1;
   size_t m_selected = 0;

@@ -36,7 +36,8 @@ Player::Player(const Options& options)
               [this] {
                 for (const auto& sound : m_sounds)
                   sound->Restart();
-              }}),
+              }},
+             [this] { ShowColours(); }),
       m_paused(options.holdAt.has_value()) {
   std::deque<Channel> channels = OpenChannels(options);
   const int cells = options.panes > 0 ? options.panes : static_cast<int>(channels.size());
@@ -50,6 +51,10 @@ Player::Player(const Options& options)
 
 Player::~Player() {
   m_window.SetEvents(nullptr);
+}
+
+void Player::ShowColours() {
+  m_colours.SetColours(m_grid.ChannelAt(m_grid.Selected()).picture.colours);
 }
 
 void Player::OpenSounds(const Options& options) {

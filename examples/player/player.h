@@ -36,6 +36,7 @@ class Player : public MainEvents {
   void SetPaused(bool paused);
   void ChangeVolume(int step);
   void SaveSnapshot();
+  void ShowColours();
   void ShowFigures();
   void Pump(DWORD ms);
   void KeepPictures();

@@ -7,7 +7,8 @@
 #include "player/player.h"
 
 void Player::OnCommand(Command command) {
-  if (DoPanes(command) || DoPlayback(command) || DoOverlay(command)) return;
+  if (DoPanes(command)) return m_colours.Raise();
+  if (DoPlayback(command) || DoOverlay(command)) return;
   switch (command) {
     case kCommandOpen:
       return OpenFiles();
@@ -22,7 +23,7 @@ void Player::OnCommand(Command command) {
     default:
       Chosen().Control().Do(command);
   }
-  m_colours.SetColours(m_grid.ChannelAt(m_grid.Selected()).picture.colours);
+  ShowColours();
 }
 
 bool Player::DoPanes(Command command) {

@@ -74,30 +74,51 @@ TEST(Player, WritesASnapshotOfTheFrame) {
   EXPECT_TRUE(Near(picture.At(bus.box.left + 1, bus.box.bottom - 2), ToRgb(bus.body), 4));
 }
 
-TEST(Player, MenusChangePanesBackendAndPictureWhileItRuns) {
+/// The player's pane that lies over the middle of a cell of four.
+HWND PaneIn(HWND main, int cell) {
+  RECT client{};
+  GetClientRect(main, &client);
+  const PixelArea area = CellOf(cell, 4, {client.right, client.bottom});
+  POINT middle{area.left + area.width / 2, area.top + area.height / 2};
+  ClientToScreen(main, &middle);
+  return WindowFromPoint(middle);
+}
+
+/// The colour of the screenshot where the bus of a road scene's frame has its lower left corner, or the one to the
+/// right when it is mirrored.
+Rgb BusIn(const PngPicture& picture, int cell, int64_t frame, bool mirrored) {
+  const PixelArea area = CellOf(cell, 4, {kWidth, kHeight});
+  const PixelBox bus = RoadScene(kWidth, kHeight).Vehicles(frame)[2].box;
+  const int x = bus.left * area.width / kWidth + 3;
+  return picture.At(area.left + (mirrored ? area.width - x : x),
+                    area.top + bus.bottom * area.height / kHeight - 4);
+}
+
+TEST(Player, MenuKeysAndMouseChangeBackendPanesAndPictureWhileItRuns) {
   const std::string shot = FreshFile("menu.png");
   RunningPlayer player("--size 640x360 --pause-at 30 --no-sound --no-overlays --screenshot " + shot);
   HWND window = player.WaitForTitle("SDL2");
   ASSERT_TRUE(window) << player.Wait().output;
   SendMessageA(window, WM_COMMAND, kCommandDirect3D, 0);
   EXPECT_TRUE(player.WaitForTitle("Direct3D 9"));
-  for (const Command command : {kCommandDirectDraw, kCommandFourPanes, kCommandMirror, kCommandExit})
-    SendMessageA(window, WM_COMMAND, command, 0);
+  PostMessageA(window, WM_KEYDOWN, VK_F4, 0);
+  EXPECT_TRUE(player.WaitForTitle("DirectDraw"));
+  SendMessageA(window, WM_COMMAND, kCommandFourPanes, 0);
+  SendMessageA(PaneIn(window, 2), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(9, 9));
+  SendMessageA(PaneIn(window, 2), WM_LBUTTONUP, 0, MAKELPARAM(9, 9));
+  PostMessageA(window, WM_KEYDOWN, 'M', 0);
+  PostMessageA(window, WM_KEYDOWN, VK_ESCAPE, 0);
   const PlayerRun run = player.Wait();
   EXPECT_EQ(run.exitCode, 0u) << run.output;
 
   const PngPicture picture(shot);
   DeleteFileA(shot.c_str());
   ASSERT_EQ(picture.Width(), kWidth);
-  const PixelArea first = CellOf(0, 4, {kWidth, kHeight});
-  const SceneVehicle bus = RoadScene(kWidth, kHeight).Vehicles(kFrame)[2];
-  const int mirrored = first.width - bus.box.left * first.width / kWidth - 3;
-  const int row = bus.box.bottom * first.height / kHeight - 4;
-  EXPECT_TRUE(Near(picture.At(mirrored, row), ToRgb(bus.body), kDriverTolerance))
-      << testing::PrintToString(picture.At(mirrored, row));
-  constexpr YuvColour kCabin{48, 132, 124};  // around the driver's face
-  const PixelArea last = CellOf(3, 4, {kWidth, kHeight});
-  EXPECT_TRUE(Near(picture.At(last.left + last.width / 4, last.top + 10), ToRgb(kCabin), kDriverTolerance));
+  constexpr int64_t kFrameInThirdPane = kFrame + 120;
+  const Rgb body = ToRgb(RoadScene(kWidth, kHeight).Vehicles(kFrame)[2].body);
+  EXPECT_TRUE(Near(BusIn(picture, 0, kFrame, false), body, kDriverTolerance));
+  EXPECT_TRUE(Near(BusIn(picture, 2, kFrameInThirdPane, true), body, kDriverTolerance));
+  EXPECT_FALSE(Near(BusIn(picture, 2, kFrameInThirdPane, false), body, kDriverTolerance));
 }
 
 TEST(Player, SeveralClipsFillThePanesInOrder) {
