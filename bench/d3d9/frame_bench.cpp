@@ -149,7 +149,7 @@ void Measure(int width, int height, int frames) {
       landmarks(width, height);
   texts.AddTexts(height);
   mosaics.AddMosaics();
-  // Each comparison by itself: between two frames of the same pane there must always be one of the other only.
+  // Each comparison by itself: between two frames of the same pane must be one of the other only.
   const auto compare = [&](const char* what, int textCount, Pane& pane) {
     const auto ms =
         MedianMs({{"bare", [&] { bare.Draw(f, textCount); }}, {"library", [&] { pane.Draw(f); }}}, frames);

@@ -13,8 +13,8 @@
 /// PCM player on the wave-out device, with a capture path on the wave-in device.
 ///
 /// Playing runs on a thread of its own that pulls from the client's callback; the other operations may be
-/// called from any thread; Play, Stop and destruction not from the callback. Nothing is reported to the client: a device that cannot be
-/// opened leaves a thread that waits for Stop.
+/// called from any thread; Play, Stop and destruction not from the callback. Nothing is reported to the
+/// client: a device that cannot be opened leaves a thread that waits for Stop.
 class CAudio {
  public:
   CAudio() = default;

@@ -4,8 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 
-/// A locked queue of bytes that one thread fills and the player empties. A packet must appear whole, its header and
-/// data added under one lock: the player takes them in two steps and could not find the next header otherwise.
+/// A locked queue of bytes that one thread fills and the player empties. A packet must appear whole, its
+/// header and data added under one lock: the player takes them in two steps and could not find the next
+/// header otherwise.
 class ByteQueue {
  public:
   virtual ~ByteQueue() = default;

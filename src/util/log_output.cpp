@@ -7,7 +7,7 @@ namespace {
 
 /// Holds a byte range far behind the end of the file against other processes, so that one appends at a time
 /// and readers are not hindered. Gives up after a while, and then for some seconds at once: a process that is
-/// halted while it holds the range must not halt this one. A file system without such locks is not waited for.
+/// halted while it holds the range must not halt this one. A file system without locks is not waited for.
 class AppendTurn {
  public:
   explicit AppendTurn(HANDLE file) : m_file(file) {

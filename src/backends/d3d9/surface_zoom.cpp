@@ -37,7 +37,7 @@ void Enlarge(uint8_t* to, const uint8_t* from, int32_t count) {
   }
 }
 
-/// Eight samples fill three little-endian words exactly; overlapping writes would cost three times as much here.
+/// Eight samples fill three little-endian words exactly; overlapping writes would cost three times as much.
 template <>
 void Enlarge<3>(uint8_t* to, const uint8_t* from, int32_t count) {
   constexpr uint64_t kRun = 0x010101;

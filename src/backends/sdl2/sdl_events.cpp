@@ -7,8 +7,8 @@
 
 namespace {
 
-/// Events of our windows that may be waiting in the queue before they are cleared out. SDL's queue holds 65535 and
-/// refuses everything once it is full.
+/// Events of our windows that may be waiting in the queue before they are cleared out. SDL's queue holds
+/// 65535 and refuses everything once it is full.
 constexpr int kMaxWaiting = 512;
 
 struct Pane {
@@ -17,8 +17,8 @@ struct Pane {
   UINT_PTR context;
 };
 
-/// Panes by SDL window. SDL's own list of windows must not be walked while another thread opens or closes one.
-/// The lock is taken last of all and held for notes only.
+/// Panes by SDL window. SDL's own list of windows must not be walked while another thread opens or closes
+/// one. The lock is taken last of all and held for notes only.
 CMutexLock g_panesLock;
 std::map<uint32_t, Pane> g_panes;
 

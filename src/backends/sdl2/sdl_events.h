@@ -8,7 +8,8 @@
 #include <atomic>
 #include <cstdint>
 
-/// Events of our own. They use the layout of SDL_WindowEvent: windowID names the pane, data1 and data2 carry values.
+/// Events of our own. They use the layout of SDL_WindowEvent: windowID names the pane, data1 and data2 carry
+/// values.
 constexpr uint32_t kSizeChangeEvent = 0x8123;  ///< data1, data2: the new video size
 constexpr uint32_t kTeardownEvent = 0x8124;
 
@@ -34,7 +35,7 @@ class PaneRegistration {
  public:
   PaneRegistration(uint32_t windowId, PaneEvents& events, FlashFunction flash, UINT_PTR context);
 
-  /// Waits for a filter that is just dealing with the pane, and clears SDL's queue of what the window left in it.
+  /// Waits for a filter that is just dealing with the pane, and clears SDL's queue of what it left.
   ~PaneRegistration();
   PaneRegistration(const PaneRegistration&) = delete;
   PaneRegistration& operator=(const PaneRegistration&) = delete;
@@ -44,21 +45,22 @@ class PaneRegistration {
 };
 
 /// Installed once; runs for every event, in the thread that pushes it. SDL holds its lock of event watchers
-/// meanwhile, which a drawing thread may want while it holds its pane's lock. So nothing here waits for a pane or
-/// calls the client: the filter only leaves notes. Returns 1, so that every event is queued as well, but for a size
-/// change of our windows: SDL's renderers would react to it on the window's thread, unsynchronised with the one that
-/// draws. That event is held back, and the drawing thread passes it on.
+/// meanwhile, which a drawing thread may want while it holds its pane's lock. So nothing here waits for a
+/// pane or calls the client: the filter only leaves notes. Returns 1, so that every event is queued as well,
+/// but for a size change of our windows: SDL's renderers would react to it on the window's thread,
+/// unsynchronised with the one that draws. That event is held back, and the drawing thread passes it on.
 int SDLCALL FilterEvent(void* user, SDL_Event* event);
 
 /// Tells the renderer of a window, on the calling thread, that the window's size changed.
 void PassOnSizeChange(SDL_Window* window);
 
-/// Pushes an event of our own and takes it off the queue again, which nobody may be polling. The result is that of
-/// SDL_PushEvent: 0 when somebody filtered it out, below 0 when the queue is full of the client's events.
+/// Pushes an event of our own and takes it off the queue again, which nobody may be polling. The result is
+/// that of SDL_PushEvent: 0 when somebody filtered it out, below 0 when the queue is full of the client's
+/// events.
 int PushOwnEvent(SDL_Event& event);
 
-/// Encloses calls into a renderer. Events that SDL pushes from within when it had to reset a device are taken off the
-/// queue at the end.
+/// Encloses calls into a renderer. Events that SDL pushes from within when it had to reset a device are taken
+/// off the queue at the end.
 class RenderScope {
  public:
   RenderScope();
@@ -73,5 +75,5 @@ class RenderScope {
   int m_resets = 0;
 };
 
-/// Counts device losses that took renderers and textures with them; a pane that sees it move rebuilds its own.
+/// Counts device losses that took renderers and textures with them; a pane that sees it move rebuilds them.
 uint32_t RenderDeviceGeneration();

@@ -9,17 +9,7 @@
 namespace {
 
 constexpr uint32_t kPlanarYuv420 = 3;
-constexpr DWORD kErrorIntervalMs = 1000;
-
-/// When a frame's failure was last reported, by any pane.
-std::atomic<DWORD> g_lastErrorTick{0};
-
-void ReportFrameError() {
-  const DWORD now = GetTickCount();
-  if (now - g_lastErrorTick <= kErrorIntervalMs) return;
-  g_lastErrorTick = now;
-  ReportSdlError(1, "SDLDisplayer::DisplayFrame");
-}
+Throttle g_frameErrors(kErrorIntervalMs);
 
 }  // namespace
 
@@ -38,7 +28,7 @@ int32_t SDLDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t
       return 1;
     }
     presented = Present({pY, strideY, pU, strideU, pV, strideV});
-    if (!presented) ReportFrameError();
+    if (!presented && g_frameErrors.Pass()) ReportSdlError(1, "SDLDisplayer::DisplayFrame");
     width = m_dwWidth;
     height = m_dwHeight;
   }

@@ -1,26 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "backends/sdl2/sdl_overlays.h"
 
-#include <windows.h>
-
-#include <atomic>
-
 #include "backends/sdl2/sdl_error.h"
 #include "display/osd_layout.h"
 
 namespace {
 
-constexpr DWORD kErrorIntervalMs = 1000;
-
-/// When the missing font was last reported, by any pane; every frame would.
-std::atomic<DWORD> g_lastFontErrorTick{0};
-
-void ReportMissingFont() {
-  const DWORD now = GetTickCount();
-  if (now - g_lastFontErrorTick <= kErrorIntervalMs) return;
-  g_lastFontErrorTick = now;
-  ReportSdlError(2, "DrawOSDText::SetPlayWnd", "SDLDisplayer::DrawOSDText");
-}
+Throttle g_fontErrors(kErrorIntervalMs);
 
 }  // namespace
 
@@ -35,7 +21,7 @@ bool SdlOverlays::DrawOsdText(SDL_Renderer* renderer, const TextItem& item, cons
   const auto place = PlaceOsdText(item, map.displayWidth, map.displayHeight);
   if (!place) return false;
   if (!m_osdFont.SetSize(OsdFontSize(map.displayHeight))) {
-    ReportMissingFont();
+    if (g_fontErrors.Pass()) ReportSdlError(2, "DrawOSDText::SetPlayWnd", "SDLDisplayer::DrawOSDText");
     return false;
   }
   return m_text.Draw(renderer, m_osdFont, item.text, place->x, place->y, place->wrapWidth,

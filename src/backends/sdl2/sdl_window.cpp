@@ -41,8 +41,8 @@ void SDLDisplayer::ForgetPlayWnd() {
   if (GetPropA(m_hPlayWnd, kDisplayerKey) == this) RemovePropA(m_hPlayWnd, kDisplayerKey);
 }
 
-/// Showing sends messages to the window. Its thread may wait for this pane meanwhile, so other threads do not wait
-/// for the answers.
+/// Showing sends messages to the window. Its thread may wait for this pane meanwhile, so other threads do not
+/// wait for the answers.
 void SDLDisplayer::ShowPlayWnd() const {
   if (IsWindowThread(m_hPlayWnd)) {
     ShowWindow(m_hPlayWnd, SW_SHOW);
@@ -158,9 +158,9 @@ void SDLDisplayer::AdjustWinRect() {
   if (m_fMosaicRight > m_fMosaicLeft && m_fMosaicBottom > m_fMosaicTop) UpdateMosaicRect();
 }
 
-// The event goes through SDL for whoever watches SDL's events; what it asks for is done here, right after. SDL holds
-// its process-wide lock of event watchers while filters run: making a device in there would keep the window's thread,
-// which pushes events too, from answering the driver.
+// The event goes through SDL for whoever watches SDL's events; what it asks for is done here, right after.
+// SDL holds its process-wide lock of event watchers while filters run: making a device in there would keep
+// the window's thread, which pushes events too, from answering the driver.
 bool SDLDisplayer::PostEvent(uint32_t type, int32_t first, int32_t second) {
   if (!m_sdlWindow || !IsWindow(m_hPlayWnd)) return false;
   SDL_Event event{};
