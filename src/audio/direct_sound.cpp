@@ -81,16 +81,15 @@ bool CDirectSound::AllocateScratch() {
   m_packetCapacity = size_t{m_packetBytes} * 2;
   m_packet.reset(new (std::nothrow) uint8_t[m_packetCapacity]);
   m_overflow.reset(new (std::nothrow) uint8_t[kOverflowBytes]);
-  if (m_packet && m_overflow) return true;
-  m_packet.reset();
-  m_overflow.reset();
-  return false;
+  return m_packet && m_overflow;
 }
 
 void CDirectSound::ReleaseDevice() {
   m_pBuffer8.reset();
   m_pBuffer.reset();
   m_pDevice.reset();
+  m_packet.reset();
+  m_overflow.reset();
 }
 
 int CDirectSound::Start() {
