@@ -3,15 +3,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <new>
 
 namespace {
 
 /// Part of the picture settings' definition; not the nearest double to pi.
 constexpr double kPi = 3.1415926;
 constexpr int32_t kNeutral = 128;
-/// No chroma value leaves the hue step beyond this: |u'| <= 128 * sqrt(2), |v'| <= 128 + |u'|.
-constexpr int32_t kMaxRotated = 320;
 
 bool InRange(int32_t value, int32_t limit) {
   return value >= -limit && value <= limit;
@@ -32,12 +29,6 @@ uint8_t ScaleChroma(int32_t value, double saturation, double contrast) {
   return ToByte(value);
 }
 
-struct Rotation {
-  explicit Rotation(int32_t hue) : cosine(std::cos(hue * kPi / 180.0)), sine(std::sin(hue * kPi / 180.0)) {}
-  double cosine;
-  double sine;
-};
-
 }  // namespace
 
 bool IsAdjustActive(const ColorValues& values) {
@@ -46,9 +37,9 @@ bool IsAdjustActive(const ColorValues& values) {
          InRange(values.saturation, kMaxSaturation) && InRange(values.brightness, kMaxBrightness);
 }
 
-bool AdjustTables::Update(const ColorValues& values) {
-  if (values == m_built) return true;
-  m_built = {};
+void AdjustTables::Update(const ColorValues& values) {
+  if (values == m_built) return;
+  m_built = values;
   const double contrast = values.contrast / 100.0;
   const double saturation = values.saturation / 100.0;
   m_luma.Fill([&](int32_t y) {
@@ -57,29 +48,13 @@ bool AdjustTables::Update(const ColorValues& values) {
   });
   m_luma.TryOdd(1 + contrast, 1);
   m_luma.TryLinear(1 + contrast);
-  m_chroma.Fill([&](int32_t u) { return ScaleChroma(u - kNeutral, saturation, contrast); });
-  m_chroma.TryOdd(1 + saturation, 1 + contrast);
-  if (values.hue != 0 && !BuildPairs(values)) return false;
-  m_built = values;
-  return true;
-}
-
-bool AdjustTables::BuildPairs(const ColorValues& values) {
-  if (!m_pairs) m_pairs.reset(new (std::nothrow) uint16_t[256 * 256 + 1]);
-  if (!m_pairs) return false;
-  uint8_t scaled[kMaxRotated * 2 + 1];
-  for (int32_t i = -kMaxRotated; i <= kMaxRotated; ++i)
-    scaled[i + kMaxRotated] = ScaleChroma(i, values.saturation / 100.0, values.contrast / 100.0);
-
-  const Rotation r(values.hue);
-  uint16_t* pair = m_pairs.get();
-  for (int32_t u = -kNeutral; u < kNeutral; ++u) {
-    for (int32_t v = -kNeutral; v < kNeutral; ++v) {
-      // Both lines add, and the second uses the new u: the clients' pictures are tuned to this form.
-      const int32_t newU = Trunc(u * r.cosine + v * r.sine);
-      const int32_t newV = Trunc(v * r.cosine + newU * r.sine);
-      *pair++ = static_cast<uint16_t>(scaled[newU + kMaxRotated] | scaled[newV + kMaxRotated] << 8);
-    }
+  const auto scale = [&](int32_t value) { return ScaleChroma(value, saturation, contrast); };
+  if (values.hue == 0) {
+    m_chroma.Fill([&](int32_t u) { return scale(u - kNeutral); });
+    m_chroma.TryOdd(1 + saturation, 1 + contrast);
+  } else {
+    const double angle = values.hue * kPi / 180.0;
+    m_pairs.SetRotation(std::cos(angle), std::sin(angle));
+    m_pairs.FillScale(scale, 1 + saturation, 1 + contrast);
   }
-  return true;
 }

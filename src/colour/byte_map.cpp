@@ -64,16 +64,13 @@ uint8_t Apply(const LinearMap& m, int32_t byte) {
 }
 
 /// floor(|distance| * slope): a factor that is never below the slope, and above it by less than a hundredth
-/// in all 128 steps. A slope of 2 does not fit and is tried as the next smaller factor.
+/// in 320 steps. A slope of 2 does not fit and is tried as the next smaller factor.
 uint16_t OddFactor(double slope) {
   return static_cast<uint16_t>(std::min(std::ceil(slope * 0x8000), 65535.0));
 }
 
 uint8_t Apply(const OddMap& m, int32_t byte) {
-  int32_t distance = std::abs(byte - kMiddle);
-  for (const uint16_t factor : m.factors)
-    distance = (distance * 2 * factor) >> 16;
-  return static_cast<uint8_t>(std::clamp(kMiddle + (byte < kMiddle ? -distance : distance), 0, 255));
+  return m.ToByte(byte - kMiddle);
 }
 
 template <class Map>
@@ -84,6 +81,17 @@ bool Equals(const Map& map, const uint8_t (&table)[256]) {
 }
 
 }  // namespace
+
+OddMap::OddMap(double firstSlope, double secondSlope)
+    : factors{OddFactor(firstSlope), OddFactor(secondSlope)} {
+}
+
+uint8_t OddMap::ToByte(int32_t distance) const {
+  int32_t size = std::abs(distance);
+  for (const uint16_t factor : factors)
+    size = (size * 2 * factor) >> 16;
+  return static_cast<uint8_t>(std::clamp(kMiddle + (distance < 0 ? -size : size), 0, 255));
+}
 
 void ByteMap::FindTableForm() {
   bool same = true;
@@ -106,6 +114,6 @@ void ByteMap::TryLinear(double slope) {
 }
 
 void ByteMap::TryOdd(double firstSlope, double secondSlope) {
-  odd = {{OddFactor(firstSlope), OddFactor(secondSlope)}};
+  odd = OddMap(firstSlope, secondSlope);
   if (form == Form::Table && Equals(odd, table)) form = Form::Odd;
 }

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-/// A line whose rounding changes in the middle, in 16-bit words. With p = ((byte * 256 + fill) * factor) >> 16,
-/// which has seven fraction bits:
+/// A line whose rounding changes in the middle, in 16-bit words. With seven fraction bits in
+///   p = ((byte * 256 + fill) * factor) >> 16
 ///   above = (p + addAbove - subAbove) >> 7, below = (p + addBelow - subBelow) >> 7
 ///   byte = max(above, min(below, 128)), at most 255
 /// Additions and subtractions saturate at 65535 and 0; one of each pair of offsets is 0.
@@ -22,6 +22,12 @@ struct LinearMap {
 /// and goes back to the side it came from, clamped to a byte.
 struct OddMap {
   uint16_t factors[2] = {0, 0};
+
+  OddMap() = default;
+  /// Each slope, 0 to 2, belongs to one truncation.
+  OddMap(double firstSlope, double secondSlope);
+
+  uint8_t ToByte(int32_t distance) const;
 };
 
 /// A function of one byte, in the forms that the loops can use.

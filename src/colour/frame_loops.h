@@ -4,6 +4,7 @@
 #pragma once
 
 #include "colour/byte_map.h"
+#include "colour/chroma_map.h"
 #include "colour/kernels.h"
 
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
@@ -55,8 +56,7 @@ struct Linear {
 
 /// OddMap on words.
 struct Odd {
-  explicit Odd(const ByteMap& map)
-      : m_first(Set16(map.odd.factors[0])), m_second(Set16(map.odd.factors[1])) {}
+  explicit Odd(const OddMap& map) : m_first(Set16(map.factors[0])), m_second(Set16(map.factors[1])) {}
 
   /// Rounded distances with their signs; those beyond a byte are left to the packing.
   Vec Words(Vec distance, Vec sign) const {
@@ -125,14 +125,14 @@ inline void MapBackward(uint8_t* out, const uint8_t* in, size_t count, const Map
 void MapBytes(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map) {
   if (count < kStep) return kScalarKernels.mapBytes(out, in, count, map);
   if (map.form == ByteMap::Form::Linear) return MapForward<2>(out, in, count, Linear(map));
-  if (map.form == ByteMap::Form::Odd) return MapForward<2>(out, in, count, Odd(map));
+  if (map.form == ByteMap::Form::Odd) return MapForward<2>(out, in, count, Odd(map.odd));
   MapForward<1>(out, in, count, Table(map));
 }
 
 void MapBytesReversed(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map) {
   if (count < kStep) return kScalarKernels.mapBytesReversed(out, in, count, map);
   if (map.form == ByteMap::Form::Linear) return MapBackward<2>(out, in, count, Linear(map));
-  if (map.form == ByteMap::Form::Odd) return MapBackward<2>(out, in, count, Odd(map));
+  if (map.form == ByteMap::Form::Odd) return MapBackward<2>(out, in, count, Odd(map.odd));
   MapBackward<1>(out, in, count, Table(map));
 }
 
@@ -141,36 +141,131 @@ void CopyReversed(uint8_t* out, const uint8_t* in, size_t count) {
   MapBackward<4>(out, in, count, Identity());
 }
 
-/// New u and v of one vector of samples each.
-struct MappedPair {
-  MappedPair(Vec u, Vec v, const uint16_t* pairs) {
-    const Vec low = LookUp16(UnpackLow8(v, u), pairs);
-    const Vec high = LookUp16(UnpackHigh8(v, u), pairs);
-    const Vec byte = Set16(0xFF);
-    newU = PackUnsigned8(And(low, byte), And(high, byte));
-    newV = PackUnsigned8(ShiftRight16<8>(low), ShiftRight16<8>(high));
-  }
-  Vec newU;
-  Vec newV;
+/// Values as they leave the rotation, in words: floored, and which of them are negative.
+struct Rotated {
+  explicit Rotated(Vec words) : floor(words), negative(Greater16(Zero(), words)) {}
+
+  /// Truncated: flooring went one too far on the negative side.
+  Vec Value() const { return Sub16(floor, negative); }
+  Vec Size() const { return Xor(floor, negative); }
+
+  Vec floor;
+  Vec negative;
 };
 
-void MapPairs(const PlanePair& p, size_t count, const uint16_t* pairs) {
-  if (count < kStep) return kScalarKernels.mapPairs(p, count, pairs);
+/// One factor for each word of a pair, in two parts of 15 bits.
+class PairFactors {
+ public:
+  PairFactors(int32_t first, int32_t second)
+      : m_high(SetPairs(first >> 15, second >> 15)), m_low(SetPairs(first & 0x7FFF, second & 0x7FFF)) {}
+
+  /// first * its factor + second * its factor, floored, as words; the words hold 1 << kScale for each unit.
+  template <int kScale>
+  Rotated Sum(Vec first, Vec second) const {
+    return Rotated(PackSigned16(ShiftRightSigned32<15 + kScale>(Dot(UnpackLow16(first, second))),
+                                ShiftRightSigned32<15 + kScale>(Dot(UnpackHigh16(first, second)))));
+  }
+
+ private:
+  Vec Dot(Vec pairs) const {
+    return Add32(MulAdd16(pairs, m_high), ShiftRightSigned32<15>(MulAdd16(pairs, m_low)));
+  }
+
+  Vec m_high;
+  Vec m_low;
+};
+
+struct NoScale {
+  explicit NoScale(const ChromaMap&) {}
+  Vec operator()(const Rotated& low, const Rotated& high) const {
+    return Xor(PackSigned8(low.Value(), high.Value()), Set8(0x80));
+  }
+};
+
+struct OddScale {
+  explicit OddScale(const ChromaMap& map) : m_odd(map.odd) {}
+  Vec operator()(const Rotated& low, const Rotated& high) const {
+    return Xor(PackSigned8(m_odd.Words(low.Size(), low.floor), m_odd.Words(high.Size(), high.floor)),
+               Set8(0x80));
+  }
+
+ private:
+  Odd m_odd;
+};
+
+struct TableScale {
+  explicit TableScale(const ChromaMap& map) : m_scaled(map.scaled) {}
+  Vec operator()(const Rotated& low, const Rotated& high) const {
+    return PackUnsigned8(LookUp(low.Value()), LookUp(high.Value()));
+  }
+
+ private:
+  Vec LookUp(Vec values) const { return LookUp16(Add16(values, Set16(ChromaMap::kMaxRotated)), m_scaled); }
+  const uint16_t* m_scaled;
+};
+
+/// New u and v of one vector of samples each.
+template <class Scale>
+class PairMapper {
+ public:
+  explicit PairMapper(const ChromaMap& map)
+      : m_forU(map.cosine, map.sine), m_forV(map.sine, map.cosine), m_scale(map) {}
+
+  void operator()(Vec& u, Vec& v) const {
+    u = Xor(u, Set8(0x80));
+    v = Xor(v, Set8(0x80));
+    const Vec lowV = UnpackLow8(Zero(), v);
+    const Vec highV = UnpackHigh8(Zero(), v);
+    const Rotated lowU = m_forU.template Sum<8>(UnpackLow8(Zero(), u), lowV);
+    const Rotated highU = m_forU.template Sum<8>(UnpackHigh8(Zero(), u), highV);
+    u = m_scale(lowU, highU);
+    v = m_scale(m_forV.template Sum<0>(lowU.Value(), ShiftRightSigned16<8>(lowV)),
+                m_forV.template Sum<0>(highU.Value(), ShiftRightSigned16<8>(highV)));
+  }
+
+ private:
+  PairFactors m_forU;
+  PairFactors m_forV;
+  Scale m_scale;
+};
+
+template <class Scale>
+void MapPairsForward(const PlanePair& p, size_t count, const ChromaMap& map) {
+  const PairMapper<Scale> mapper(map);
   ForEachVector<1>(count, [&](size_t at) {
-    const MappedPair mapped(Load(p.inU + at), Load(p.inV + at), pairs);
-    Store(p.outU + at, mapped.newU);
-    Store(p.outV + at, mapped.newV);
+    Vec u = Load(p.inU + at);
+    Vec v = Load(p.inV + at);
+    mapper(u, v);
+    Store(p.outU + at, u);
+    Store(p.outV + at, v);
   });
 }
 
-void MapPairsReversed(const PlanePair& p, size_t count, const uint16_t* pairs) {
-  if (count < kStep) return kScalarKernels.mapPairsReversed(p, count, pairs);
+template <class Scale>
+void MapPairsBackward(const PlanePair& p, size_t count, const ChromaMap& map) {
+  const PairMapper<Scale> mapper(map);
   const size_t end = count - kStep;
   ForEachVector<1>(count, [&](size_t at) {
-    const MappedPair mapped(Load(p.inU + at), Load(p.inV + at), pairs);
-    Store(p.outU + end - at, ReverseBytes(mapped.newU));
-    Store(p.outV + end - at, ReverseBytes(mapped.newV));
+    Vec u = Load(p.inU + at);
+    Vec v = Load(p.inV + at);
+    mapper(u, v);
+    Store(p.outU + end - at, ReverseBytes(u));
+    Store(p.outV + end - at, ReverseBytes(v));
   });
+}
+
+void MapPairs(const PlanePair& p, size_t count, const ChromaMap& map) {
+  if (count < kStep) return kScalarKernels.mapPairs(p, count, map);
+  if (map.scale == ChromaMap::Scale::None) return MapPairsForward<NoScale>(p, count, map);
+  if (map.scale == ChromaMap::Scale::Odd) return MapPairsForward<OddScale>(p, count, map);
+  MapPairsForward<TableScale>(p, count, map);
+}
+
+void MapPairsReversed(const PlanePair& p, size_t count, const ChromaMap& map) {
+  if (count < kStep) return kScalarKernels.mapPairsReversed(p, count, map);
+  if (map.scale == ChromaMap::Scale::None) return MapPairsBackward<NoScale>(p, count, map);
+  if (map.scale == ChromaMap::Scale::Odd) return MapPairsBackward<OddScale>(p, count, map);
+  MapPairsBackward<TableScale>(p, count, map);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 struct ByteMap;
+struct ChromaMap;
 struct ConversionTables;
 
 /// Two rows of luma, the chroma row that they share, and the two rows of packed pixels made of them.
@@ -39,14 +40,14 @@ using Yuv422RowKernel = void (*)(uint8_t* out, const uint8_t* y, const uint8_t* 
 using MapBytesKernel = void (*)(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map);
 using CopyReversedKernel = void (*)(uint8_t* out, const uint8_t* in, size_t count);
 
-/// Two planes mapped together: pairs[u * 256 + v] is the new u in the low and the new v in the high byte.
+/// Two planes mapped together.
 struct PlanePair {
   uint8_t* outU;
   uint8_t* outV;
   const uint8_t* inU;
   const uint8_t* inV;
 };
-using MapPairsKernel = void (*)(const PlanePair& planes, size_t count, const uint16_t* pairs);
+using MapPairsKernel = void (*)(const PlanePair& planes, size_t count, const ChromaMap& map);
 
 /// One form of every loop.
 struct ColourKernels {

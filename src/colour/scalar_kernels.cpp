@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "colour/byte_map.h"
+#include "colour/chroma_map.h"
 #include "colour/conversion_tables.h"
 #include "colour/kernels.h"
 
@@ -115,20 +116,28 @@ void CopyReversed(uint8_t* out, const uint8_t* in, size_t count) {
   std::reverse_copy(in, in + count, out);
 }
 
-void MapPair(const PlanePair& p, size_t to, size_t from, const uint16_t* pairs) {
-  const uint16_t pair = pairs[p.inU[from] * 256 + p.inV[from]];
-  p.outU[to] = static_cast<uint8_t>(pair);
-  p.outV[to] = static_cast<uint8_t>(pair >> 8);
+int32_t Rotated(int32_t along, int32_t across, const ChromaMap& map) {
+  return static_cast<int32_t>((int64_t{along} * map.cosine + int64_t{across} * map.sine) /
+                              (int64_t{1} << ChromaMap::kFractionBits));
 }
 
-void MapPairs(const PlanePair& p, size_t count, const uint16_t* pairs) {
-  for (size_t i = 0; i < count; ++i)
-    MapPair(p, i, i, pairs);
+// Both lines add, and the second uses the new u: the clients' pictures are tuned to this form.
+void MapPair(const PlanePair& p, size_t to, size_t from, const ChromaMap& map) {
+  const int32_t v = p.inV[from] - 128;
+  const int32_t newU = Rotated(p.inU[from] - 128, v, map);
+  const int32_t newV = Rotated(v, newU, map);
+  p.outU[to] = static_cast<uint8_t>(map.scaled[newU + ChromaMap::kMaxRotated]);
+  p.outV[to] = static_cast<uint8_t>(map.scaled[newV + ChromaMap::kMaxRotated]);
 }
 
-void MapPairsReversed(const PlanePair& p, size_t count, const uint16_t* pairs) {
+void MapPairs(const PlanePair& p, size_t count, const ChromaMap& map) {
   for (size_t i = 0; i < count; ++i)
-    MapPair(p, i, count - 1 - i, pairs);
+    MapPair(p, i, i, map);
+}
+
+void MapPairsReversed(const PlanePair& p, size_t count, const ChromaMap& map) {
+  for (size_t i = 0; i < count; ++i)
+    MapPair(p, i, count - 1 - i, map);
 }
 
 }  // namespace

@@ -72,6 +72,11 @@ inline Vec Set8(int32_t a) {
 inline Vec Set16(int32_t a) {
   return _mm256_set1_epi16(static_cast<short>(a));
 }
+/// Word pairs of the two.
+inline Vec SetPairs(int32_t first, int32_t second) {
+  return _mm256_set1_epi32(
+      static_cast<int32_t>(static_cast<uint32_t>(second) << 16 | static_cast<uint16_t>(first)));
+}
 inline Vec And(Vec a, Vec b) {
   return _mm256_and_si256(a, b);
 }
@@ -142,6 +147,10 @@ inline Vec ShiftRight16(Vec a) {
   return _mm256_srli_epi16(a, kBits);
 }
 template <int kBits>
+inline Vec ShiftRightSigned16(Vec a) {
+  return _mm256_srai_epi16(a, kBits);
+}
+template <int kBits>
 inline Vec ShiftRightSigned32(Vec a) {
   return _mm256_srai_epi32(a, kBits);
 }
@@ -180,7 +189,7 @@ inline Vec ReverseLanes(Vec a) {
   return _mm256_permute2x128_si256(a, a, 0x01);
 }
 
-/// Words of a table of 65536 and one more, which may be read and is dropped.
+/// Words of a table. The one behind each may be read and is dropped.
 inline Vec LookUp16(Vec indices, const uint16_t* table) {
   const auto* const words = reinterpret_cast<const int*>(table);
   const Vec low = _mm256_i32gather_epi32(words, UnpackLow16(indices, Zero()), 2);

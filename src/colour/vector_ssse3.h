@@ -68,6 +68,11 @@ inline Vec Set8(int32_t a) {
 inline Vec Set16(int32_t a) {
   return _mm_set1_epi16(static_cast<short>(a));
 }
+/// Word pairs of the two.
+inline Vec SetPairs(int32_t first, int32_t second) {
+  return _mm_set1_epi32(
+      static_cast<int32_t>(static_cast<uint32_t>(second) << 16 | static_cast<uint16_t>(first)));
+}
 inline Vec And(Vec a, Vec b) {
   return _mm_and_si128(a, b);
 }
@@ -138,6 +143,10 @@ inline Vec ShiftRight16(Vec a) {
   return _mm_srli_epi16(a, kBits);
 }
 template <int kBits>
+inline Vec ShiftRightSigned16(Vec a) {
+  return _mm_srai_epi16(a, kBits);
+}
+template <int kBits>
 inline Vec ShiftRightSigned32(Vec a) {
   return _mm_srai_epi32(a, kBits);
 }
@@ -183,7 +192,7 @@ inline long long LookUpFour(uint64_t indices, const uint16_t* table) {
   return static_cast<long long>(low | high << 32);
 }
 
-/// Words of a table of 65536.
+/// Words of a table.
 inline Vec LookUp16(Vec indices, const uint16_t* table) {
   alignas(16) uint64_t quads[2];
   Store(quads, indices);

@@ -34,13 +34,13 @@ void FrameCopier::CopyChroma(const PlaneCopy& u, const PlaneCopy& v, size_t stri
   const MapPairsKernel map = IsMirrored() ? m_kernels.mapPairsReversed : m_kernels.mapPairs;
   const size_t run = RunLength(u.bytes, stride);
   for (size_t at = 0; at < u.bytes; at += run)
-    map({u.out + at, v.out + at, u.in + at, v.in + at}, run, m_pairs);
+    map({u.out + at, v.out + at, u.in + at, v.in + at}, run, *m_pairs);
 }
 
 void FrameCopier::CopyUnevenChroma(const PlaneCopy& u, const PlaneCopy& v, size_t strideV, size_t rows,
                                    size_t adjusted) const {
   const size_t both = std::min({adjusted, u.bytes, v.bytes});
-  if (m_pairs && both != 0) m_kernels.mapPairs({u.out, v.out, u.in, v.in}, both, m_pairs);
+  if (m_pairs && both != 0) m_kernels.mapPairs({u.out, v.out, u.in, v.in}, both, *m_pairs);
   for (const PlaneCopy* plane : {&u, &v}) {
     if (plane->bytes == 0) continue;
     if (!m_pairs) CopyRun(plane->out, plane->in, both, false, m_chroma);

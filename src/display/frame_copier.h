@@ -43,6 +43,6 @@ class FrameCopier {
   bool m_halfTurn;
   const ByteMap* m_luma;
   const ByteMap* m_chroma;
-  const uint16_t* m_pairs;
+  const ChromaMap* m_pairs;
   const ColourKernels& m_kernels;
 };

@@ -39,7 +39,7 @@ FrameView WorkingFrame::Prepare(const FrameView& client, uint32_t height, uint32
       !IsReadable(client.v, client.strideV))
     return client;
   const bool adjust = IsAdjustActive(colors);
-  if (adjust && !m_tables.Update(colors)) return client;
+  if (adjust) m_tables.Update(colors);
   const PlaneSizes size(client, height);
   uint8_t* const memory = Reserve(AlignUp(size.y) + AlignUp(size.u) + size.v);
   if (!memory) return client;

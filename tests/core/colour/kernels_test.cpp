@@ -64,6 +64,13 @@ TEST(Kernels, NearlyAllSettingsNeedNoTable) {
                          return tables.Chroma().form;
                        }),
             0.08);
+  EXPECT_LT(TableShare(kMaxSaturation,
+                       [&](int32_t saturation, int32_t contrast) {
+                         tables.Update({0, contrast, saturation, 30});
+                         return tables.Pairs()->scale == ChromaMap::Scale::Table ? ByteMap::Form::Table
+                                                                                 : ByteMap::Form::Odd;
+                       }),
+            0.08);
 }
 
 }  // namespace

@@ -115,13 +115,22 @@ class Working : public KernelTest {
   WorkingFrame m_working;
 };
 
-TEST_P(Working, EverySampleUnderManySettings) {
-  const ClientFrame f = MakeFrame({512, 256, 256, 256});
+/// Holds every pair of chroma samples, and with `lumaStride` every luma.
+ClientFrame EveryPair(int32_t lumaStride) {
+  const Layout layout{512, lumaStride, 256, 256};
+  ClientFrame f(layout, GuardedBuffer(size_t{512} * static_cast<size_t>(lumaStride)), GuardedBuffer(65536),
+                GuardedBuffer(65536));
   for (size_t i = 0; i < 65536; ++i) {
-    f.y[i * 2] = static_cast<uint8_t>(i);
     f.u[i] = static_cast<uint8_t>(i / 256);
     f.v[i] = static_cast<uint8_t>(i);
   }
+  for (size_t i = 0; i < f.y.size(); ++i)
+    f.y[i] = static_cast<uint8_t>(i / 2);
+  return f;
+}
+
+TEST_P(Working, EverySampleUnderManySettings) {
+  const ClientFrame f = EveryPair(256);
   for (int32_t round = 0; round < 120; ++round) {
     const Settings s = RandomSettings();
     SCOPED_TRACE(testing::Message() << "brightness " << s.brightness << ", contrast " << s.contrast
@@ -151,6 +160,24 @@ TEST_P(Working, EverySaturationAndContrastOnChroma) {
   for (int32_t contrast = -100; contrast <= 100; contrast += 3) {
     for (int32_t saturation = -100; saturation <= 100; ++saturation)
       ASSERT_NO_FATAL_FAILURE(Check(f, 3, {0, contrast, saturation, 0})) << contrast << ", " << saturation;
+  }
+}
+
+TEST_P(Working, EveryHueOnEveryPair) {
+  const ClientFrame f = EveryPair(0);
+  for (int32_t hue = -kMaxHue; hue <= kMaxHue; ++hue) {
+    const double c = std::cos(hue * 3.1415926 / 180.0);
+    const double s = std::sin(hue * 3.1415926 / 180.0);
+    Planes want{{}, std::vector<uint8_t>(65536), std::vector<uint8_t>(65536)};
+    for (size_t i = 0; i < 65536; ++i) {
+      const int32_t v = f.v[i] - 128;
+      const auto newU = static_cast<int32_t>((f.u[i] - 128) * c + v * s);
+      want.u[i] = reference::Clamp(newU + 128);
+      want.v[i] = reference::Clamp(static_cast<int32_t>(v * c + newU * s) + 128);
+    }
+    const FrameView got = Prepare(m_working, f, 3, {0, 0, 0, hue});
+    ASSERT_EQ(0, std::memcmp(want.u.data(), got.u, 65536)) << "U of hue " << hue;
+    ASSERT_EQ(0, std::memcmp(want.v.data(), got.v, 65536)) << "V of hue " << hue;
   }
 }
 
