@@ -15,8 +15,8 @@ const ColourKernels kAvx2Kernels = {
     BgrToYuv,
     YuvTo422,
     MapBytes,
-    MapBytesReversed,
-    CopyReversed,
+    MapRowsReversed,
+    CopyRowsReversed,
     MapPairs,
-    MapPairsReversed,
+    MapPairRowsReversed,
 };

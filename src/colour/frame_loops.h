@@ -6,6 +6,7 @@
 #include "colour/byte_map.h"
 #include "colour/chroma_map.h"
 #include "colour/kernels.h"
+#include "colour/prefetch.h"
 
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
@@ -17,8 +18,9 @@ struct ByteOrder {
 };
 constexpr ByteOrder kBackward = {{15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0}};
 
-inline Vec ReverseBytes(Vec a) {
-  return ReverseLanes(Shuffle8(a, LoadLane(kBackward.bytes)));
+/// The lanes change places while they are loaded, which leaves one shuffle instead of two.
+inline Vec LoadReversed(const uint8_t* p) {
+  return Shuffle8(LoadLanes(p + kStep - 16, -16), LoadLane(kBackward.bytes));
 }
 
 struct Identity {
@@ -116,10 +118,22 @@ inline void MapForward(uint8_t* out, const uint8_t* in, size_t count, const Map&
 }
 
 /// Reads upward and writes downward: the processor fetches ahead of reads only, and row after row they go up.
+/// So the lines that will be written one row later, or further down in a single row, are asked for.
 template <size_t kUnrolled, class Map>
-inline void MapBackward(uint8_t* out, const uint8_t* in, size_t count, const Map& map) {
-  uint8_t* const end = out + count - kStep;
-  ForEachVector<kUnrolled>(count, [&](size_t at) { Store(end - at, ReverseBytes(map(Load(in + at)))); });
+inline void MapRowsBackward(const ReversedRows& r, const Map& map) {
+  constexpr ptrdiff_t kAhead = 1024;
+  const ptrdiff_t next = r.rows > 1 ? static_cast<ptrdiff_t>(r.rowBytes) : -kAhead;
+  uint8_t* end = r.out + r.rowBytes - kStep;
+  const uint8_t* in = r.in;
+  for (size_t row = 0; row < r.rows; ++row, end += r.rowBytes, in += r.rowBytes) {
+    ForEachVector<kUnrolled>(r.rowBytes, [&](size_t at) {
+      if (at % kCacheLine == 0) {
+        Prefetch<1>(end, next - static_cast<ptrdiff_t>(at));
+        Prefetch<1>(in, kAhead + static_cast<ptrdiff_t>(at));
+      }
+      Store(end - at, map(LoadReversed(in + at)));
+    });
+  }
 }
 
 void MapBytes(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map) {
@@ -129,16 +143,16 @@ void MapBytes(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map)
   MapForward<1>(out, in, count, Table(map));
 }
 
-void MapBytesReversed(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map) {
-  if (count < kStep) return kScalarKernels.mapBytesReversed(out, in, count, map);
-  if (map.form == ByteMap::Form::Linear) return MapBackward<2>(out, in, count, Linear(map));
-  if (map.form == ByteMap::Form::Odd) return MapBackward<2>(out, in, count, Odd(map.odd));
-  MapBackward<1>(out, in, count, Table(map));
+void MapRowsReversed(const ReversedRows& rows, const ByteMap& map) {
+  if (rows.rowBytes < kStep) return kScalarKernels.mapRowsReversed(rows, map);
+  if (map.form == ByteMap::Form::Linear) return MapRowsBackward<2>(rows, Linear(map));
+  if (map.form == ByteMap::Form::Odd) return MapRowsBackward<2>(rows, Odd(map.odd));
+  MapRowsBackward<1>(rows, Table(map));
 }
 
-void CopyReversed(uint8_t* out, const uint8_t* in, size_t count) {
-  if (count < kStep) return kScalarKernels.copyReversed(out, in, count);
-  MapBackward<4>(out, in, count, Identity());
+void CopyRowsReversed(const ReversedRows& rows) {
+  if (rows.rowBytes < kStep) return kScalarKernels.copyRowsReversed(rows);
+  MapRowsBackward<4>(rows, Identity());
 }
 
 /// Values as they leave the rotation, in words: floored, and which of them are negative.
@@ -242,16 +256,18 @@ void MapPairsForward(const PlanePair& p, size_t count, const ChromaMap& map) {
 }
 
 template <class Scale>
-void MapPairsBackward(const PlanePair& p, size_t count, const ChromaMap& map) {
+void MapPairRowsBackward(const PlanePair& p, size_t rowBytes, size_t rows, const ChromaMap& map) {
   const PairMapper<Scale> mapper(map);
-  const size_t end = count - kStep;
-  ForEachVector<1>(count, [&](size_t at) {
-    Vec u = Load(p.inU + at);
-    Vec v = Load(p.inV + at);
-    mapper(u, v);
-    Store(p.outU + end - at, ReverseBytes(u));
-    Store(p.outV + end - at, ReverseBytes(v));
-  });
+  for (size_t row = 0; row < rowBytes * rows; row += rowBytes) {
+    const size_t end = row + rowBytes - kStep;
+    ForEachVector<1>(rowBytes, [&](size_t at) {
+      Vec u = LoadReversed(p.inU + row + at);
+      Vec v = LoadReversed(p.inV + row + at);
+      mapper(u, v);
+      Store(p.outU + end - at, u);
+      Store(p.outV + end - at, v);
+    });
+  }
 }
 
 void MapPairs(const PlanePair& p, size_t count, const ChromaMap& map) {
@@ -261,11 +277,11 @@ void MapPairs(const PlanePair& p, size_t count, const ChromaMap& map) {
   MapPairsForward<TableScale>(p, count, map);
 }
 
-void MapPairsReversed(const PlanePair& p, size_t count, const ChromaMap& map) {
-  if (count < kStep) return kScalarKernels.mapPairsReversed(p, count, map);
-  if (map.scale == ChromaMap::Scale::None) return MapPairsBackward<NoScale>(p, count, map);
-  if (map.scale == ChromaMap::Scale::Odd) return MapPairsBackward<OddScale>(p, count, map);
-  MapPairsBackward<TableScale>(p, count, map);
+void MapPairRowsReversed(const PlanePair& p, size_t rowBytes, size_t rows, const ChromaMap& map) {
+  if (rowBytes < kStep) return kScalarKernels.mapPairRowsReversed(p, rowBytes, rows, map);
+  if (map.scale == ChromaMap::Scale::None) return MapPairRowsBackward<NoScale>(p, rowBytes, rows, map);
+  if (map.scale == ChromaMap::Scale::Odd) return MapPairRowsBackward<OddScale>(p, rowBytes, rows, map);
+  MapPairRowsBackward<TableScale>(p, rowBytes, rows, map);
 }
 
 }  // namespace

@@ -36,9 +36,18 @@ using RgbRowsKernel = void (*)(const RgbRows& rows, int32_t width);
 using Yuv422RowKernel = void (*)(uint8_t* out, const uint8_t* y, const uint8_t* u, const uint8_t* v,
                                  int32_t width);
 
-/// out[i] = map[in[i]]; the reversed forms read `in` from its end. `out` does not overlap `in`.
+/// out[i] = map[in[i]]; `out` does not overlap `in`.
 using MapBytesKernel = void (*)(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map);
-using CopyReversedKernel = void (*)(uint8_t* out, const uint8_t* in, size_t count);
+
+/// Rows without gaps between them, each of which is copied from its end to its beginning.
+struct ReversedRows {
+  uint8_t* out;
+  const uint8_t* in;
+  size_t rowBytes;
+  size_t rows;
+};
+using MapRowsReversedKernel = void (*)(const ReversedRows& rows, const ByteMap& map);
+using CopyRowsReversedKernel = void (*)(const ReversedRows& rows);
 
 /// Two planes mapped together.
 struct PlanePair {
@@ -48,6 +57,8 @@ struct PlanePair {
   const uint8_t* inV;
 };
 using MapPairsKernel = void (*)(const PlanePair& planes, size_t count, const ChromaMap& map);
+using MapPairRowsReversedKernel = void (*)(const PlanePair& planes, size_t rowBytes, size_t rows,
+                                           const ChromaMap& map);
 
 /// One form of every loop.
 struct ColourKernels {
@@ -58,10 +69,10 @@ struct ColourKernels {
   RgbRowsKernel bgrToYuv;
   Yuv422RowKernel yuvTo422;
   MapBytesKernel mapBytes;
-  MapBytesKernel mapBytesReversed;
-  CopyReversedKernel copyReversed;
+  MapRowsReversedKernel mapRowsReversed;
+  CopyRowsReversedKernel copyRowsReversed;
   MapPairsKernel mapPairs;
-  MapPairsKernel mapPairsReversed;
+  MapPairRowsReversedKernel mapPairRowsReversed;
 };
 
 extern const ColourKernels kScalarKernels;

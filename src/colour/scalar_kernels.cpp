@@ -107,13 +107,14 @@ void MapBytes(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map)
   std::transform(in, in + count, out, [&](uint8_t value) { return map.table[value]; });
 }
 
-void MapBytesReversed(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map) {
-  for (size_t i = 0; i < count; ++i)
-    out[i] = map.table[in[count - 1 - i]];
+void CopyRowsReversed(const ReversedRows& r) {
+  for (size_t at = 0; at < r.rowBytes * r.rows; at += r.rowBytes)
+    std::reverse_copy(r.in + at, r.in + at + r.rowBytes, r.out + at);
 }
 
-void CopyReversed(uint8_t* out, const uint8_t* in, size_t count) {
-  std::reverse_copy(in, in + count, out);
+void MapRowsReversed(const ReversedRows& r, const ByteMap& map) {
+  CopyRowsReversed(r);
+  MapBytes(r.out, r.out, r.rowBytes * r.rows, map);
 }
 
 int32_t Rotated(int32_t along, int32_t across, const ChromaMap& map) {
@@ -135,9 +136,10 @@ void MapPairs(const PlanePair& p, size_t count, const ChromaMap& map) {
     MapPair(p, i, i, map);
 }
 
-void MapPairsReversed(const PlanePair& p, size_t count, const ChromaMap& map) {
-  for (size_t i = 0; i < count; ++i)
-    MapPair(p, i, count - 1 - i, map);
+void MapPairRowsReversed(const PlanePair& p, size_t rowBytes, size_t rows, const ChromaMap& map) {
+  for (size_t at = 0; at < rowBytes * rows; at += rowBytes)
+    for (size_t i = 0; i < rowBytes; ++i)
+      MapPair(p, at + i, at + rowBytes - 1 - i, map);
 }
 
 }  // namespace
@@ -149,8 +151,8 @@ const ColourKernels kScalarKernels = {
     BgrToYuv,
     YuvTo422,
     MapBytes,
-    MapBytesReversed,
-    CopyReversed,
+    MapRowsReversed,
+    CopyRowsReversed,
     MapPairs,
-    MapPairsReversed,
+    MapPairRowsReversed,
 };

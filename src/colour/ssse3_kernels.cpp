@@ -15,8 +15,8 @@ const ColourKernels kSsse3Kernels = {
     BgrToYuv,
     YuvTo422,
     MapBytes,
-    MapBytesReversed,
-    CopyReversed,
+    MapRowsReversed,
+    CopyRowsReversed,
     MapPairs,
-    MapPairsReversed,
+    MapPairRowsReversed,
 };

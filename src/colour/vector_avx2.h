@@ -184,11 +184,6 @@ inline Vec UnpackHigh64(Vec a, Vec b) {
 inline Vec Shuffle8(Vec a, Vec indices) {
   return _mm256_shuffle_epi8(a, indices);
 }
-/// All lanes in reverse order; the bytes within each are as they were.
-inline Vec ReverseLanes(Vec a) {
-  return _mm256_permute2x128_si256(a, a, 0x01);
-}
-
 /// Words of a table. The one behind each may be read and is dropped.
 inline Vec LookUp16(Vec indices, const uint16_t* table) {
   const auto* const words = reinterpret_cast<const int*>(table);

@@ -180,11 +180,6 @@ inline Vec UnpackHigh64(Vec a, Vec b) {
 inline Vec Shuffle8(Vec a, Vec indices) {
   return _mm_shuffle_epi8(a, indices);
 }
-/// All lanes in reverse order; the bytes within each are as they were.
-inline Vec ReverseLanes(Vec a) {
-  return a;
-}
-
 /// Four words at once in a general register: the table is too large for shuffles.
 inline long long LookUpFour(uint64_t indices, const uint16_t* table) {
   const uint64_t low = table[indices & 0xFFFF] | uint64_t{table[indices >> 16 & 0xFFFF]} << 16;

@@ -5,6 +5,7 @@
 
 #include "colour/conversion_tables.h"
 #include "colour/kernels.h"
+#include "colour/prefetch.h"
 
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
@@ -19,16 +20,6 @@ inline void ForEachBlock(int32_t count, int32_t step, Block block) {
     if (at == last) return;
     at = at + step < last ? at + step : last;
   }
-}
-
-/// Asks for kBytes at p + offset ahead of their use, which may lie outside the picture: nothing is read then.
-/// Rows that are worked on two at a time, or from the last one up, are beyond what the processor guesses.
-template <int32_t kBytes>
-inline void Prefetch(const uint8_t* p, ptrdiff_t offset) {
-  const auto* const at =
-      reinterpret_cast<const char*>(reinterpret_cast<uintptr_t>(p) + static_cast<uintptr_t>(offset));
-  for (int32_t i = 0; i < kBytes; i += 64)
-    _mm_prefetch(at + i, _MM_HINT_T0);
 }
 
 // A sum of products needs 16 fraction bits and up to 10 bits before them. Each product is kept as two words,

@@ -29,12 +29,12 @@ void FrameCopier::CopyChroma(const PlaneCopy& u, const PlaneCopy& v, size_t stri
   if (!m_pairs) {
     CopyPlane(u, stride, m_chroma);
     CopyPlane(v, stride, m_chroma);
-    return;
+  } else if (u.bytes != 0) {
+    const PlanePair planes{u.out, v.out, u.in, v.in};
+    const size_t row = RowLength(u.bytes, stride);
+    if (IsMirrored()) return m_kernels.mapPairRowsReversed(planes, row, u.bytes / row, *m_pairs);
+    m_kernels.mapPairs(planes, u.bytes, *m_pairs);
   }
-  const MapPairsKernel map = IsMirrored() ? m_kernels.mapPairsReversed : m_kernels.mapPairs;
-  const size_t run = RunLength(u.bytes, stride);
-  for (size_t at = 0; at < u.bytes; at += run)
-    map({u.out + at, v.out + at, u.in + at, v.in + at}, run, *m_pairs);
 }
 
 void FrameCopier::CopyUnevenChroma(const PlaneCopy& u, const PlaneCopy& v, size_t strideV, size_t rows,
@@ -43,25 +43,27 @@ void FrameCopier::CopyUnevenChroma(const PlaneCopy& u, const PlaneCopy& v, size_
   if (m_pairs && both != 0) m_kernels.mapPairs({u.out, v.out, u.in, v.in}, both, *m_pairs);
   for (const PlaneCopy* plane : {&u, &v}) {
     if (plane->bytes == 0) continue;
-    if (!m_pairs) CopyRun(plane->out, plane->in, both, false, m_chroma);
+    if (!m_pairs) Copy(plane->out, plane->in, both, m_chroma);
     std::memcpy(plane->out + both, plane->in + both, plane->bytes - both);
     if (strideV != 0) MirrorInPlace(plane->out, std::min(rows, plane->bytes / strideV), strideV);
   }
 }
 
-/// A half turn reverses the plane as if it were one row.
 void FrameCopier::CopyPlane(const PlaneCopy& plane, size_t stride, const ByteMap* map) const {
-  const size_t run = RunLength(plane.bytes, stride);
-  for (size_t at = 0; at < plane.bytes; at += run)
-    CopyRun(plane.out + at, plane.in + at, run, IsMirrored(), map);
+  if (plane.bytes == 0) return;
+  if (!IsMirrored()) return Copy(plane.out, plane.in, plane.bytes, map);
+  const size_t row = RowLength(plane.bytes, stride);
+  const ReversedRows rows{plane.out, plane.in, row, plane.bytes / row};
+  if (map) {
+    m_kernels.mapRowsReversed(rows, *map);
+  } else {
+    m_kernels.copyRowsReversed(rows);
+  }
 }
 
-void FrameCopier::CopyRun(uint8_t* out, const uint8_t* in, size_t count, bool reversed,
-                          const ByteMap* map) const {
+void FrameCopier::Copy(uint8_t* out, const uint8_t* in, size_t count, const ByteMap* map) const {
   if (map) {
-    (reversed ? m_kernels.mapBytesReversed : m_kernels.mapBytes)(out, in, count, *map);
-  } else if (reversed) {
-    m_kernels.copyReversed(out, in, count);
+    m_kernels.mapBytes(out, in, count, *map);
   } else {
     std::memcpy(out, in, count);
   }

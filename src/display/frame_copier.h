@@ -34,9 +34,10 @@ class FrameCopier {
 
  private:
   void CopyPlane(const PlaneCopy& plane, size_t stride, const ByteMap* map) const;
-  void CopyRun(uint8_t* out, const uint8_t* in, size_t count, bool reversed, const ByteMap* map) const;
+  void Copy(uint8_t* out, const uint8_t* in, size_t count, const ByteMap* map) const;
   bool IsMirrored() const { return m_horizontal || m_halfTurn; }
-  size_t RunLength(size_t bytes, size_t stride) const { return m_horizontal ? stride : bytes; }
+  /// A half turn reverses the plane as if it were one row.
+  size_t RowLength(size_t bytes, size_t stride) const { return m_horizontal ? stride : bytes; }
   void MirrorInPlace(uint8_t* plane, size_t rows, size_t rowBytes) const;
 
   bool m_horizontal;
