@@ -1,8 +1,9 @@
 #!/bin/bash
-# Static analysis of src/ with warnings as errors: cppcheck, Clang as a second compiler for the Windows code, and
-# clang-tidy with the checks of .clang-tidy. analyse.sh [file...] runs clang-tidy on those files only.
+# Static analysis of src/ with warnings as errors: cppcheck, and Clang as a second compiler for the Windows code, with
+# its warnings and the checks of .clang-tidy. analyse.sh [file...] has Clang look at those files only.
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"
+WORK=$ROOT/build/analyse
 
 run_cppcheck() {
   say "analyse: cppcheck"
@@ -11,24 +12,15 @@ run_cppcheck() {
     --suppress=missingIncludeSystem src
 }
 
-run_second_compiler() {
-  say "analyse: Clang's warnings on the Windows code"
-  cmake --preset mingw-clang > build/configure-mingw-clang.log 2>&1 || { cat build/configure-mingw-clang.log; return 1; }
-  cmake --build --preset mingw-clang -j "$JOBS" -- --quiet
+run_clang() {
+  say "analyse: Clang"
+  mkdir -p "$WORK"
+  cmake --preset mingw-clang > "$WORK/configure.log" 2>&1 || { cat "$WORK/configure.log"; return 1; }
+  scripts/analysis_units.py build/mingw-clang "$WORK" "$@" > "$WORK/units"
+  xargs -d '\n' -P "$JOBS" -n 1 clang-tidy --quiet -p "$WORK" < "$WORK/units" 2> "$WORK/notes.log"
 }
 
-run_tidy() {
-  say "analyse: clang-tidy"
-  printf '%s\n' "$@" | xargs -d '\n' -P "$JOBS" -n 2 clang-tidy --quiet -p build/mingw-clang 2> build/tidy-notes.log
-}
-
-mkdir -p build
 failed=0
-if [ $# -gt 0 ]; then
-  run_second_compiler && run_tidy "$@" || failed=1
-else
-  run_cppcheck || failed=1
-  mapfile -t sources < <(find src -name '*.cpp' | sort)
-  run_second_compiler && run_tidy "${sources[@]}" || failed=1
-fi
+[ $# -gt 0 ] || run_cppcheck || failed=1
+run_clang "$@" || failed=1
 [ $failed = 0 ] || die "the analysis found something"

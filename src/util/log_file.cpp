@@ -189,3 +189,7 @@ void CLogFile::CloseFile() {
   m_hFile.reset();
   m_dwWritten = 0;
 }
+
+void LogStep(const wchar_t* text) {
+  CLogFile::GetInstance()->WriteText(1, text);
+}

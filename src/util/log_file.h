@@ -78,3 +78,6 @@ class CLogFile {
   std::atomic<uint32_t> m_dwSettingsReadAt;
   CoarseGate m_gate;
 };
+
+/// A line of the level that a backend's steps and ordinary failures have.
+void LogStep(const wchar_t* text);

@@ -11,10 +11,6 @@ namespace {
 
 constexpr D3DFORMAT kYv12 = static_cast<D3DFORMAT>(MAKEFOURCC('Y', 'V', '1', '2'));
 
-void Log(const wchar_t* text) {
-  CLogFile::GetInstance()->WriteText(1, text);
-}
-
 }  // namespace
 
 D3DDisplayer::D3DDisplayer() {
@@ -108,30 +104,30 @@ void D3DDisplayer::FillPresentParameters() {
 }
 
 bool D3DDisplayer::InitSurface() {
-  Log(L"D3DDisplayer::InitSurface");
+  LogStep(L"D3DDisplayer::InitSurface");
   if (m_pd3dDevice && !m_pd3dSurface &&
       FAILED(m_pd3dDevice->CreateOffscreenPlainSurface(m_dwWidth, m_dwHeight, kYv12, D3DPOOL_DEFAULT,
                                                        m_pd3dSurface.put(), nullptr))) {
-    Log(L"D3DDisplayer::InitSurface: m_pd3dDevice->CreateOffscreenPlainSurface failed");
+    LogStep(L"D3DDisplayer::InitSurface: m_pd3dDevice->CreateOffscreenPlainSurface failed");
   }
   if (m_pd3dDevice && !m_pBackBuffer)
     m_pd3dDevice->GetBackBuffer(0, 0, D3DBACKBUFFER_TYPE_MONO, m_pBackBuffer.put());
   const bool complete = m_pd3dSurface && m_pBackBuffer;
-  Log(complete ? L"D3DDisplayer::InitSurface ok" : L"D3DDisplayer::InitSurface failed");
+  LogStep(complete ? L"D3DDisplayer::InitSurface ok" : L"D3DDisplayer::InitSurface failed");
   return complete;
 }
 
 // The kept parameters let the back buffer keep its size, whatever the frame's is now. The label font, the
 // line and the vertex buffer are not told; where the vertex buffer makes Reset fail, everything is made anew.
 bool D3DDisplayer::ResetDevice() {
-  Log(L"D3DDisplayer::ResetDevice");
+  LogStep(L"D3DDisplayer::ResetDevice");
   if (!m_pd3dDevice) return false;
   if (m_pOSDFont && FAILED(m_pOSDFont->OnLostDevice()))
-    Log(L"D3DDisplayer::ResetDevice: m_pOSDFont->OnLostDevice failed");
+    LogStep(L"D3DDisplayer::ResetDevice: m_pOSDFont->OnLostDevice failed");
   m_pd3dSurface.reset();
   m_pBackBuffer.reset();
   if (FAILED(m_pd3dDevice->Reset(&m_d3dpp))) {
-    Log(L"D3DDisplayer::ResetDevice: m_pd3dDevice->Reset failed");
+    LogStep(L"D3DDisplayer::ResetDevice: m_pd3dDevice->Reset failed");
     return false;
   }
   if (m_pOSDFont) m_pOSDFont->OnResetDevice();
@@ -139,11 +135,11 @@ bool D3DDisplayer::ResetDevice() {
 }
 
 void D3DDisplayer::ResetDisplay() {
-  Log(L"D3DDisplayer::ResetDisplay");
+  LogStep(L"D3DDisplayer::ResetDisplay");
   if (ResetDevice()) return;
   Uninitialize();
-  Log(L"D3DDisplayer::ResetDisplay: Initialize");
-  if (Initialize(m_dwWidth, m_dwHeight) != kOk) Log(L"D3DDisplayer::ResetDisplay: Initialize failed");
+  LogStep(L"D3DDisplayer::ResetDisplay: Initialize");
+  if (Initialize(m_dwWidth, m_dwHeight) != kOk) LogStep(L"D3DDisplayer::ResetDisplay: Initialize failed");
 }
 
 void D3DDisplayer::ReleaseDeviceObjects() {

@@ -5,18 +5,10 @@
 #include "display/geometry.h"
 #include "util/log_file.h"
 
-namespace {
-
-void Log(const wchar_t* text) {
-  CLogFile::GetInstance()->WriteText(1, text);
-}
-
-}  // namespace
-
 int32_t D3DDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
                               int32_t strideV, uint32_t, int64_t) {
   if (!IsInitialized() && Initialize(m_dwWidth, m_dwHeight) != kOk) {
-    Log(L"D3DDisplayer::Display: !IsInitialized()");
+    LogStep(L"D3DDisplayer::Display: !IsInitialized()");
     return kNotInitialised;
   }
   if (!IsDeviceReady()) return kFailed;
@@ -38,15 +30,15 @@ int32_t D3DDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t
 bool D3DDisplayer::IsDeviceReady() {
   const HRESULT state = m_pd3dDevice->TestCooperativeLevel();
   if (state == D3DERR_DEVICENOTRESET) {
-    Log(L"D3DDisplayer::Display: hrErrCode=D3DERR_DEVICENOTRESET");
+    LogStep(L"D3DDisplayer::Display: hrErrCode=D3DERR_DEVICENOTRESET");
     ResetDisplay();
   } else if (state == D3DERR_DEVICELOST) {
-    Log(L"D3DDisplayer::Display: hrErrCode=D3DERR_DEVICELOST");
+    LogStep(L"D3DDisplayer::Display: hrErrCode=D3DERR_DEVICELOST");
   } else if (state != D3D_OK) {
     CLogFile::GetInstance()->Write(1, L"D3DDisplayer::Display: hrErrCode=%d", static_cast<int>(state));
   } else if (!m_pd3dSurface || !m_pBackBuffer) {
     ResetDisplay();
-    Log(L"D3DDisplayer::NotifyReplay: NULL == m_pd3dSurface || NULL == m_pBackBuffer");
+    LogStep(L"D3DDisplayer::NotifyReplay: NULL == m_pd3dSurface || NULL == m_pBackBuffer");
   } else {
     return true;
   }

@@ -12,10 +12,6 @@ namespace {
 /// SDL's list of windows has no lock of its own; it is walked by whoever pushes an event.
 WindowLock g_windowListLock;
 
-void Log(const wchar_t* text) {
-  CLogFile::GetInstance()->Write(1, text);
-}
-
 }  // namespace
 
 SDLDisplayer::SDLDisplayer() : m_hEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
@@ -32,7 +28,7 @@ int32_t SDLDisplayer::SetPlayWnd(HWND hwnd) {
   BaseDisplayer::SetPlayWnd(hwnd);
   m_events.frameShown = 0;
   m_bound = 0;
-  Log(L"SDLDisplayer::SetPlayWnd");
+  LogStep(L"SDLDisplayer::SetPlayWnd");
   ShowPlayWnd();
   return SetPropA(hwnd, kDisplayerKey, this);
 }
@@ -79,13 +75,13 @@ uint32_t SDLDisplayer::Bind() {
 }
 
 void SDLDisplayer::CreateWindowOnClient() {
-  Log(L"SDLDisplayer::SetPlayWnd: SDL_CreateWindowFrom");
+  LogStep(L"SDLDisplayer::SetPlayWnd: SDL_CreateWindowFrom");
   {
     const AutoWindowLock listGuard(g_windowListLock, m_hPlayWnd);
     m_sdlWindow.reset(SDL_CreateWindowFrom(m_hPlayWnd));
   }
   if (!m_sdlWindow) return;
-  Log(L"SDLDisplayer::SetPlayWnd: SDL_SetWindowData");
+  LogStep(L"SDLDisplayer::SetPlayWnd: SDL_SetWindowData");
   SDL_SetWindowData(m_sdlWindow.get(), kDisplayerKey, this);
   m_sdlRun = SdlRun();
   m_events.window = m_hPlayWnd;
@@ -118,7 +114,7 @@ void SDLDisplayer::AdjustDisplayRect(int32_t width, int32_t height) {
 }
 
 bool SDLDisplayer::ResetRender() {
-  Log(L"SDLDisplayer::ResetRender");
+  LogStep(L"SDLDisplayer::ResetRender");
   const AutoWindowLock guard(m_lock, m_hPlayWnd);
   if (m_sdlWindow) {
     const RenderScope scope;
@@ -133,7 +129,7 @@ bool SDLDisplayer::ResetRender() {
 }
 
 bool SDLDisplayer::ResetTexture() {
-  Log(L"SDLDisplayer::ResetTexture");
+  LogStep(L"SDLDisplayer::ResetTexture");
   const AutoWindowLock guard(m_lock, m_hPlayWnd);
   if (m_sdlRenderer) {
     const RenderScope scope;
@@ -150,7 +146,7 @@ bool SDLDisplayer::ResetTexture() {
 
 void SDLDisplayer::AdjustWinRect() {
   if (m_events.stopped) return;
-  Log(L"SDLDisplayer::AdjustWinRect");
+  LogStep(L"SDLDisplayer::AdjustWinRect");
   const AutoWindowLock guard(m_lock, m_hPlayWnd);
   if (!IsWindow(m_hPlayWnd)) return;
   BaseDisplayer::AdjustWinRect();
