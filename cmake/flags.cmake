@@ -2,8 +2,10 @@
 add_library(nivral_flags INTERFACE)
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_C_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+  # Without this ccache declines whatever uses precompiled headers.
+  set(launcher "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${CCACHE_PROGRAM}")
+  set(CMAKE_C_COMPILER_LAUNCHER "${launcher}")
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${launcher}")
 endif()
 
 if(MSVC)
@@ -32,9 +34,6 @@ endif()
 if(NIVRAL_SANITIZE)
   add_compile_options(-fsanitize=${NIVRAL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${NIVRAL_SANITIZE})
-endif()
-if(NIVRAL_FUZZ)
-  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 if(NIVRAL_TRAP)
   add_compile_options(-fsanitize=undefined,float-cast-overflow -fsanitize-undefined-trap-on-error
