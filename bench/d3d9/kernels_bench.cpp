@@ -38,25 +38,25 @@ void PixelatePlain(const Yv12Surface& surface, const FrameView& f) {
       surface.Luma().Row(row)[column] = f.y[row / 16 * 16 * f.strideY + column / 16 * 16];
 }
 
-/// Source frames and surfaces in turn, more than a processor's cache holds, as a stream of frames is.
+/// Frames from a decoder's ring of buffers, more than a processor's cache holds, into the one surface that a
+/// pane has.
 class Stream {
  public:
   Stream() {
     std::mt19937 random(1);
-    for (TestFrame& frame : m_frames)
+    for (TestFrame& frame : m_frames) {
+      // Room for a whole frame, so that one memcpy can take as many bytes from there.
+      frame.y.resize(kBytes);
       for (uint8_t& sample : frame.y)
         sample = static_cast<uint8_t>(random());
-    for (auto& surface : m_surfaces)
-      surface.assign(kBytes, 1);
+    }
   }
 
   void Next() { m_turn = (m_turn + 1) % kCount; }
   FrameView Frame() { return m_frames[m_turn].View(); }
   FrameView Padded() { return m_padded[m_turn].View(); }
-  Yv12Surface Surface() { return {m_surfaces[m_turn].data(), kWidth, kWidth, kHeight}; }
-  void Copy(size_t bytes) {
-    std::memcpy(m_surfaces[m_turn].data(), m_surfaces[(m_turn + kCount / 2) % kCount].data(), bytes);
-  }
+  Yv12Surface Surface() { return {m_surface.data(), kWidth, kWidth, kHeight}; }
+  void Copy(size_t bytes) { std::memcpy(m_surface.data(), m_frames[m_turn].y.data(), bytes); }
 
   static constexpr size_t kBytes = size_t{kWidth} * kHeight * 3 / 2;
 
@@ -64,7 +64,7 @@ class Stream {
   static constexpr size_t kCount = 16;
   std::vector<TestFrame> m_frames{kCount, TestFrame(kWidth, kHeight)};
   std::vector<TestFrame> m_padded{kCount, TestFrame(kWidth, kHeight, kWidth + 64, kWidth / 2 + 32)};
-  std::vector<std::vector<uint8_t>> m_surfaces{kCount};
+  std::vector<uint8_t> m_surface = std::vector<uint8_t>(kBytes, 1);
   size_t m_turn = 0;
 };
 

@@ -19,4 +19,5 @@ const ColourKernels kAvx2Kernels = {
     CopyRowsReversed,
     MapPairs,
     MapPairRowsReversed,
+    RepeatBytes,
 };

@@ -284,4 +284,29 @@ void MapPairRowsReversed(const PlanePair& p, size_t rowBytes, size_t rows, const
   MapPairRowsBackward<TableScale>(p, rowBytes, rows, map);
 }
 
+/// Which of 16 samples is at byte i of output register `part`, for each number of repeats.
+struct RepeatMasks {
+  alignas(16) uint8_t bytes[kMaxRepeat + 1][kMaxRepeat][16];
+};
+constexpr RepeatMasks MakeRepeatMasks() {
+  RepeatMasks m{};
+  for (int32_t times = 1; times <= kMaxRepeat; ++times)
+    for (int32_t part = 0; part < times; ++part)
+      for (int32_t i = 0; i < 16; ++i)
+        m.bytes[times][part][i] = static_cast<uint8_t>((part * 16 + i) / times);
+  return m;
+}
+constexpr RepeatMasks kRepeat = MakeRepeatMasks();
+
+void RepeatBytes(uint8_t* out, const uint8_t* in, size_t count, int32_t times) {
+  const auto& masks = kRepeat.bytes[times];
+  size_t i = 0;
+  for (; i + 16 <= count; i += 16) {
+    const __m128i samples = Load128(in + i);
+    for (int32_t part = 0; part < times; ++part, out += 16)
+      Store128(out, _mm_shuffle_epi8(samples, Load128(masks[part])));
+  }
+  kScalarKernels.repeatBytes(out, in + i, count - i, times);
+}
+
 }  // namespace

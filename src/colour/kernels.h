@@ -60,6 +60,10 @@ using MapPairsKernel = void (*)(const PlanePair& planes, size_t count, const Chr
 using MapPairRowsReversedKernel = void (*)(const PlanePair& planes, size_t rowBytes, size_t rows,
                                            const ChromaMap& map);
 
+/// Writes each of `count` bytes `times` times, 1 to kMaxRepeat.
+using RepeatBytesKernel = void (*)(uint8_t* out, const uint8_t* in, size_t count, int32_t times);
+constexpr int32_t kMaxRepeat = 8;
+
 /// One form of every loop.
 struct ColourKernels {
   const char* name;
@@ -73,6 +77,7 @@ struct ColourKernels {
   CopyRowsReversedKernel copyRowsReversed;
   MapPairsKernel mapPairs;
   MapPairRowsReversedKernel mapPairRowsReversed;
+  RepeatBytesKernel repeatBytes;
 };
 
 extern const ColourKernels kScalarKernels;

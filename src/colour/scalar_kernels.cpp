@@ -142,6 +142,11 @@ void MapPairRowsReversed(const PlanePair& p, size_t rowBytes, size_t rows, const
       MapPair(p, at + i, at + rowBytes - 1 - i, map);
 }
 
+void RepeatBytes(uint8_t* out, const uint8_t* in, size_t count, int32_t times) {
+  for (size_t i = 0; i < count; ++i)
+    out = std::fill_n(out, times, in[i]);
+}
+
 }  // namespace
 
 const ColourKernels kScalarKernels = {
@@ -155,4 +160,5 @@ const ColourKernels kScalarKernels = {
     CopyRowsReversed,
     MapPairs,
     MapPairRowsReversed,
+    RepeatBytes,
 };

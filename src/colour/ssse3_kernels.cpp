@@ -19,4 +19,5 @@ const ColourKernels kSsse3Kernels = {
     CopyRowsReversed,
     MapPairs,
     MapPairRowsReversed,
+    RepeatBytes,
 };

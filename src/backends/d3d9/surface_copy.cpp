@@ -11,14 +11,19 @@ const uint8_t* RowOf(const uint8_t* plane, int32_t stride, int64_t row) {
   return plane + row * stride;
 }
 
-void CopyPlane(const SurfacePlane& to, const uint8_t* from, int32_t stride) {
+/// Copies rows [first, last), in one go where both sides have them without gaps.
+void CopyRows(const SurfacePlane& to, const uint8_t* from, int32_t stride, int32_t first, int32_t last) {
   const auto width = static_cast<size_t>(to.width);
-  if (stride == to.width && to.doubleStep == int64_t{2} * to.width) {
-    std::memcpy(to.first, from, width * static_cast<size_t>(to.height));
+  if (stride == to.width && to.doubleStep == int64_t{2} * to.width && first < last) {
+    std::memcpy(to.Row(first), RowOf(from, stride, first), width * static_cast<size_t>(last - first));
     return;
   }
-  for (int32_t row = 0; row < to.height; ++row)
+  for (int32_t row = first; row < last; ++row)
     std::memcpy(to.Row(row), RowOf(from, stride, row), width);
+}
+
+void CopyPlane(const SurfacePlane& to, const uint8_t* from, int32_t stride) {
+  CopyRows(to, from, stride, 0, to.height);
 }
 
 /// Writes columns [first, last) of a surface row.
@@ -30,19 +35,18 @@ void CopyPlaneWithArea(const SurfacePlane& to, const uint8_t* from, int32_t stri
                        uint32_t level) {
   const int32_t left = std::clamp(area.left, 0, to.width);
   const int32_t right = std::clamp(area.right, left, to.width);
-  const uint8_t* fresh = from;
-  for (int32_t row = 0; row < to.height; ++row) {
+  const int32_t first = std::clamp(area.top + 1, 0, to.height);
+  const int32_t last = std::clamp(area.bottom, first, to.height);
+  CopyRows(to, from, stride, 0, first);
+  const uint8_t* fresh = RowOf(from, stride, std::max(first - 1, 0));
+  for (int32_t row = first; row < last; ++row) {
     const uint8_t* source = RowOf(from, stride, row);
-    const bool inside = row > area.top && row < area.bottom;
-    if (!inside || static_cast<uint32_t>(row) % level == 0) fresh = source;
-    if (fresh == source) {
-      CopyColumns(to.Row(row), source, 0, to.width);
-    } else {
-      CopyColumns(to.Row(row), source, 0, left);
-      CopyColumns(to.Row(row), fresh, left, right);
-      CopyColumns(to.Row(row), source, right, to.width);
-    }
+    if (static_cast<uint32_t>(row) % level == 0) fresh = source;
+    CopyColumns(to.Row(row), source, 0, left);
+    CopyColumns(to.Row(row), fresh, left, right);
+    CopyColumns(to.Row(row), source, right, to.width);
   }
+  CopyRows(to, from, stride, last, to.height);
 }
 
 bool HoldsPlane(const uint8_t* plane, int32_t stride, int32_t width, int32_t height) {

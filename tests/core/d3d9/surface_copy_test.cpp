@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "backends/d3d9/frame_strides.h"
+#include "support/kernel_forms.h"
 #include "surface_reference.h"
 
 namespace {
@@ -55,7 +56,7 @@ TEST(SurfaceCopy, ReadsFramesStoredBottomUp) {
                            flipped.view.Luma().Row(7 - row)));
 }
 
-TEST(SurfaceCopy, EnlargesTheZoomWindowAtEveryFactorAndPlace) {
+void CheckZoomAtEveryFactorAndPlace() {
   std::mt19937 random(3);
   for (const Shape& s : kShapes) {
     TestFrame frame = RandomFrame(s.width, s.height, random, s.padding);
@@ -70,6 +71,14 @@ TEST(SurfaceCopy, EnlargesTheZoomWindowAtEveryFactorAndPlace) {
             << s.width << "x" << s.height << " zoom " << factor << " at " << x << "," << y;
       }
     }
+  }
+}
+
+TEST(SurfaceCopy, EnlargesTheZoomWindowAtEveryFactorAndPlace) {
+  for (const ColourKernels* kernels : RunnableKernels()) {
+    SCOPED_TRACE(kernels->name);
+    const UseKernels use(*kernels);
+    CheckZoomAtEveryFactorAndPlace();
   }
 }
 

@@ -200,7 +200,7 @@ TEST_F(D3dFaults, ASurfaceThatIsMissingIsMadeBeforeTheNextFrame) {
   EXPECT_EQ(Draw(), 0x2FFF);
   Lines expected = kReset;
   // The text names another operation; it is what the log has always said here.
-  expected.push_back("NotifyReplay: NULL == m_pd3dSurface || NULL == m_pBackBuffer");
+  expected.emplace_back("NotifyReplay: NULL == m_pd3dSurface || NULL == m_pBackBuffer");
   EXPECT_EQ(m_log.Take(), expected);
   ExpectDrawn();
 }
