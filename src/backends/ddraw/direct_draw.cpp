@@ -33,9 +33,7 @@ void CDirectDraw::MarkPrepared() {
   g_prepared = true;
 }
 
-CDirectDraw::CDirectDraw()
-    : m_frameEvent(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
-      m_workerDone(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
+CDirectDraw::CDirectDraw() : m_workerDone(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
   if (!g_prepared) {
     BuildTables();
     MarkPrepared();
@@ -58,7 +56,7 @@ int32_t CDirectDraw::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t 
     case FrameSlots::PutResult::Stored:
       break;
   }
-  SetEvent(m_frameEvent.get());
+  m_work.Raise();
   if (const auto callback = m_decodeCB; callback.function) {
     callback.function(pY, static_cast<uint32_t>(strideY), m_dwWidth, m_dwHeight, param2, kPlanarYuv420,
                       callback.user);
@@ -83,6 +81,7 @@ int32_t CDirectDraw::CreateAll() {
   if (FAILED(CreateSurfaces())) return kNoDevice;
   if (!m_slots.Open(m_dwWidth, m_dwHeight)) return kNoMemory;
   ResetEvent(m_workerDone.get());
+  m_work.Open();
   if (!m_worker.Start(&CDirectDraw::WorkerMain, this)) return kFailed;
   m_bInitialized = true;
   return kOk;
@@ -120,7 +119,7 @@ void CDirectDraw::ReleaseAll() {
 
 void CDirectDraw::StopWorker() {
   if (m_bInitialized) {
-    SetEvent(m_worker.StopEvent());
+    m_work.Close();
     WaitAnsweringMessages(m_workerDone.get());
   }
   m_worker.Stop(INFINITE);
@@ -155,5 +154,5 @@ int32_t CDirectDraw::SetPlayWndEx(HWND hwnd, int64_t, uint32_t) {
 
 void CDirectDraw::RequestRepaint() {
   m_repaint = true;
-  SetEvent(m_frameEvent.get());
+  m_work.Raise();
 }

@@ -10,6 +10,7 @@
 #include "display/base_displayer.h"
 #include "util/thread_base.h"
 #include "util/win_handles.h"
+#include "util/work_signal.h"
 
 /// Shows frames through DirectDraw 7 surfaces, on machines without 3D acceleration too.
 ///
@@ -74,7 +75,7 @@ class CDirectDraw : public BaseDisplayer {
 
   FrameRoad m_wantedRoad = FrameRoad::Automatic;
   FrameSlots m_slots;
-  UniqueEvent m_frameEvent;  ///< auto-reset: a frame or a wish to repaint waits
+  WorkSignal m_work;         ///< a frame or a wish to repaint waits
   UniqueEvent m_workerDone;  ///< manual-reset: the worker has left its body
   CThreadBase m_worker;
   std::atomic<DWORD> m_workerId{0};

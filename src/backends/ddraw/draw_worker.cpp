@@ -21,8 +21,7 @@ DWORD CDirectDraw::WorkerMain(void* self) {
 
 void CDirectDraw::Work() {
   m_workerId = GetCurrentThreadId();
-  const HANDLE handles[] = {m_worker.StopEvent(), m_frameEvent.get()};
-  while (WaitForMultipleObjects(2, handles, FALSE, INFINITE) == WAIT_OBJECT_0 + 1)
+  while (m_work.Wait())
     DrawPending();
   m_workerId = 0;
   SetEvent(m_workerDone.get());
