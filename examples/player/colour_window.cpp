@@ -85,7 +85,8 @@ void ColourWindow::SetColours(const ColourSettings& colours) {
 }
 
 void ColourWindow::Raise() {
-  if (IsWindowVisible(m_hwnd)) BringWindowToTop(m_hwnd);
+  if (IsWindowVisible(m_hwnd))
+    SetWindowPos(m_hwnd, HWND_TOP, 0, 0, 0, 0, SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOSIZE);
 }
 
 void ColourWindow::Report() const {

@@ -20,7 +20,7 @@ class ColourWindow {
   ColourWindow& operator=(const ColourWindow&) = delete;
 
   void Show();
-  /// Back over panes that were opened after it.
+  /// Back over the panes.
   void Raise();
   void SetColours(const ColourSettings& colours);
   /// Whether a message was a key for the sliders.

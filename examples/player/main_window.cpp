@@ -9,6 +9,7 @@
 namespace {
 
 constexpr char kClassName[] = "nivral_player";
+constexpr UINT kArrangeSoon = WM_APP;
 constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW;
 
 }  // namespace
@@ -73,10 +74,14 @@ LRESULT CALLBACK MainWindow::Procedure(HWND hwnd, UINT message, WPARAM wide, LPA
 
 bool MainWindow::Handle(UINT message, WPARAM wide, LPARAM packed) {
   switch (message) {
-    case WM_MOVE:
-    case WM_SIZE:
+    case WM_WINDOWPOSCHANGED:
+    case kArrangeSoon:
       if (!IsIconic(m_hwnd)) m_events->OnArrange();
       return true;
+    case WM_ACTIVATE:
+      // Wine raises the window over its panes when a dialog comes or goes, and that later than this.
+      PostMessageA(m_hwnd, kArrangeSoon, 0, 0);
+      return false;
     case WM_PAINT:
       Paint();
       return true;

@@ -14,7 +14,7 @@ class MainEvents {
  public:
   virtual ~MainEvents() = default;
   virtual void OnCommand(Command command) = 0;
-  /// The window was moved or has a new size.
+  /// The window was moved or raised, or has a new size.
   virtual void OnArrange() = 0;
   virtual void OnMenu(HMENU menu) = 0;
 };

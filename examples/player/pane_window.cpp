@@ -40,11 +40,15 @@ PaneWindow::~PaneWindow() {
   DestroyWindow(m_hwnd);
 }
 
+// Right above the main window and under its dialogs: Wine leaves an owned window behind when its owner is raised.
 void PaneWindow::Place(const PixelArea& area) {
+  HWND main = GetWindow(m_hwnd, GW_OWNER);
+  HWND above = GetWindow(main, GW_HWNDPREV);
   POINT corner{area.left, area.top};
-  ClientToScreen(GetWindow(m_hwnd, GW_OWNER), &corner);
-  SetWindowPos(m_hwnd, nullptr, corner.x, corner.y, area.width, area.height,
-               SWP_NOACTIVATE | SWP_NOZORDER | SWP_SHOWWINDOW);
+  ClientToScreen(main, &corner);
+  const UINT order = above == m_hwnd ? SWP_NOZORDER : 0;
+  SetWindowPos(m_hwnd, above ? above : HWND_TOP, corner.x, corner.y, area.width, area.height,
+               SWP_NOACTIVATE | SWP_SHOWWINDOW | order);
 }
 
 void PaneWindow::Hide() {

@@ -53,6 +53,11 @@ Player::~Player() {
   m_window.SetEvents(nullptr);
 }
 
+void Player::OnArrange() {
+  m_grid.Arrange();
+  if (IsWindowEnabled(m_window.Handle())) m_colours.Raise();  // else a dialog is to stay on top
+}
+
 void Player::ShowColours() {
   m_colours.SetColours(m_grid.ChannelAt(m_grid.Selected()).picture.colours);
 }

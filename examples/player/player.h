@@ -22,7 +22,7 @@ class Player : public MainEvents {
   int Run();
 
   void OnCommand(Command command) override;
-  void OnArrange() override { m_grid.Arrange(); }
+  void OnArrange() override;
   void OnMenu(HMENU menu) override;
 
  private:
