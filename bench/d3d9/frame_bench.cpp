@@ -10,6 +10,7 @@
 
 #include "alternate.h"
 #include "backends/d3d9/d3d_displayer.h"
+#include "display/system_face.h"
 #include "support/frames.h"
 #include "support/test_window.h"
 
@@ -44,7 +45,7 @@ class BareDirect3D {
                                                      D3DPOOL_DEFAULT, m_surface.put(), nullptr)) ||
         FAILED(m_device->GetBackBuffer(0, 0, D3DBACKBUFFER_TYPE_MONO, m_backBuffer.put())) ||
         FAILED(LoadD3dx()->createFont(m_device.get(), -(height / 20), 0, FW_NORMAL, D3DX_DEFAULT, FALSE,
-                                      DEFAULT_CHARSET, 0, 0, 0, "MS Shell Dlg", m_font.put()))) {
+                                      DEFAULT_CHARSET, 0, 0, 0, IconTitleFace().c_str(), m_font.put()))) {
       Fail("no device");
     }
   }

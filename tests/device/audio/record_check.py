@@ -135,12 +135,12 @@ def check_converted(recorder):
 def passes(test, recorder):
     """On a busy machine the sound server itself now and then drops samples, with any program; what the player
     does wrong, it does every time."""
-    for _ in range(4):
+    for attempt in range(1, 5):
         try:
             test(recorder)
             return True
         except CheckFailed:
-            continue
+            print(f"{test.__name__}: failed at try {attempt} of 4")
     return False
 
 
