@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "player/library.h"
+#include "player/pane_window.h"
 
 namespace {
 
@@ -75,6 +76,7 @@ void ColourWindow::MakeControls() {
 
 void ColourWindow::Show() {
   ShowWindow(m_hwnd, SW_SHOW);
+  Raise();
 }
 
 void ColourWindow::SetColours(const ColourSettings& colours) {
@@ -85,8 +87,7 @@ void ColourWindow::SetColours(const ColourSettings& colours) {
 }
 
 void ColourWindow::Raise() {
-  if (IsWindowVisible(m_hwnd))
-    SetWindowPos(m_hwnd, HWND_TOP, 0, 0, 0, 0, SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOSIZE);
+  if (IsWindowVisible(m_hwnd)) RaiseOwned(m_hwnd);
 }
 
 void ColourWindow::Report() const {

@@ -9,7 +9,8 @@
 namespace {
 
 constexpr char kClassName[] = "nivral_player";
-constexpr UINT kArrangeSoon = WM_APP;
+constexpr UINT_PTR kRaiseTimer = 1;
+constexpr UINT kRaiseAfterMs = 100;
 constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW;
 
 }  // namespace
@@ -74,14 +75,18 @@ LRESULT CALLBACK MainWindow::Procedure(HWND hwnd, UINT message, WPARAM wide, LPA
 
 bool MainWindow::Handle(UINT message, WPARAM wide, LPARAM packed) {
   switch (message) {
-    case WM_WINDOWPOSCHANGED:
-    case kArrangeSoon:
+    case WM_MOVE:
+    case WM_SIZE:
       if (!IsIconic(m_hwnd)) m_events->OnArrange();
       return true;
     case WM_ACTIVATE:
-      // Wine raises the window over its panes when a dialog comes or goes, and that later than this.
-      PostMessageA(m_hwnd, kArrangeSoon, 0, 0);
+      // Wine raises the window over the windows it owns, and that later than this.
+      SetTimer(m_hwnd, kRaiseTimer, kRaiseAfterMs, nullptr);
       return false;
+    case WM_TIMER:
+      KillTimer(m_hwnd, wide);
+      m_events->OnRaise();
+      return true;
     case WM_PAINT:
       Paint();
       return true;

@@ -14,8 +14,10 @@ class MainEvents {
  public:
   virtual ~MainEvents() = default;
   virtual void OnCommand(Command command) = 0;
-  /// The window was moved or raised, or has a new size.
+  /// The window was moved or has a new size.
   virtual void OnArrange() = 0;
+  /// The window may have been raised over its panes.
+  virtual void OnRaise() = 0;
   virtual void OnMenu(HMENU menu) = 0;
 };
 

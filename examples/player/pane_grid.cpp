@@ -73,6 +73,11 @@ void PaneGrid::Arrange() {
   m_window.Mark(mark);
 }
 
+void PaneGrid::Raise() {
+  for (size_t i = 0; i < m_views.size(); ++i)
+    if (IsVisible(i)) m_views[i]->Raise();
+}
+
 void PaneGrid::Select(size_t index) {
   if (index == m_selected) return;
   m_selected = index;

@@ -31,6 +31,8 @@ class PaneGrid {
   void SetCells(int cells);
   /// Puts the panes where they belong in the main window.
   void Arrange();
+  /// Puts them back over the main window.
+  void Raise();
   void Select(size_t index);
 
   void Hold(bool hold);

@@ -40,15 +40,11 @@ PaneWindow::~PaneWindow() {
   DestroyWindow(m_hwnd);
 }
 
-// Right above the main window and under its dialogs: Wine leaves an owned window behind when its owner is raised.
 void PaneWindow::Place(const PixelArea& area) {
-  HWND main = GetWindow(m_hwnd, GW_OWNER);
-  HWND above = GetWindow(main, GW_HWNDPREV);
   POINT corner{area.left, area.top};
-  ClientToScreen(main, &corner);
-  const UINT order = above == m_hwnd ? SWP_NOZORDER : 0;
-  SetWindowPos(m_hwnd, above ? above : HWND_TOP, corner.x, corner.y, area.width, area.height,
-               SWP_NOACTIVATE | SWP_SHOWWINDOW | order);
+  ClientToScreen(GetWindow(m_hwnd, GW_OWNER), &corner);
+  SetWindowPos(m_hwnd, nullptr, corner.x, corner.y, area.width, area.height,
+               SWP_NOACTIVATE | SWP_NOZORDER | SWP_SHOWWINDOW);
 }
 
 void PaneWindow::Hide() {
@@ -103,4 +99,10 @@ void PaneWindow::EndDrag(POINT at) {
   const RECT area{std::min(at.x, m_dragStart.x), std::min(at.y, m_dragStart.y), std::max(at.x, m_dragStart.x),
                   std::max(at.y, m_dragStart.y)};
   if (area.right - area.left >= kLeastDrag && area.bottom - area.top >= kLeastDrag) m_events->OnDrag(area);
+}
+
+// Wine may believe the window on top when the display does not, and would skip a single step.
+void RaiseOwned(HWND window) {
+  for (HWND level : {HWND_TOPMOST, HWND_NOTOPMOST})
+    SetWindowPos(window, level, 0, 0, 0, 0, SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOSIZE);
 }

@@ -44,3 +44,6 @@ class PaneWindow {
   bool m_dragging = false;
   POINT m_dragStart{};
 };
+
+/// Puts a window that the main window owns back over it.
+void RaiseOwned(HWND window);

@@ -53,9 +53,10 @@ Player::~Player() {
   m_window.SetEvents(nullptr);
 }
 
-void Player::OnArrange() {
-  m_grid.Arrange();
-  if (IsWindowEnabled(m_window.Handle())) m_colours.Raise();  // else a dialog is to stay on top
+void Player::OnRaise() {
+  if (!IsWindowEnabled(m_window.Handle())) return;  // a dialog is to stay on top
+  m_grid.Raise();
+  m_colours.Raise();
 }
 
 void Player::ShowColours() {

@@ -22,7 +22,8 @@ class Player : public MainEvents {
   int Run();
 
   void OnCommand(Command command) override;
-  void OnArrange() override;
+  void OnArrange() override { m_grid.Arrange(); }
+  void OnRaise() override;
   void OnMenu(HMENU menu) override;
 
  private:

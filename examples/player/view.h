@@ -20,6 +20,7 @@ class View : public PaneEvents {
 
   /// The place of the picture inside a cell of the main window.
   PixelArea PlaceIn(const PixelArea& cell);
+  void Raise() { RaiseOwned(m_window.Handle()); }
   void Hide();
 
   DrawThread& Thread() { return m_thread; }
