@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "audio/audio.h"
+#include "audio/direct_sound.h"
 #include "audio/player.h"
+#include "support/packet_queue.h"
 
 namespace {
 
@@ -22,6 +24,19 @@ TEST(NoDevice, EveryCallReturnsAndNothingHangs) {
   }
   EXPECT_EQ(player.asked, 0);
   player.Start();
+}
+
+TEST(NoDevice, CaptureAndDirectSoundSayThatTheyCannotStart) {
+  WAVEFORMATEX format = kPcm8k;
+  CAudio audio;
+  EXPECT_FALSE(audio.OpenCapture(&format, 1600));
+  EXPECT_TRUE(audio.CloseCapture());
+
+  PacketQueue queue;
+  CDirectSound sound;
+  sound.SetFormat(format, kBufferBytes);
+  EXPECT_EQ(sound.Open(GetDesktopWindow(), &queue, nullptr), 0);
+  EXPECT_EQ(sound.Start(), 0);
 }
 
 }  // namespace
