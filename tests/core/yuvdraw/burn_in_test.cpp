@@ -10,21 +10,9 @@
 #include "burn_in_reference.h"
 #include "display/class_label.h"
 #include "support/frames.h"
+#include "support/one_box.h"
 
 namespace {
-
-/// A record of one box.
-AlgRecord OneBox(float left, float top, float right, float bottom, uint16_t classId, uint16_t distance) {
-  AlgRecord record{};
-  record.count = 1;
-  record.left[0] = left;
-  record.top[0] = top;
-  record.right[0] = right;
-  record.bottom[0] = bottom;
-  record.classId[0] = classId;
-  record.distance[0] = distance;
-  return record;
-}
 
 void ExpectLikeReference(const AlgRecord& record, int32_t width, int32_t height) {
   TestFrame frame(width, height);

@@ -15,6 +15,7 @@
 #include "display/records.h"
 #include "nivral/nivral.h"
 #include "support/frames.h"
+#include "support/one_box.h"
 #include "support/screen.h"
 #include "support/test_window.h"
 
@@ -86,20 +87,6 @@ class Overlay : public testing::Test {
   TestFrame frame = FlatFrame(kWidth, kHeight, 16, 128, 128);
   void* handle = nullptr;
 };
-
-AlgRecord OneBox(float left, float top, float right, float bottom, uint16_t classId, uint16_t distance,
-                 uint16_t lineWidth) {
-  AlgRecord record{};
-  record.count = 1;
-  record.left[0] = left;
-  record.top[0] = top;
-  record.right[0] = right;
-  record.bottom[0] = bottom;
-  record.classId[0] = classId;
-  record.distance[0] = distance;
-  record.lineWidth = lineWidth;
-  return record;
-}
 
 bool InMark(int x, int y) {
   return x >= kWidth - kMark && y >= kHeight - kMark;
