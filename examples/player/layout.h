@@ -14,8 +14,8 @@ struct PixelArea {
   int height;
 };
 
-/// The cell with number `index`, row by row, of the squarest grid with at least `count` cells. Cells are a few
-/// pixels apart.
+/// The cell with number `index`, row by row, of the squarest grid with at least `count` cells. Cells are a
+/// few pixels apart.
 PixelArea CellOf(int index, int count, PixelSize window);
 
 /// The largest area with the picture's proportions inside `cell`, in its middle.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// libnivral.dll, loaded by hand: a program linked to it would not even start where a DLL is missing, and could not
-// say which one.
+// libnivral.dll, loaded by hand: a program linked to it would not even start where a DLL is missing, and
+// could not say which one.
 #pragma once
 
 #include <stdexcept>
@@ -18,8 +18,8 @@ struct MissingLibrary : std::runtime_error {
   X(InitializeEx) X(UnInitialize) X(DWOpenDrawEx) X(DWCloseDraw) X(DWSetHwnd) X(DWInitDraw) X(DWDrawYUV420) \
   X(DWAdjustedWnd) X(DWSetZoom) X(DWSetMirrorMode) X(DWSetPause) X(DWSetOSDText) X(DWSetMosaicFlag) \
   X(DWSetDisplayCB) X(DWSetMosaicLevel) X(DWSetMosaicAreaScale) X(DWSetAlgInfo) X(DWSetDsmAlgInfo) \
-  X(SetColorParams) X(GetColorParamsRange) X(WVOpenWave) X(WVCloseWave) X(WVSetWaveFormat) X(WVSetWriteWaveCB) \
-  X(WVPlayWave) X(WVPauseWave) X(WVStopWave) X(WVSetVolume) X(yv12_to_rgb24_c)
+  X(SetColorParams) X(GetColorParamsRange) X(WVOpenWave) X(WVCloseWave) X(WVSetWaveFormat) \
+  X(WVSetWriteWaveCB) X(WVPlayWave) X(WVPauseWave) X(WVStopWave) X(WVSetVolume) X(yv12_to_rgb24_c)
 // clang-format on
 
 /// The exports that the player calls, without their prefix.

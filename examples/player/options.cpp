@@ -9,7 +9,7 @@
 #include <vector>
 
 const char kUsage[] =
-    R"(nivral_player [options] [file.y4m | file.wav]...     shows clips and plays sounds; without a clip, drawn scenes
+    R"(nivral_player [options] [file.y4m | file.wav]...   plays them; without a clip, drawn scenes
 
   --backend sdl|d3d9|ddraw   how the picture is drawn (sdl)
   --panes 1|4|9|16           places in the window (as many as there are pictures)

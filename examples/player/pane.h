@@ -28,12 +28,12 @@ class Pane {
   /// Drawing thread: the library's result for one frame.
   uint32_t Draw(Picture& picture, int64_t frame);
 
-  /// Whether a paused pane goes on showing the records it has. DirectDraw panes burn boxes into frames and let
-  /// them expire.
+  /// Whether a paused pane goes on showing the records it has. DirectDraw panes burn boxes into frames and
+  /// let them expire.
   bool KeepsRecordsWhilePaused() const { return m_backend != Backend::kDirectDraw; }
 
-  /// Drawing thread: whether the record of the frame to come should be sent. A DirectDraw pane takes one record for
-  /// each frame that its worker composes, not for each that it is given; the others would pile up.
+  /// Drawing thread: whether the record of the frame to come should be sent. A DirectDraw pane takes one
+  /// record for each frame that its worker composes, not for each that it is given; the others would pile up.
   bool WantsRecord();
 
   /// Drawing thread only.

@@ -15,8 +15,8 @@
 /// All panes of the main window, and the library's session that they live in. Window thread.
 class PaneGrid {
  public:
-  /// `plan` is that of every pane; its hold is what the panes begin with. `onSelect` is called when another pane is
-  /// chosen. Everything given outlives the grid.
+  /// `plan` is that of every pane; its hold is what the panes begin with. `onSelect` is called when another
+  /// pane is chosen. Everything given outlives the grid.
   PaneGrid(MainWindow& window, OverlaySwitches& switches, DrawThread::Plan plan,
            std::function<void()> onSelect);
   ~PaneGrid() { Close(); }

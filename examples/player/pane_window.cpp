@@ -17,9 +17,10 @@ POINT PointOf(LPARAM packed) {
 
 }  // namespace
 
-// An owned window instead of a child: Wine shows nothing of what graphics interfaces present in child windows.
-// The thick frame, which WM_NCCALCSIZE hides, keeps SDL from holding the window at its first size. It begins in the
-// picture's own size, because Wine's Direct3D 9 never fills more of a frame than fits the window it began with.
+// An owned window instead of a child: Wine shows nothing of what graphics interfaces present in child
+// windows. The thick frame, which WM_NCCALCSIZE hides, keeps SDL from holding the window at its first size.
+// It begins in the picture's own size, because Wine's Direct3D 9 never fills more of a frame than fits the
+// window it began with.
 PaneWindow::PaneWindow(HWND main, PixelSize picture) {
   WNDCLASSA windowClass{};
   windowClass.lpfnWndProc = &Procedure;

@@ -9,8 +9,8 @@
 #include "player/pane_window.h"
 #include "player/picture_control.h"
 
-/// A channel on the screen: window, pane and drawing thread on one backend. Members are released in the order that
-/// the library wants: the thread ends, then the pane closes, then the window goes.
+/// A channel on the screen: window, pane and drawing thread on one backend. Members are released in the order
+/// that the library wants: the thread ends, then the pane closes, then the window goes.
 class View : public PaneEvents {
  public:
   /// The thread starts with `Start`. The channel and the switches outlive the view.

@@ -84,8 +84,8 @@ HWND PaneIn(HWND main, int cell) {
   return WindowFromPoint(middle);
 }
 
-/// The colour of the screenshot where the bus of a road scene's frame has its lower left corner, or the one to the
-/// right when it is mirrored.
+/// The colour of the screenshot where the bus of a road scene's frame has its lower left corner, or the one
+/// to the right when it is mirrored.
 Rgb BusIn(const PngPicture& picture, int cell, int64_t frame, bool mirrored) {
   const PixelArea area = CellOf(cell, 4, {kWidth, kHeight});
   const PixelBox bus = RoadScene(kWidth, kHeight).Vehicles(frame)[2].box;
