@@ -36,8 +36,8 @@ Written by \`scripts/bench.sh\` with $ROUNDS rounds on: $(sed -n 's/^model name[
 Everything is measured in one process, in rounds that take turns, as the median of processor time on one thread. Ratios hold
 better than times: other work on the machine slows both sides alike.
 EOT
-section "Colour" "Each cell: how many times as fast as the peer we are, and our time per frame. The loops were held to AVX2 on both
-sides. Luma is noise; chroma changes slowly, as in decoded video. See [colour.md](colour.md)." \
+section "Colour" "Each cell: how many times as fast as the peer we are, and our time per frame. Both sides use all that the
+processor has. Luma is noise; chroma changes slowly, as in decoded video. See [colour.md](colour.md)." \
   "$BIN/colour_bench" --benchmark_repetitions="$ROUNDS" --benchmark_enable_random_interleaving=true --benchmark_min_time=0.02
 [ -x "$BIN/d3d9_kernels_bench" ] && section "Direct3D 9 upload" "Milliseconds and ratio to the first way." \
   fenced "$BIN/d3d9_kernels_bench"

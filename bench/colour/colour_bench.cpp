@@ -75,9 +75,8 @@ using Work = std::function<void()>;
 
 constexpr uint32_t kEveryFeature = ~uint32_t{0};
 
-/// Our forms obey our mask and libyuv's its own; an AVX2 machine is what the ratios are stated for.
-void Register(const char* name, Size size, Work work, uint32_t ourMask = kEveryFeature,
-              int theirMask = ~libyuv::kCpuHasAVX512BW & ~libyuv::kCpuHasAVX512VL) {
+/// Our forms obey our mask and libyuv's its own; both sides use all that the processor has.
+void Register(const char* name, Size size, Work work, uint32_t ourMask = kEveryFeature, int theirMask = -1) {
   benchmark::RegisterBenchmark(std::string(name).append("/").append(size.Name()).c_str(),
                                [=](benchmark::State& state) {
                                  SetCpuMask(ourMask);

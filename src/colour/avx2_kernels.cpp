@@ -9,11 +9,11 @@
 #include "util/cpu.h"
 
 const ColourKernels kAvx2Kernels = {
+    {{YuvToPixels<Bgr24Out>, YuvToPixels<Bgrx32Out>, YuvToPixels<Rgb565Out>, YuvToPixels<Rgb555Out>},
+     YuvTo422},
     "avx2",
     kCpuSsse3 | kCpuAvx2,
-    {YuvToPixels<Bgr24Out>, YuvToPixels<Bgrx32Out>, YuvToPixels<Rgb565Out>, YuvToPixels<Rgb555Out>},
     BgrToYuv,
-    YuvTo422,
     MapBytes,
     MapRowsReversed,
     CopyRowsReversed,

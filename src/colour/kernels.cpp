@@ -6,8 +6,19 @@
 #include "util/cpu.h"
 
 namespace {
-constexpr const ColourKernels* kAll[] = {&kScalarKernels, &kSsse3Kernels, &kAvx2Kernels};
+
+ColourKernels WithAvx512() {
+  ColourKernels kernels = kAvx2Kernels;
+  kernels.name = "avx512";
+  kernels.features |= kCpuAvx512;
+  static_cast<YuvKernels&>(kernels) = kAvx512YuvKernels;
+  return kernels;
 }
+
+const ColourKernels kAvx512Kernels = WithAvx512();
+constexpr const ColourKernels* kAll[] = {&kScalarKernels, &kSsse3Kernels, &kAvx2Kernels, &kAvx512Kernels};
+
+}  // namespace
 
 KernelList AllKernels() {
   return {kAll, std::size(kAll)};

@@ -64,14 +64,18 @@ using MapPairRowsReversedKernel = void (*)(const PlanePair& planes, size_t rowBy
 using RepeatBytesKernel = void (*)(uint8_t* out, const uint8_t* in, size_t count, int32_t times);
 constexpr int32_t kMaxRepeat = 8;
 
+/// One form of the conversions of planes.
+struct YuvKernels {
+  YuvRowsKernel yuvToPixels[kPixelFormatCount];
+  Yuv422RowKernel yuvTo422;
+};
+
 /// One form of every loop.
-struct ColourKernels {
+struct ColourKernels : YuvKernels {
   const char* name;
   /// What the processor must have (kCpu... of util/cpu.h).
   uint32_t features;
-  YuvRowsKernel yuvToPixels[kPixelFormatCount];
   RgbRowsKernel bgrToYuv;
-  Yuv422RowKernel yuvTo422;
   MapBytesKernel mapBytes;
   MapRowsReversedKernel mapRowsReversed;
   CopyRowsReversedKernel copyRowsReversed;
@@ -83,6 +87,8 @@ struct ColourKernels {
 extern const ColourKernels kScalarKernels;
 extern const ColourKernels kSsse3Kernels;
 extern const ColourKernels kAvx2Kernels;
+/// The others of kAvx2Kernels gain nothing from the newer set.
+extern const YuvKernels kAvx512YuvKernels;
 
 struct KernelList {
   const ColourKernels* const* first;

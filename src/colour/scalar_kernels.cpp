@@ -150,11 +150,11 @@ void RepeatBytes(uint8_t* out, const uint8_t* in, size_t count, int32_t times) {
 }  // namespace
 
 const ColourKernels kScalarKernels = {
+    {{YuvToPixels<StoreBgr24>, YuvToPixels<StoreBgrx32>, YuvToPixels<StoreRgb565>, YuvToPixels<StoreRgb555>},
+     YuvTo422},
     "scalar",
     0,
-    {YuvToPixels<StoreBgr24>, YuvToPixels<StoreBgrx32>, YuvToPixels<StoreRgb565>, YuvToPixels<StoreRgb555>},
     BgrToYuv,
-    YuvTo422,
     MapBytes,
     MapRowsReversed,
     CopyRowsReversed,

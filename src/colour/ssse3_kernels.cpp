@@ -9,11 +9,11 @@
 #include "util/cpu.h"
 
 const ColourKernels kSsse3Kernels = {
+    {{YuvToPixels<Bgr24Out>, YuvToPixels<Bgrx32Out>, YuvToPixels<Rgb565Out>, YuvToPixels<Rgb555Out>},
+     YuvTo422},
     "ssse3",
     kCpuSsse3,
-    {YuvToPixels<Bgr24Out>, YuvToPixels<Bgrx32Out>, YuvToPixels<Rgb565Out>, YuvToPixels<Rgb555Out>},
     BgrToYuv,
-    YuvTo422,
     MapBytes,
     MapRowsReversed,
     CopyRowsReversed,

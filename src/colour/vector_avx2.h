@@ -213,11 +213,19 @@ constexpr InterleaveMasks MakeInterleaveMasks() {
 }
 constexpr InterleaveMasks kInterleave = MakeInterleaveMasks();
 
+/// The bytes of b where the mask's lane has its bits set, else those of a.
+inline Vec SelectBytes(Vec a, Vec b, const uint8_t* mask) {
+#if defined(__AVX512BW__) && defined(__AVX512VL__)
+  return _mm256_mask_blend_epi8(_mm256_movepi8_mask(LoadLane(mask)), a, b);
+#else
+  return _mm256_blendv_epi8(a, b, LoadLane(mask));
+#endif
+}
+
 /// One of the three output registers of every lane.
 template <int kPart>
 inline Vec InterleavedPart(Vec a, Vec b, Vec c) {
-  const Vec ab = _mm256_blendv_epi8(a, b, LoadLane(kInterleave.isSecond[kPart]));
-  return _mm256_blendv_epi8(ab, c, LoadLane(kInterleave.isThird[kPart]));
+  return SelectBytes(SelectBytes(a, b, kInterleave.isSecond[kPart]), c, kInterleave.isThird[kPart]);
 }
 
 /// Bytes of a, b and c in turns.
