@@ -34,7 +34,8 @@ int32_t D3DDisplayer::LoadDirect3D() {
   m_pfnDirect3DCreate9 = reinterpret_cast<decltype(m_pfnDirect3DCreate9)>(
       reinterpret_cast<void*>(GetProcAddress(m_hD3D9Module, "Direct3DCreate9")));
   m_pD3dx = LoadD3dx();
-  return m_pfnDirect3DCreate9 && m_pD3dx ? 1 : 0;
+  if (!m_pD3dx) m_pfnDirect3DCreate9 = nullptr;
+  return m_pfnDirect3DCreate9 ? 1 : 0;
 }
 
 int32_t D3DDisplayer::InitDraw(uint32_t width, uint32_t height, uint32_t) {
@@ -54,6 +55,7 @@ int32_t D3DDisplayer::FreeDraw() {
 
 int32_t D3DDisplayer::Initialize(uint32_t width, uint32_t height) {
   if (static_cast<int32_t>(width) < 1 || static_cast<int32_t>(height) < 1) return kBadSize;
+  m_bInitialized = false;
   m_dwWidth = width;
   m_dwHeight = height;
   m_pScratch.reset();
@@ -69,10 +71,11 @@ int32_t D3DDisplayer::CreateDevice() {
   if (!m_pfnDirect3DCreate9) return kNoDevice;
   m_pD3D9.reset(m_pfnDirect3DCreate9(D3D_SDK_VERSION));
   if (!m_pD3D9) return kNoDevice;
+  const DWORD behaviour = VertexProcessing() | D3DCREATE_FPU_PRESERVE;
   FillPresentParameters();
   ComPtr<IDirect3DDevice9> device;
-  if (m_pD3D9->CreateDevice(D3DADAPTER_DEFAULT, D3DDEVTYPE_HAL, m_hPlayWnd,
-                            VertexProcessing() | D3DCREATE_FPU_PRESERVE, &m_d3dpp, device.put()) != D3D_OK) {
+  if (m_pD3D9->CreateDevice(D3DADAPTER_DEFAULT, D3DDEVTYPE_HAL, m_hPlayWnd, behaviour, &m_d3dpp,
+                            device.put()) != D3D_OK) {
     return kNoDevice;
   }
   // After a failed start the device of that try is still here. What belongs to it is no use to the new one.

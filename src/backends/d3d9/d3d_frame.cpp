@@ -28,7 +28,7 @@ int32_t D3DDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t
 }
 
 bool D3DDisplayer::IsDeviceReady() {
-  const HRESULT state = m_pd3dDevice->TestCooperativeLevel();
+  const HRESULT state = m_pd3dDevice ? m_pd3dDevice->TestCooperativeLevel() : D3D_OK;
   if (state == D3DERR_DEVICENOTRESET) {
     LogStep(L"D3DDisplayer::Display: hrErrCode=D3DERR_DEVICENOTRESET");
     ResetDisplay();

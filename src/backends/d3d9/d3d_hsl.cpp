@@ -42,6 +42,8 @@ int32_t D3DDisplayer::SetupHslShader(uint32_t width, uint32_t height) {
   if (!IsSize(width) || !IsSize(height) || (width == m_dwWidth && height == m_dwHeight)) return 0;
   m_dwWidth = width;
   m_dwHeight = height;
+  // They have the earlier size and belong to the earlier device.
+  ReleaseDeviceObjects();
   bool ok = CreateHslDevice();
   if (ok) {
     ok = CreateHslObjects();

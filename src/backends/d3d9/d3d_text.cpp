@@ -17,8 +17,8 @@ INT Length(const char* text) {
   return static_cast<INT>(std::strlen(text));
 }
 
-RECT Measure(ID3DXFont* font, const char* text, RECT room) {
-  font->DrawTextA(nullptr, text, Length(text), &room, kTextFormat | DT_CALCRECT, 0);
+RECT Measure(ID3DXFont* font, const char* text, RECT room, D3DCOLOR color) {
+  font->DrawTextA(nullptr, text, Length(text), &room, kTextFormat | DT_CALCRECT, color);
   return room;
 }
 
@@ -48,13 +48,14 @@ void D3DDisplayer::DrawOSDText() {
 void D3DDisplayer::DrawTextItem(const TextItem& item, MeasuredText& measured) {
   const FrameSize frame = Frame();
   const uint32_t y = item.anchor == 1 ? m_dwHeight - item.y : item.y;
+  const D3DCOLOR color = OpaqueArgb(item.color);
   const RECT room{static_cast<LONG>(item.x), static_cast<LONG>(y), frame.width, frame.height};
   if (!EqualRect(&room, &measured.room) || std::strcmp(item.text, measured.text) != 0) {
     measured.room = room;
     std::memcpy(measured.text, item.text, sizeof(measured.text));
-    measured.rect = Measure(m_pOSDFont.get(), item.text, room);
+    measured.rect = Measure(m_pOSDFont.get(), item.text, room, color);
   }
-  Draw(m_pOSDFont.get(), item.text, measured.rect, OpaqueArgb(item.color));
+  Draw(m_pOSDFont.get(), item.text, measured.rect, color);
 }
 
 void D3DDisplayer::DrawLabel(const LabelEntry& label) {
@@ -62,5 +63,5 @@ void D3DDisplayer::DrawLabel(const LabelEntry& label) {
   if (!m_pLabelFont || !label.text[0]) return;
   const FrameSize frame = Frame();
   const RECT room{label.rect.left + 1, std::max(label.rect.top, 0), frame.width, frame.height};
-  Draw(m_pLabelFont.get(), label.text, Measure(m_pLabelFont.get(), label.text, room), kBlue);
+  Draw(m_pLabelFont.get(), label.text, Measure(m_pLabelFont.get(), label.text, room, kBlue), kBlue);
 }

@@ -52,6 +52,14 @@ constexpr bool SidesVisible(const PixelRect& rect, int32_t width, int32_t height
          within(rect.bottom, height);
 }
 
+/// Whether such a disc covers a whole picture.
+constexpr bool DiscCovers(int64_t centerX, int64_t centerY, int64_t radius, int32_t width, int32_t height) {
+  const int64_t dx = std::max(centerX, width - 1 - centerX);
+  const int64_t dy = std::max(centerY, height - 1 - centerY);
+  // The disc lacks its outermost column at the left and row at the top.
+  return dx < radius && dy < radius && dx * dx + dy * dy <= radius * radius;
+}
+
 /// Calls point(x, y) for every pixel of a disc that lies in a picture of that size, from its right edge to
 /// its left and each column from the bottom up.
 template <class Point>

@@ -13,6 +13,7 @@ const uint8_t* RowOf(const uint8_t* plane, int32_t stride, int64_t row) {
 
 /// Copies rows [first, last), in one go where both sides have them without gaps.
 void CopyRows(const SurfacePlane& to, const uint8_t* from, int32_t stride, int32_t first, int32_t last) {
+  if (to.width == 0) return;
   const auto width = static_cast<size_t>(to.width);
   if (stride == to.width && to.doubleStep == int64_t{2} * to.width && first < last) {
     std::memcpy(to.Row(first), RowOf(from, stride, first), width * static_cast<size_t>(last - first));

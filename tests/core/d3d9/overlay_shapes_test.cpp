@@ -56,6 +56,13 @@ TEST(OverlayShapes, DiscsHaveTheirPixelsInOrder) {
   EXPECT_EQ(Disc(50, 50, 7, 100, 100), plain);
 }
 
+TEST(OverlayShapes, TellWhetherADiscCoversThePicture) {
+  for (const auto& [x, y] : {std::pair{0, 0}, {7, 4}, {14, 0}, {15, 9}, {-3, 20}})
+    for (int64_t radius = 0; radius < 40; ++radius)
+      EXPECT_EQ(DiscCovers(x, y, radius, 15, 10), Disc(x, y, radius, 15, 10).size() == 150)
+          << x << "," << y << " radius " << radius;
+}
+
 TEST(OverlayShapes, DiscsEndAtTheFrame) {
   EXPECT_EQ(Disc(50, 50, 65535, 100, 80).size(), 8000u) << "a disc that covers everything";
   for (const auto& [x, y] : Disc(0, 79, 6, 100, 80)) {

@@ -65,6 +65,14 @@ TEST_F(D3dHsl, WithoutAShaderFileTheQuadIsDrawnPlain) {
                "F:\\directxps_hsl\\directxps_hsl\\hslps.txt");
   EXPECT_EQ(Displayer().RenderHsl(0, 0, 100, 0), 0);
   EXPECT_PIXEL(m_pane->window.Handle(), 80, 60, {255, 255, 255});
+  // The surface of the earlier device and size is gone: a frame has it made first.
+  TestFrame frame = FlatFrame(kWidth, kHeight, 128, 128, 128);
+  const auto draw = [&] {
+    const FrameView f = frame.View();
+    return Displayer().Display(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0);
+  };
+  EXPECT_EQ(draw(), 0x2FFF);
+  EXPECT_EQ(draw(), 0);
   m_expectedUnreleased = 2 + 2;  // the earlier device and its maker; quad and declaration
 }
 
