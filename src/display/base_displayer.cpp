@@ -123,6 +123,10 @@ void BaseDisplayer::UpdateMosaicRect() {
                 ScaleEdge(width, m_fMosaicRight), ScaleEdge(height, m_fMosaicBottom)};
 }
 
+void BaseDisplayer::RefitMosaic() {
+  if (m_fMosaicRight > m_fMosaicLeft && m_fMosaicBottom > m_fMosaicTop) UpdateMosaicRect();
+}
+
 void BaseDisplayer::UpdateMosaics(uint32_t) {
 }
 

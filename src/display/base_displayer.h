@@ -120,6 +120,9 @@ class BaseDisplayer {
   /// Recomputes the mosaic rectangle from the area scale and the play window's client size.
   void UpdateMosaicRect();
 
+  /// After a change of the client area: a mosaic that was given as fractions keeps covering the same part.
+  void RefitMosaic();
+
   HWND m_hPlayWnd = nullptr;
   uint32_t m_dwWidth = 0;
   uint32_t m_dwHeight = 0;

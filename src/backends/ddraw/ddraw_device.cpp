@@ -25,10 +25,10 @@ HRESULT DDrawDevice::Create() {
   Release();
   void* object = nullptr;
   HRESULT hr =
-      Reported("DirectDrawCreateEx", DirectDrawCreateEx(nullptr, &object, IID_IDirectDraw7, nullptr));
+      Reported("Create: DirectDrawCreateEx", DirectDrawCreateEx(nullptr, &object, IID_IDirectDraw7, nullptr));
   if (FAILED(hr)) return hr;
   m_directDraw.reset(static_cast<IDirectDraw7*>(object));
-  hr = Reported("SetCooperativeLevel",
+  hr = Reported("Create: SetCooperativeLevel",
                 m_directDraw->SetCooperativeLevel(nullptr, DDSCL_NORMAL | DDSCL_MULTITHREADED));
   if (SUCCEEDED(hr)) hr = CreatePrimary();
   if (FAILED(hr)) Release();
@@ -40,16 +40,16 @@ HRESULT DDrawDevice::CreatePrimary() {
   description.dwSize = sizeof(description);
   description.dwFlags = DDSD_CAPS;
   description.ddsCaps.dwCaps = DDSCAPS_PRIMARYSURFACE;
-  HRESULT hr =
-      Reported("CreateSurface(primary)", m_directDraw->CreateSurface(&description, m_primary.put(), nullptr));
+  HRESULT hr = Reported("CreatePrimary: CreateSurface",
+                        m_directDraw->CreateSurface(&description, m_primary.put(), nullptr));
   if (FAILED(hr)) return hr;
 
   m_screenFormat.dwSize = sizeof(m_screenFormat);
-  hr = Reported("GetPixelFormat", m_primary->GetPixelFormat(&m_screenFormat));
+  hr = Reported("CreatePrimary: GetPixelFormat", m_primary->GetPixelFormat(&m_screenFormat));
   if (FAILED(hr)) return hr;
   const auto format = IdentifyPixels(m_screenFormat.dwRGBBitCount, m_screenFormat.dwRBitMask,
                                      m_screenFormat.dwGBitMask, m_screenFormat.dwBBitMask);
-  if (!format) return Reported("IdentifyPixels", DDERR_INVALIDPIXELFORMAT);
+  if (!format) return Reported("CreatePrimary: IdentifyPixels", DDERR_INVALIDPIXELFORMAT);
   m_format = *format;
   return DD_OK;
 }
@@ -59,9 +59,10 @@ HRESULT DDrawDevice::CreatePrimary() {
 HRESULT DDrawDevice::BindWindow(HWND window) {
   if (window == m_clippedWindow) return DD_OK;
   m_clipper.reset();
-  HRESULT hr = Reported("CreateClipper", m_directDraw->CreateClipper(0, m_clipper.put(), nullptr));
-  if (SUCCEEDED(hr)) hr = Reported("SetHWnd", m_clipper->SetHWnd(0, window));
-  if (SUCCEEDED(hr)) hr = Reported("SetClipper", m_primary->SetClipper(m_clipper.get()));
+  HRESULT hr =
+      Reported("BindWindow: CreateClipper", m_directDraw->CreateClipper(0, m_clipper.put(), nullptr));
+  if (SUCCEEDED(hr)) hr = Reported("BindWindow: SetHWnd", m_clipper->SetHWnd(0, window));
+  if (SUCCEEDED(hr)) hr = Reported("BindWindow: SetClipper", m_primary->SetClipper(m_clipper.get()));
   m_clippedWindow = SUCCEEDED(hr) ? window : nullptr;
   return hr;
 }
@@ -96,7 +97,8 @@ HRESULT DDrawDevice::CreateOffscreen(const DDPIXELFORMAT& format, uint32_t width
   description.dwHeight = height;
   description.ddpfPixelFormat = format;
   description.ddsCaps.dwCaps = DDSCAPS_OFFSCREENPLAIN;
-  return Reported("CreateSurface", m_directDraw->CreateSurface(&description, surface.put(), nullptr));
+  return Reported("CreateOffscreen: CreateSurface",
+                  m_directDraw->CreateSurface(&description, surface.put(), nullptr));
 }
 
 bool DDrawDevice::ListsFourCC(DWORD fourCC) const {
@@ -119,5 +121,5 @@ HRESULT DDrawDevice::Present(HWND window, IDirectDrawSurface7* picture, const Pi
   if (FAILED(hr)) return hr;
   RECT source = ToRect(copy.source);
   RECT target = ToRect(copy.target);
-  return Reported("Blt(screen)", m_primary->Blt(&target, picture, &source, DDBLT_WAIT, nullptr));
+  return Reported("Present: Blt", m_primary->Blt(&target, picture, &source, DDBLT_WAIT, nullptr));
 }

@@ -79,9 +79,10 @@ int32_t CDirectDraw::CreateAll() {
   if (m_dwWidth < 1 || m_dwHeight < 1 || m_dwWidth > kMaxVideoSide || m_dwHeight > kMaxVideoSide)
     return kBadSize;
   if (FAILED(CreateSurfaces())) return kNoDevice;
-  if (!m_slots.Open(m_dwWidth, m_dwHeight)) return kNoMemory;
   ResetEvent(m_workerDone.get());
+  // Before the slots: opening forgets what was raised, and a frame may come as soon as slots let it in.
   m_work.Open();
+  if (!m_slots.Open(m_dwWidth, m_dwHeight)) return kNoMemory;
   if (!m_worker.Start(&CDirectDraw::WorkerMain, this)) return kFailed;
   m_bInitialized = true;
   return kOk;
@@ -91,8 +92,14 @@ HRESULT CDirectDraw::CreateSurfaces() {
   m_composition.reset();
   m_frameSurface.Release();
   m_frameUploaded = false;
-  const HRESULT hr = m_device.Create();
-  return FAILED(hr) ? hr : m_frameSurface.Create(m_device, m_dwWidth, m_dwHeight, m_wantedRoad);
+  HRESULT hr = m_device.Create();
+  if (SUCCEEDED(hr)) hr = m_frameSurface.Create(m_device, m_dwWidth, m_dwHeight, m_wantedRoad);
+  if (FAILED(hr)) {
+    // No device without its frame surface: the next frame tries again from the start.
+    m_frameSurface.Release();
+    m_device.Release();
+  }
+  return hr;
 }
 
 int32_t CDirectDraw::FreeDraw() {
@@ -130,6 +137,7 @@ void CDirectDraw::AdjustWinRect() {
     CAutoLock guard(&m_playRectLock);
     BaseDisplayer::AdjustWinRect();
   }
+  RefitMosaic();
   RequestRepaint();
 }
 

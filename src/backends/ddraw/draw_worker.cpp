@@ -2,6 +2,8 @@
 // CDirectDraw: what happens on the worker thread.
 #include <ddraw.h>
 
+#include <new>
+
 #include "backends/ddraw/ddraw_error.h"
 #include "backends/ddraw/direct_draw.h"
 #include "backends/ddraw/draw_layout.h"
@@ -21,8 +23,13 @@ DWORD CDirectDraw::WorkerMain(void* self) {
 
 void CDirectDraw::Work() {
   m_workerId = GetCurrentThreadId();
-  while (m_work.Wait())
-    DrawPending();
+  while (m_work.Wait()) {
+    try {
+      DrawPending();
+    } catch (const std::bad_alloc&) {
+      m_frameUploaded = false;  // this frame is dropped
+    }
+  }
   m_workerId = 0;
   SetEvent(m_workerDone.get());
 }

@@ -118,5 +118,5 @@ HRESULT FrameSurface::FillRgb(const FrameView& frame) {
 
 HRESULT FrameSurface::StretchTo(IDirectDrawSurface7* target) const {
   RECT source{0, 0, m_width, m_height};
-  return Reported("Blt(frame)", target->Blt(nullptr, m_surface.get(), &source, DDBLT_WAIT, nullptr));
+  return Reported("StretchTo: Blt", target->Blt(nullptr, m_surface.get(), &source, DDBLT_WAIT, nullptr));
 }

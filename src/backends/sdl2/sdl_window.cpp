@@ -151,7 +151,7 @@ void SDLDisplayer::AdjustWinRect() {
   if (!IsWindow(m_hPlayWnd)) return;
   BaseDisplayer::AdjustWinRect();
   m_displayRect = {0, 0, m_rcClient.right - m_rcClient.left, m_rcClient.bottom - m_rcClient.top};
-  if (m_fMosaicRight > m_fMosaicLeft && m_fMosaicBottom > m_fMosaicTop) UpdateMosaicRect();
+  RefitMosaic();
 }
 
 // The event goes through SDL for whoever watches SDL's events; what it asks for is done here, right after.

@@ -86,14 +86,18 @@ class LossInjection {
   static int blitsToFail;
   static HRESULT restoreResult;
   static int restores;
+  static bool offscreenFails;
 
   LossInjection() : m_ddraw(MakeDDraw()), m_surface(MakeSurface(m_ddraw.get())) {
     blitsToFail = 0;
     restoreResult = DD_OK;
     restores = 0;
+    offscreenFails = false;
     m_blt = std::make_unique<VtablePatch>(m_surface.get(), 5, &FailingBlt);
     m_restore = std::make_unique<VtablePatch>(m_ddraw.get(), 25, &Restore);
+    m_create = std::make_unique<VtablePatch>(m_ddraw.get(), 6, &CreateSurface);
     original = m_blt->Original<Blt>();
+    originalCreate = m_create->Original<Create>();
   }
 
  private:
@@ -124,21 +128,31 @@ class LossInjection {
     }
     return original(self, target, from, source, flags, effects);
   }
+  static HRESULT STDMETHODCALLTYPE CreateSurface(IDirectDraw7* self, DDSURFACEDESC2* description,
+                                                 IDirectDrawSurface7** surface, IUnknown* outer) {
+    if (offscreenFails && (description->dwFlags & DDSD_WIDTH)) return DDERR_OUTOFVIDEOMEMORY;
+    return originalCreate(self, description, surface, outer);
+  }
   static HRESULT STDMETHODCALLTYPE Restore(IDirectDraw7*) {
     ++restores;
     return restoreResult;
   }
 
+  using Create = decltype(CreateSurface);
   static Blt* original;
+  static Create* originalCreate;
   ComPtr<IDirectDraw7> m_ddraw;
   DDrawSurface m_surface;
   std::unique_ptr<VtablePatch> m_blt;
   std::unique_ptr<VtablePatch> m_restore;
+  std::unique_ptr<VtablePatch> m_create;
 };
 int LossInjection::blitsToFail;
 HRESULT LossInjection::restoreResult;
 int LossInjection::restores;
+bool LossInjection::offscreenFails;
 LossInjection::Blt* LossInjection::original;
+LossInjection::Create* LossInjection::originalCreate;
 
 TEST(DDrawLoss, TheFrameThatMetLostSurfacesIsStillShown) {
   DDrawPane pane(160, 120);
@@ -159,6 +173,21 @@ TEST(DDrawLoss, TheFrameThatMetLostSurfacesIsStillShown) {
     EXPECT_TRUE(Near(WaitForPixel(pane.window.Handle(), 80, 60, colour, 2, 15000), colour, 2));
     EXPECT_EQ(LossInjection::restores, 1);
   }
+
+  ASSERT_TRUE(Near(pane.DrawUntil(grey, 80, 60, background), background, 2));
+  LossInjection::offscreenFails = true;
+  LossInjection::restores = 0;
+  LossInjection::blitsToFail = 1;
+  for (int i = 0; i < 1000 && LossInjection::restores == 0; ++i) {
+    pane.Draw(red);
+    Sleep(10);
+  }
+  Sleep(200);
+  pane.Draw(red);
+  Sleep(200);
+  LossInjection::offscreenFails = false;
+  EXPECT_TRUE(Near(pane.DrawUntil(red, 80, 60, colour), colour, 2))
+      << "a rebuild that failed half-way is repeated";
 
   LossInjection::blitsToFail = 1000;
   for (int i = 0; i < 10; ++i) {
