@@ -31,10 +31,9 @@ D3DDisplayer::~D3DDisplayer() {
 int32_t D3DDisplayer::LoadDirect3D() {
   if (!m_hD3D9Module) m_hD3D9Module = LoadLibraryA("d3d9.dll");
   if (!m_hD3D9Module) return 0;
-  m_pfnDirect3DCreate9 = reinterpret_cast<decltype(m_pfnDirect3DCreate9)>(
-      reinterpret_cast<void*>(GetProcAddress(m_hD3D9Module, "Direct3DCreate9")));
   m_pD3dx = LoadD3dx();
-  if (!m_pD3dx) m_pfnDirect3DCreate9 = nullptr;
+  const FARPROC create = m_pD3dx ? GetProcAddress(m_hD3D9Module, "Direct3DCreate9") : nullptr;
+  m_pfnDirect3DCreate9 = reinterpret_cast<decltype(m_pfnDirect3DCreate9)>(reinterpret_cast<void*>(create));
   return m_pfnDirect3DCreate9 ? 1 : 0;
 }
 
