@@ -27,20 +27,19 @@ struct Identity {
   Vec operator()(Vec a) const { return a; }
 };
 
-/// LinearMap on words; no table is read.
+/// LinearMap on words; no table is read. Each offset is either added or subtracted.
+template <bool kAddAbove, bool kAddBelow>
 struct Linear {
-  explicit Linear(const ByteMap& map)
-      : m_fill(Set8(map.linear.fill)),
-        m_factor(Set16(map.linear.factor)),
-        m_addAbove(Set16(map.linear.addAbove)),
-        m_subAbove(Set16(map.linear.subAbove)),
-        m_addBelow(Set16(map.linear.addBelow)),
-        m_subBelow(Set16(map.linear.subBelow)) {}
+  explicit Linear(const LinearMap& map)
+      : m_fill(Set8(map.fill)),
+        m_factor(Set16(map.factor)),
+        m_above(Set16(kAddAbove ? map.addAbove : map.subAbove)),
+        m_below(Set16(kAddBelow ? map.addBelow : map.subBelow)) {}
 
   Vec Words(Vec wide) const {
     const Vec p = MulHighUnsigned(wide, m_factor);
-    const Vec above = ShiftRight16<7>(SubUnsigned16(AddUnsigned16(p, m_addAbove), m_subAbove));
-    const Vec below = ShiftRight16<7>(SubUnsigned16(AddUnsigned16(p, m_addBelow), m_subBelow));
+    const Vec above = ShiftRight16<7>(Shifted<kAddAbove>(p, m_above));
+    const Vec below = ShiftRight16<7>(Shifted<kAddBelow>(p, m_below));
     return Max16(above, Min16(below, Set16(128)));
   }
   Vec operator()(Vec a) const {
@@ -48,13 +47,26 @@ struct Linear {
   }
 
  private:
+  template <bool kAdd>
+  static Vec Shifted(Vec p, Vec offset) {
+    return kAdd ? AddUnsigned16(p, offset) : SubUnsigned16(p, offset);
+  }
+
   Vec m_fill;
   Vec m_factor;
-  Vec m_addAbove;
-  Vec m_subAbove;
-  Vec m_addBelow;
-  Vec m_subBelow;
+  Vec m_above;
+  Vec m_below;
 };
+
+/// Calls `loop` with the form of Linear that the map's offsets want.
+template <class Loop>
+void WithLinear(const LinearMap& map, Loop loop) {
+  if (map.subAbove == 0) {
+    map.subBelow == 0 ? loop(Linear<true, true>(map)) : loop(Linear<true, false>(map));
+  } else {
+    map.subBelow == 0 ? loop(Linear<false, true>(map)) : loop(Linear<false, false>(map));
+  }
+}
 
 /// OddMap on words.
 struct Odd {
@@ -138,14 +150,18 @@ inline void MapRowsBackward(const ReversedRows& r, const Map& map) {
 
 void MapBytes(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map) {
   if (count < kStep) return kScalarKernels.mapBytes(out, in, count, map);
-  if (map.form == ByteMap::Form::Linear) return MapForward<2>(out, in, count, Linear(map));
+  if (map.form == ByteMap::Form::Linear) {
+    return WithLinear(map.linear, [&](const auto& linear) { MapForward<2>(out, in, count, linear); });
+  }
   if (map.form == ByteMap::Form::Odd) return MapForward<2>(out, in, count, Odd(map.odd));
   MapForward<1>(out, in, count, Table(map));
 }
 
 void MapRowsReversed(const ReversedRows& rows, const ByteMap& map) {
   if (rows.rowBytes < kStep) return kScalarKernels.mapRowsReversed(rows, map);
-  if (map.form == ByteMap::Form::Linear) return MapRowsBackward<2>(rows, Linear(map));
+  if (map.form == ByteMap::Form::Linear) {
+    return WithLinear(map.linear, [&](const auto& linear) { MapRowsBackward<2>(rows, linear); });
+  }
   if (map.form == ByteMap::Form::Odd) return MapRowsBackward<2>(rows, Odd(map.odd));
   MapRowsBackward<1>(rows, Table(map));
 }
