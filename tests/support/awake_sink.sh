@@ -8,8 +8,7 @@ export PULSE_SINK=nivral$$ PULSE_SOURCE=nivral$$.monitor
 MODULE=$(pactl load-module module-null-sink sink_name=$PULSE_SINK format=s16le rate=8000 channels=1)
 pacat -d $PULSE_SINK "${OPTIONS[@]}" /dev/zero &
 KEEPER=$!
-# Merely asked to end, something here has now and then kept a finished test waiting until its time was up.
-trap 'kill -KILL $KEEPER; wait $KEEPER 2>/dev/null || true; timeout 10 pactl unload-module $MODULE' EXIT
+trap 'kill $KEEPER; wait $KEEPER || true; pactl unload-module $MODULE' EXIT
 # Two seconds of recorded silence say that the sink has settled on its latency.
 timeout 20 parec -d $PULSE_SOURCE "${OPTIONS[@]}" 2>/dev/null | head -c 32000 >/dev/null || true
 "$@"
