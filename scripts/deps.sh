@@ -1,8 +1,6 @@
 #!/bin/bash
-# Cross-builds what the library and its tests use for Windows, from Debian's source packages, into $NIVRAL_DEPS/prefix.
-# Does nothing when that is up to date. Leaves the apt configuration untouched.
-#   deps.sh            SDL2, SDL2_ttf (with FreeType), GoogleTest
-#   deps.sh --bench    Google Benchmark as well, for benchmarks that run on Windows
+# Cross-builds SDL2, SDL2_ttf (with FreeType) and GoogleTest for Windows from Debian's source packages into
+# $NIVRAL_DEPS/prefix. Does nothing when that is up to date. Leaves the apt configuration untouched.
 . "$(dirname "$0")/common.sh"
 OUT=$NIVRAL_DEPS
 TOOLCHAIN=$ROOT/cmake/mingw-w64.cmake
@@ -65,15 +63,4 @@ build_all() {
   touch "$STAMP"
 }
 
-build_benchmark() {
-  mkdir -p "$OUT/src"; cd "$OUT/src"
-  fetch benchmark
-  # Debian's benchmark does not configure without GIT_VERSION.
-  build benchmark benchmark-1*/ -DGIT_VERSION=0.0.0 -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_INSTALL_DOCS=OFF \
-    -DHAVE_STD_REGEX=1 -DHAVE_STEADY_CLOCK=1
-  rm -rf "$OUT"/{src,obj,apt}
-  touch "$STAMP-bench"
-}
-
 if [ -f "$STAMP" ]; then say "deps: up to date ($OUT)"; else build_all; fi
-[ "${1:-}" != --bench ] || [ -f "$STAMP-bench" ] || build_benchmark

@@ -4,7 +4,6 @@
 #include <d3d9.h>
 #include <d3dx9.h>
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -90,15 +89,9 @@ class D3DDisplayer : public BaseDisplayer {
   ZoomState Zoom() const { return {m_nZoomX, m_nZoomY, m_nZoom}; }
   FrameSize Frame() const { return {static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight)}; }
 
-  /// Where a text goes, for as long as it and the room for it stay the same.
-  struct MeasuredText {
-    char text[sizeof(TextItem::text)];
-    RECT room;
-    RECT rect;
-  };
   void CreateFontOnce(ComPtr<ID3DXFont>& font, int32_t linesPerHeight, const char* face);
   void DrawOSDText();
-  void DrawTextItem(const TextItem& item, MeasuredText& measured);
+  void DrawTextItem(const TextItem& item);
   void DrawLabel(const LabelEntry& label);
 
   bool EnsureLine();
@@ -153,6 +146,4 @@ class D3DDisplayer : public BaseDisplayer {
   int32_t m_nLastStrideU = 0;
   int32_t m_nLastStrideV = 0;
   const D3dxFunctions* m_pD3dx = nullptr;
-  /// With m_pOSDFont.
-  std::array<MeasuredText, kTextItemCount> m_measuredTexts{};
 };
