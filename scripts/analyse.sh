@@ -1,6 +1,6 @@
 #!/bin/bash
-# Static analysis of src/ with warnings as errors: cppcheck, and Clang as a second compiler for the Windows code, with
-# its warnings and the checks of .clang-tidy. analyse.sh [file...] has Clang look at those files only.
+# Static analysis of src/ with warnings as errors: cppcheck, and Clang as a second compiler for the Windows
+# code, with its warnings and the checks of .clang-tidy. analyse.sh [file...] has Clang look at those files only.
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"
 WORK=$ROOT/build/analyse
@@ -14,8 +14,7 @@ run_cppcheck() {
 
 run_clang() {
   say "analyse: Clang"
-  mkdir -p "$WORK"
-  cmake --preset mingw-clang > "$WORK/configure.log" 2>&1 || { cat "$WORK/configure.log"; return 1; }
+  quietly "$WORK/configure.log" "configuring mingw-clang" cmake --preset mingw-clang
   scripts/analysis_units.py build/mingw-clang "$WORK" "$@" > "$WORK/units"
   xargs -d '\n' -P "$JOBS" -n 1 clang-tidy --quiet -p "$WORK" < "$WORK/units" 2> "$WORK/notes.log"
 }

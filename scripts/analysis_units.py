@@ -4,8 +4,9 @@
 
 analysis_units.py BUILD OUT [FILE...]
 
-Most of the time goes into the system's headers, so the Windows sources of a folder become one unit that includes them
-all. Names without linkage must therefore differ within a folder. Given files are units of their own.
+Most of the time goes into the system's headers, so the Windows sources of a folder become one unit that
+includes them all. Names without linkage must therefore differ within a folder. Given files are units of their
+own.
 """
 import json
 import os

@@ -5,21 +5,16 @@
 . "$(dirname "$0")/common.sh"
 ROUNDS=${1:-9}
 "$ROOT/scripts/setup.sh"
-PEERS=(libyuv-dev libswscale-dev libavfilter-dev libavutil-dev pkg-config)
-for package in "${PEERS[@]}"; do
-  dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' && continue
-  say "bench: installing ${PEERS[*]}"
-  DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${PEERS[@]}" > "$ROOT/build/apt.log" 2>&1 ||
-    { tail -20 "$ROOT/build/apt.log"; die "installing packages failed"; }
-  break
-done
+install_packages libyuv-dev libswscale-dev libavfilter-dev libavutil-dev pkg-config
 say "bench: building"
 cd "$ROOT"
-cmake --preset bench > build/configure-bench.log 2>&1 || { cat build/configure-bench.log; die "configuring failed"; }
-cmake --build --preset bench -j "$JOBS" > build/build-bench.log 2>&1 || { tail -30 build/build-bench.log; die "building failed"; }
+quietly build/configure-bench.log "configuring" cmake --preset bench
+quietly build/build-bench.log "building" cmake --build --preset bench -j "$JOBS"
 
 OUT=$ROOT/docs/benchmarks.md
 BIN=$ROOT/build/bench/bin
+COMPILER=$(c++ --version | head -1)
+PROCESSOR=$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1)
 section() {
   local title=$1 text=$2; shift 2
   say "bench: $title"
@@ -32,13 +27,14 @@ fenced() { printf '```\n'; "$@"; printf '```\n'; }
 cat > "$OUT.new" <<EOT
 # Benchmarks
 
-Written by \`scripts/bench.sh\` with $ROUNDS rounds on: $(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1), $(nproc) cores, $(c++ --version | head -1).
-Everything is measured in one process, in rounds that take turns, as the median of processor time on one thread. Ratios hold
-better than times: other work on the machine slows both sides alike.
+Written by \`scripts/bench.sh\` with $ROUNDS rounds on: $PROCESSOR, $(nproc) cores, $COMPILER.
+Everything is measured in one process, in rounds that take turns, as the median of processor time on one
+thread. Ratios hold better than times: other work on the machine slows both sides alike.
 EOT
-section "Colour" "Each cell: how many times as fast as the peer we are, and our time per frame. Both sides use all that the
-processor has. Luma is noise; chroma changes slowly, as in decoded video. See [colour.md](colour.md)." \
-  "$BIN/colour_bench" --benchmark_repetitions="$ROUNDS" --benchmark_enable_random_interleaving=true --benchmark_min_time=0.02
+section "Colour" "Each cell: how many times as fast as the peer we are, and our time per frame. Both sides use all
+that the processor has. Luma is noise; chroma changes slowly, as in decoded video. See [colour.md](colour.md)." \
+  "$BIN/colour_bench" --benchmark_repetitions="$ROUNDS" --benchmark_enable_random_interleaving=true \
+  --benchmark_min_time=0.02
 [ -x "$BIN/d3d9_kernels_bench" ] && section "Direct3D 9 upload" "Milliseconds and ratio to the first way." \
   fenced "$BIN/d3d9_kernels_bench"
 mv "$OUT.new" "$OUT"

@@ -7,5 +7,5 @@ PRESET=${1:-mingw-release}
 "$ROOT/scripts/setup.sh"
 say "build: $PRESET"
 cd "$ROOT"
-cmake --preset "$PRESET" > "$ROOT/build/configure-$PRESET.log" 2>&1 || { cat "$ROOT/build/configure-$PRESET.log"; die "configuring $PRESET failed"; }
+quietly "build/configure-$PRESET.log" "configuring $PRESET" cmake --preset "$PRESET"
 cmake --build --preset "$PRESET" -j "$JOBS" "$@"

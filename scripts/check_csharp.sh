@@ -1,5 +1,6 @@
 #!/bin/bash
-# Compiles the C# example and holds its declarations against the header: names, types of results and arguments, sizes.
+# Compiles the C# example and holds its declarations against the header: names, types of results and
+# arguments, sizes.
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"
 OUT=build/csharp

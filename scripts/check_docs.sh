@@ -3,6 +3,7 @@
 # exported function appears in the guide or the header.
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"
+FOLDERS='\.ci|cmake|docs|examples|include|scripts|src|tests|bench'
 failed=0
 complain() { echo "$*" >&2; failed=1; }
 mapfile -t documents < <(git ls-files --cached --others --exclude-standard '*.md')
@@ -11,10 +12,10 @@ mapfile -t documents < <(git ls-files --cached --others --exclude-standard '*.md
 for document in "${documents[@]}"; do
   while read -r path; do
     compgen -G "$path" > /dev/null || complain "$document names $path, which is not there"
-  done < <(grep -oE '\b(\.ci|cmake|docs|examples|include|scripts|src|tests|bench)/[A-Za-z0-9_./-]*[A-Za-z0-9_]' "$document" |
-    grep -v '\.log$' | sort -u)
+  done < <(grep -oE "\b($FOLDERS)/[A-Za-z0-9_./-]*[A-Za-z0-9_]" "$document" | grep -v '\.log$' | sort -u)
   while read -r preset; do
-    grep -q "\"name\": \"$preset\"" CMakePresets.json || complain "$document names the preset $preset, which is not there"
+    grep -q "\"name\": \"$preset\"" CMakePresets.json ||
+      complain "$document names the preset $preset, which is not there"
   done < <(grep -oE -- '--preset [a-z0-9-]+' "$document" | sed 's/--preset //' | sort -u)
 done
 

@@ -4,7 +4,6 @@
 . "$(dirname "$0")/common.sh"
 OUT=$ROOT/build/package
 HERE="$OUT/a client"
-WINE=/usr/lib/wine/wine64
 CC=x86_64-w64-mingw32-gcc-posix
 CXX=x86_64-w64-mingw32-g++-posix
 

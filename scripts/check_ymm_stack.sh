@@ -13,4 +13,5 @@ wide=$(grep -cE '%ymm' "$LISTING" || true)
 [ "$wide" -gt 0 ] || die "$DLL uses no 256-bit registers: is this the right file?"
 aligned=$(moves 'aps|apd|dqa|dqa32|dqa64|ntps|ntpd|ntdq|ntdqa')
 [ -z "$aligned" ] || { printf '%s\n' "$aligned"; die "aligned 256-bit stack moves in $DLL"; }
-say "$(basename "$DLL"): $wide lines with 256-bit registers, $(moves 'ups|upd|dqu|dqu8|dqu32|dqu64' | wc -l) unaligned stack moves, no aligned ones"
+unaligned=$(moves 'ups|upd|dqu|dqu8|dqu32|dqu64' | wc -l)
+say "$(basename "$DLL"): $wide lines with 256-bit registers; stack moves: $unaligned unaligned, none aligned"

@@ -1,11 +1,12 @@
 #!/bin/bash
 # Makes build/package/libnivral-<version>-win64.zip, all that a client's developer needs, and beside it the
-# archive with the DLL's debug symbols. Fails when they hold anything else than cmake/package_content.txt says.
+# archive with the DLL's debug symbols. Fails when they do not hold what cmake/package_content.txt says.
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"
 OUT=$ROOT/build/package
 
-# A folder in the list, which ends in "/", stands for every file that the tree has there; the reference is made.
+# A folder in the list, which ends in "/", stands for every file that the tree has there; the reference is
+# made.
 listed_files() {
   local entry
   while read -r entry; do
@@ -26,12 +27,12 @@ check_content() {
 
 scripts/setup.sh
 scripts/reference.sh
-{ cmake --preset mingw-release && cmake --build --preset mingw-release -j "$JOBS" --target nivral nivral_player; } \
-  > build/package.log 2>&1 || { tail -30 build/package.log; die "building failed"; }
+quietly build/configure-package.log "configuring" cmake --preset mingw-release
+quietly build/package.log "building" \
+  cmake --build --preset mingw-release -j "$JOBS" --target nivral nivral_player
 rm -rf "$OUT"
-cpack --config build/mingw-release/CPackConfig.cmake -B "$OUT" > build/cpack.log 2>&1 ||
-  { cat build/cpack.log; die "packing failed"; }
+quietly build/cpack.log "packing" cpack --config build/mingw-release/CPackConfig.cmake -B "$OUT"
 rm -rf "$OUT/_CPack_Packages"
 listed_files | check_content "$OUT"/libnivral-*-win64.zip
 echo bin/libnivral.dll.debug | check_content "$OUT"/libnivral-*-win64-symbols.zip
-say "package: $(cd "$OUT" && ls -sh ./*.zip | xargs)"
+say "package: $(cd "$OUT" && du -h -- *.zip | xargs)"

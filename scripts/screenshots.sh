@@ -1,11 +1,10 @@
 #!/bin/bash
-# Makes the pictures of the documents in docs/images: the player on each backend and on four panes, and the diagram
-# of a frame's road. Look at them before committing them.
+# Makes the pictures of the documents in docs/images: the player on each backend and on four panes, and the
+# diagram of a frame's road. Look at them before committing them.
 . "$(dirname "$0")/common.sh"
 IMAGES=$ROOT/docs/images
 BED=$ROOT/build/screenshots
 WORK=$BED/pictures
-WINE=/usr/lib/wine/wine64
 PLAYER=$ROOT/build/mingw-release/bin/nivral_player.exe
 
 keep() {
@@ -16,23 +15,19 @@ keep() {
 shoot() {
   local name=$1; shift
   rm -f "$WORK/$name.png"
-  timeout 120 "$WINE" "$PLAYER" --no-sound --pause-at 60 --seconds 3 \
-    --screenshot "Z:${WORK//\//\\}\\$name.png" "$@" > "$WORK/$name.log" || { cat "$WORK/$name.log"; die "no picture $name"; }
+  quietly "$WORK/$name.log" "the picture $name" timeout 120 "$WINE" "$PLAYER" --no-sound --pause-at 60 \
+    --seconds 3 --screenshot "$(windows_path "$WORK/$name.png")" "$@"
   keep "$name"
 }
 
-if ! command -v dot > /dev/null; then
-  say "screenshots: installing graphviz"
-  DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends graphviz > "$ROOT/build/apt.log" 2>&1 ||
-    { tail -20 "$ROOT/build/apt.log"; die "installing graphviz failed"; }
-fi
+install_packages graphviz
 "$ROOT/scripts/build.sh" mingw-release --target nivral_player
 mkdir -p "$WORK" "$IMAGES"
 dot -Tsvg "$ROOT/docs/frame-road.dot" -o "$IMAGES/frame-road.svg"
 trap '"$ROOT/scripts/bed.sh" down "$BED"' EXIT
 "$ROOT/scripts/bed.sh" up "$BED"
 . "$BED/env.sh"
-MOSAIC=(--mosaic 4 --mosaic-area 0.44,0.46,0.54,0.54)
+MOSAIC=(--mosaic 4 --mosaic-area "0.44,0.46,0.54,0.54")
 SCENE=(--size 960x540 "${MOSAIC[@]}")
 shoot player --panes 4 "${MOSAIC[@]}"
 shoot sdl2 --backend sdl "${SCENE[@]}"

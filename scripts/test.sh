@@ -1,7 +1,8 @@
 #!/bin/bash
-# Everything that must hold before a change goes in, from nothing: sets the machine up, checks format and documents,
-# analyses, builds for both systems (with Clang here, with GCC for Windows), and runs all tests. Each step's output is kept in
-# build/test/; the steps go on after a failure, and the exit code is 0 only when all of them passed.
+# Everything that must hold before a change goes in, from nothing: sets the machine up, checks format and
+# documents, analyses, builds for both systems (with Clang here, with GCC for Windows), and runs all tests. Each
+# step's output is kept in build/test/; the steps go on after a failure, and the exit code is 0 only when all of
+# them passed.
 #   test.sh            all steps: format docs analyse native-clang mingw-release package
 #   test.sh <step>...  some of them, or what they cover in another build: native mingw-debug
 . "$(dirname "$0")/common.sh"
@@ -47,10 +48,12 @@ step_native-clang() { build_preset native-clang && ctest --preset native-clang -
 step_mingw-release() { build_preset mingw-release && run_windows_tests mingw-release; }
 # The tests of portable code once more, as Windows code that traps on undefined behaviour.
 step_mingw-debug() {
-  build_preset mingw-debug --target nivral nivral_core_tests && run_windows_tests mingw-debug --label-regex core
+  build_preset mingw-debug --target nivral nivral_core_tests &&
+    run_windows_tests mingw-debug --label-regex core
 }
 step_package() {
-  "$ROOT/scripts/check_csharp.sh" && "$ROOT/scripts/package.sh" && ( . "$BED/env.sh"; "$ROOT/scripts/check_package.sh" )
+  "$ROOT/scripts/check_csharp.sh" && "$ROOT/scripts/package.sh" &&
+    ( . "$BED/env.sh"; "$ROOT/scripts/check_package.sh" )
 }
 
 run_windows_tests() {
@@ -79,6 +82,7 @@ mkdir -p "$LOGS"
 "$ROOT/scripts/setup.sh"
 for step in "${STEPS[@]}"; do run_step "$step"; done
 
-say "steps: $((${#STEPS[@]} - ${#failures[@]})) passed, ${#failures[@]} failed${failures:+ (${failures[*]})}; $SECONDS s in all"
+say "steps: $((${#STEPS[@]} - ${#failures[@]})) passed, ${#failures[@]} failed${failures:+ (${failures[*]})};" \
+  "$SECONDS s in all"
 echo "$passed passed, $failed failed"
 [ ${#failures[@]} = 0 ]
