@@ -1,6 +1,6 @@
 #!/bin/bash
-# What the documents say is there: every path of the tree, script and preset that they name exists, and every
-# exported function appears in the guide or the header.
+# What the documents say is there: every path of the tree, script and preset that they name exists, every exported
+# function is declared in the header, and the reference can be made from it with nothing left undescribed.
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"
 FOLDERS='\.ci|cmake|docs|examples|include|scripts|src|tests|bench'
@@ -24,3 +24,4 @@ while read -r name; do
 done < <(sed -n 's/^ *\(NIVRAL_[A-Za-z0-9_]*\)$/\1/p' src/nivral.def)
 [ $failed = 0 ] || die "the documents do not match the tree"
 say "docs: ${#documents[@]} documents match the tree"
+scripts/reference.sh
