@@ -112,7 +112,7 @@ struct Box {
 struct LabelledBox {
   Box box;
   ObjectClass objectClass;
-  uint16_t distance;
+  uint16_t distance;  ///< tenths of a metre, 0 for none
   uint16_t third = 0;
   uint16_t fourth = 0;
 };
@@ -267,7 +267,7 @@ class Display : public detail::Object<detail::DisplayTraits> {
   /// Gives the window back and keeps the settings and callbacks.
   Result Free() noexcept { return {NIVRAL_DWFreeDraw(Handle())}; }
 
-  /// The backend's code for one frame: 0 when it was shown.
+  /// The backend's code for one frame: success when it was presented, or taken by DirectDraw's worker.
   [[nodiscard]] Result Draw(const Frame& frame) noexcept {
     return {NIVRAL_DWDrawYUV420(Handle(), const_cast<uint8_t*>(frame.y), frame.strideY,
                                 const_cast<uint8_t*>(frame.u), const_cast<uint8_t*>(frame.v), frame.strideUV,
@@ -293,17 +293,17 @@ class Display : public detail::Object<detail::DisplayTraits> {
 
   Result ShowMosaic(bool shown) noexcept { return {NIVRAL_DWSetMosaicFlag(Handle(), shown)}; }
   Result SetMosaicLevel(uint32_t level) noexcept { return {NIVRAL_DWSetMosaicLevel(Handle(), level)}; }
-  /// Client pixels.
+  /// Client pixels. Not on Direct3D 9.
   Result SetMosaicRect(const RECT& rect) noexcept {
     return {NIVRAL_DWSetMosaics(Handle(), reinterpret_cast<const uint8_t*>(&rect))};
   }
-  /// Fractions of the client area.
+  /// Fractions of the client area, on every backend.
   Result SetMosaicArea(float top, float left, float bottom, float right) noexcept {
     return {NIVRAL_DWSetMosaicAreaScale(Handle(), top, left, bottom, right)};
   }
   Result KeepMosaic() noexcept { return {NIVRAL_DWUpdateMosaics(Handle(), 1)}; }
   Result DeletePickedMosaic() noexcept { return {NIVRAL_DWUpdateMosaics(Handle(), 0)}; }
-  /// Success when there is a kept mosaic under the point (per mille).
+  /// Direct3D 9: never a success, as no function makes mosaics to keep; the others: always.
   [[nodiscard]] Result PickMosaic(POINT point) noexcept { return {NIVRAL_DWSetRClickPt(Handle(), point)}; }
 
   /// Driver assistance. A count outside 1 to 12 is ignored, as in C.
