@@ -97,7 +97,7 @@ struct KernelList {
   const ColourKernels* const* end() const { return first + count; }
 };
 
-/// Every form this library was built with, plain code first, then in rising order of the processor's age.
+/// Every form this library was built with: plain code first, each later one for newer processors.
 KernelList AllKernels();
 
 /// The fastest form that the processor and the mask allow.
