@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <windows.h>
+#include "util/srw_guard.h"
 
 /// Tells one worker thread that there is work, or that there will be none any more. Unlike an event it costs
 /// the side that raises it no call into the system. Any thread may call; closed at first.
@@ -12,7 +12,7 @@ class WorkSignal {
   WorkSignal& operator=(const WorkSignal&) = delete;
 
   void Open() {
-    const Guard guard(m_lock);
+    const SrwGuard guard(m_lock);
     m_raised = m_closed = false;
   }
 
@@ -23,7 +23,7 @@ class WorkSignal {
 
   /// True once for all that was raised since the last call; false when closed.
   bool Wait() {
-    const Guard guard(m_lock);
+    const SrwGuard guard(m_lock);
     while (!m_raised && !m_closed)
       SleepConditionVariableSRW(&m_changed, &m_lock, INFINITE, 0);
     m_raised = false;
@@ -31,21 +31,10 @@ class WorkSignal {
   }
 
  private:
-  class Guard {
-   public:
-    explicit Guard(SRWLOCK& lock) : m_lock(lock) { AcquireSRWLockExclusive(&m_lock); }
-    ~Guard() { ReleaseSRWLockExclusive(&m_lock); }
-    Guard(const Guard&) = delete;
-    Guard& operator=(const Guard&) = delete;
-
-   private:
-    SRWLOCK& m_lock;
-  };
-
   /// Wakes without the lock, which the worker wants at once.
   void Set(bool& flag) {
     {
-      const Guard guard(m_lock);
+      const SrwGuard guard(m_lock);
       flag = true;
     }
     WakeConditionVariable(&m_changed);
