@@ -5,30 +5,37 @@
 
 #include "display/burn_in.h"
 #include "display/display_codes.h"
-#include "display/geometry.h"
 #include "display/record_builder.h"
 
 int32_t BaseDisplayer::DrawYUV420Buffer(uint8_t* buffer, int32_t, uint32_t param1, int64_t param2) {
   const size_t luma = size_t{m_dwWidth} * m_dwHeight;
   const auto stride = static_cast<int32_t>(m_dwWidth);
-  return Display(buffer, stride, buffer + luma + luma / 2, stride / 2, buffer + luma, stride / 2, param1,
-                 param2);
+  return DisplayFrame({buffer, stride, buffer + luma + luma / 2, stride / 2, buffer + luma, stride / 2},
+                      m_settings.Copy(), param1, param2);
 }
 
 int32_t BaseDisplayer::DrawYUV420(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
                                   int32_t strideV, uint32_t param1, int64_t param2) {
   const ColorValues colors = m_colorRecords[0].Get();
-  const uint32_t mirror = GetMirrorMode();
+  const PaneSettings settings = m_settings.Copy();
+  const uint32_t mirror = settings.mirrorMode;
   const FrameView client{pY, strideY, pU, strideU, pV, strideV};
-  if (mirror == 0 && !IsAdjustActive(colors)) return ShowFrame(client, param1, param2);
+  if (mirror == 0 && !IsAdjustActive(colors)) return ShowFrame(client, settings, param1, param2);
 
   const WorkingFramePool::Loan working(m_workingFrames);
-  return ShowFrame(working ? working->Prepare(client, m_dwHeight, mirror, colors) : client, param1, param2);
+  return ShowFrame(working ? working->Prepare(client, m_dwHeight, mirror, colors) : client, settings, param1,
+                   param2);
 }
 
-int32_t BaseDisplayer::ShowFrame(const FrameView& f, uint32_t param1, int64_t param2) {
-  const int32_t result = Display(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, param1, param2);
-  if (const auto callback = m_frameCB; callback.function) {
+int32_t BaseDisplayer::DisplayFrame(const FrameView& f, const PaneSettings&, uint32_t param1,
+                                    int64_t param2) {
+  return Display(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, param1, param2);
+}
+
+int32_t BaseDisplayer::ShowFrame(const FrameView& f, const PaneSettings& settings, uint32_t param1,
+                                 int64_t param2) {
+  const int32_t result = DisplayFrame(f, settings, param1, param2);
+  if (const auto& callback = settings.frameCB; callback.function) {
     callback.function(f.y, static_cast<uint32_t>(f.strideY), f.u, f.v, static_cast<uint32_t>(f.strideV),
                       param1, param2, callback.user);
   }
@@ -79,17 +86,21 @@ int32_t BaseDisplayer::InitDraw(uint32_t width, uint32_t height, uint32_t) {
 }
 
 void BaseDisplayer::AdjustWinRect() {
-  GetClientRect(m_hPlayWnd, &m_rcClient);
+  RECT client;
+  if (!GetClientRect(m_hPlayWnd, &client)) return;
+  m_settings.Set(&PaneSettings::client, {client.left, client.top, client.right, client.bottom});
 }
 
 void BaseDisplayer::SetPlayRect(const RECT* rect) {
-  if (rect) m_rcPlay = *rect;
+  if (rect) m_settings.Set(&PaneSettings::play, {rect->left, rect->top, rect->right, rect->bottom});
 }
 
 void BaseDisplayer::SetZoom(uint32_t first, uint32_t second, uint32_t third) {
-  m_dwZoom[0] = first;
-  m_dwZoom[1] = second;
-  m_dwZoom[2] = third;
+  m_settings.Update([&](PaneSettings& s) {
+    s.zoom[0] = first;
+    s.zoom[1] = second;
+    s.zoom[2] = third;
+  });
 }
 
 int32_t BaseDisplayer::SetPlayWnd(HWND hwnd) {
@@ -101,30 +112,42 @@ int32_t BaseDisplayer::SetPlayWndEx(HWND hwnd, int64_t, uint32_t) {
   return SetPlayWnd(hwnd);
 }
 
+void BaseDisplayer::SetMosaicFlag(uint32_t flag) {
+  m_settings.Update([&](PaneSettings& s) { s.mosaic.flag = flag; });
+}
+
+void BaseDisplayer::SetMosaicLevel(uint32_t level) {
+  m_settings.Update([&](PaneSettings& s) { s.mosaic.level = level; });
+}
+
 void BaseDisplayer::SetMosaics(const void* rect) {
-  if (rect) std::memcpy(&m_rcMosaic, rect, sizeof(m_rcMosaic));
+  if (!rect) return;
+  m_settings.Update([&](PaneSettings& s) {
+    std::memcpy(&s.mosaic.rect, rect, sizeof(s.mosaic.rect));
+    s.mosaic.fromFractions = false;
+  });
 }
 
 void BaseDisplayer::SetMosaicAreaScale(float top, float left, float bottom, float right) {
-  m_fMosaicTop = top;
-  m_fMosaicLeft = left;
-  m_fMosaicBottom = bottom;
-  m_fMosaicRight = right;
-  UpdateMosaicRect();
+  m_settings.Update([&](PaneSettings& s) {
+    s.mosaic.top = top;
+    s.mosaic.left = left;
+    s.mosaic.bottom = bottom;
+    s.mosaic.right = right;
+    s.mosaic.fromFractions = true;
+  });
+  FitMosaic([](const MosaicSettings&) { return true; });
 }
 
-void BaseDisplayer::UpdateMosaicRect() {
+void BaseDisplayer::FitMosaic(bool (*wanted)(const MosaicSettings&)) {
   RECT client{};
   if (!IsWindow(m_hPlayWnd) || !GetClientRect(m_hPlayWnd, &client)) return;
   const int32_t width = client.right - client.left;
   const int32_t height = client.bottom - client.top;
   if (width < 1 && height < 1) return;
-  m_rcMosaic = {ScaleEdge(width, m_fMosaicLeft), ScaleEdge(height, m_fMosaicTop),
-                ScaleEdge(width, m_fMosaicRight), ScaleEdge(height, m_fMosaicBottom)};
-}
-
-void BaseDisplayer::RefitMosaic() {
-  if (m_fMosaicRight > m_fMosaicLeft && m_fMosaicBottom > m_fMosaicTop) UpdateMosaicRect();
+  m_settings.Update([&](PaneSettings& s) {
+    if (wanted(s.mosaic)) s.mosaic.FitTo(width, height);
+  });
 }
 
 void BaseDisplayer::UpdateMosaics(uint32_t) {
@@ -136,7 +159,7 @@ int32_t BaseDisplayer::SetRClickPt(POINT point) {
 }
 
 void BaseDisplayer::DrawOverlays() {
-  const bool paused = m_dwPause != 0;
+  const bool paused = m_settings.Get(&PaneSettings::paused) != 0;
   if (paused || AdvanceOverlay(m_alg, m_algQueue.Take(), GetTickCount64())) DrawAlgInfo();
   if (paused || AdvanceOverlay(m_dsm, m_dsmQueue.Take(), GetTickCount64())) DrawDsmAlgInfo();
 }
@@ -151,6 +174,22 @@ void BaseDisplayer::RenderAlgInfoYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, 
                                      int32_t strideV) {
   if (m_alg.shown == 0) return;
   BurnInAlgRecord(m_yuvDraw, m_alg.record, {pY, strideY, pU, strideU, pV, strideV}, m_dwWidth, m_dwHeight);
+}
+
+void BaseDisplayer::SetDecCB(void* user, NivralDecodeCallback function) {
+  m_settings.Set(&PaneSettings::decodeCB, {function, user});
+}
+
+void BaseDisplayer::SetFlashWndCB(void* user, NivralFlashWndCallback function) {
+  m_settings.Set(&PaneSettings::flashWndCB, {function, user});
+}
+
+void BaseDisplayer::SetDisplayCB(void* user, NivralDisplayCallback function) {
+  m_settings.Set(&PaneSettings::displayCB, {function, user});
+}
+
+void BaseDisplayer::SetDrawYUV420CB(void* user, NivralFrameCallback function) {
+  m_settings.Set(&PaneSettings::frameCB, {function, user});
 }
 
 void BaseDisplayer::SetAlgInfo(int32_t count, const uint32_t* left, const uint32_t* top,

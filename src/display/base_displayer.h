@@ -4,32 +4,28 @@
 #include <windows.h>
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 
 #include "backends/yuvdraw/yuv2rgb.h"
 #include "backends/yuvdraw/yuv_draw.h"
 #include "display/color_record.h"
 #include "display/frame_view.h"
+#include "display/pane_settings.h"
 #include "display/record_queue.h"
 #include "display/records.h"
 #include "display/shown_record.h"
 #include "display/working_frame_pool.h"
 #include "nivral/nivral.h"
+#include "util/locked_value.h"
 #include "util/mutex_lock.h"
-
-/// A callback and the client's context for it.
-template <class Function>
-struct Callback {
-  Function function = nullptr;
-  void* user = nullptr;
-};
 
 /// What is behind a display handle: the state that all backends share, the road of a frame up to the backend,
 /// and the operations that backends override.
 ///
 /// Threads: frames come on one thread, setters on others. Texts, colour records and record queues have locks
-/// of their own; plain settings are read by the drawing thread as they are and take effect from the next
-/// frame.
+/// of their own; a frame takes one copy of the plain settings, so what is set meanwhile holds from the next
+/// frame on. Setters never wait for a frame, and callbacks may call them.
 class BaseDisplayer {
  public:
   BaseDisplayer() = default;
@@ -63,8 +59,8 @@ class BaseDisplayer {
   virtual void SetOSDText(int32_t index, const char* text, uint32_t x, uint32_t y, uint32_t anchor,
                           uint32_t color);
   virtual void SetOSDFont(uint32_t first, uint32_t second, const char* face);
-  virtual void SetMirrorMode(uint32_t mode) { m_dwMirrorMode = mode; }
-  virtual uint32_t GetMirrorMode() { return m_dwMirrorMode; }
+  virtual void SetMirrorMode(uint32_t mode) { m_settings.Set(&PaneSettings::mirrorMode, mode); }
+  virtual uint32_t GetMirrorMode() { return m_settings.Get(&PaneSettings::mirrorMode); }
 
   /// Takes the video size and makes drawing resources; 0 on success. May alternate with FreeDraw.
   virtual int32_t InitDraw(uint32_t width, uint32_t height, uint32_t param);
@@ -75,8 +71,8 @@ class BaseDisplayer {
   virtual void SetZoom(uint32_t first, uint32_t second, uint32_t third);
   virtual int32_t SetPlayWnd(HWND hwnd);
   virtual int32_t SetPlayWndEx(HWND hwnd, int64_t param, uint32_t flag);
-  virtual void SetMosaicFlag(uint32_t flag) { m_dwMosaicFlag = flag; }
-  virtual void SetMosaicLevel(uint32_t level) { m_dwMosaicLevel = level; }
+  virtual void SetMosaicFlag(uint32_t flag);
+  virtual void SetMosaicLevel(uint32_t level);
   virtual void SetMosaics(const void* rect);
   virtual void SetMosaicAreaScale(float top, float left, float bottom, float right);
   virtual void UpdateMosaics(uint32_t commit);
@@ -96,12 +92,12 @@ class BaseDisplayer {
   virtual void RenderAlgInfoYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
                                 int32_t strideV);
 
-  void SetIndex(int32_t index) { m_nIndex = index; }
-  void SetPause(uint32_t paused) { m_dwPause = paused; }
-  void SetDecCB(void* user, NivralDecodeCallback function) { m_decodeCB = {function, user}; }
-  void SetFlashWndCB(void* user, NivralFlashWndCallback function) { m_flashWndCB = {function, user}; }
-  void SetDisplayCB(void* user, NivralDisplayCallback function) { m_displayCB = {function, user}; }
-  void SetDrawYUV420CB(void* user, NivralFrameCallback function) { m_frameCB = {function, user}; }
+  void SetIndex(int32_t index) { m_settings.Set(&PaneSettings::index, index); }
+  void SetPause(uint32_t paused) { m_settings.Set(&PaneSettings::paused, paused); }
+  void SetDecCB(void* user, NivralDecodeCallback function);
+  void SetFlashWndCB(void* user, NivralFlashWndCallback function);
+  void SetDisplayCB(void* user, NivralDisplayCallback function);
+  void SetDrawYUV420CB(void* user, NivralFrameCallback function);
 
   /// Queues a record of 1 to 12 boxes; other counts are ignored. Edges are floats in 32-bit words.
   void SetAlgInfo(int32_t count, const uint32_t* left, const uint32_t* top, const uint32_t* right,
@@ -117,18 +113,19 @@ class BaseDisplayer {
   ColorRecord& GetColorRecord(int32_t index) { return m_colorRecords[static_cast<size_t>(index)]; }
 
  protected:
-  /// Recomputes the mosaic rectangle from the area scale and the play window's client size.
-  void UpdateMosaicRect();
+  /// Display with the settings that the frame took when it came. A backend overrides it and lets its Display
+  /// come here with a copy of its own making.
+  virtual int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
+                               int64_t param2);
 
-  /// After a change of the client area: a mosaic that was given as fractions keeps covering the same part.
-  void RefitMosaic();
+  /// Recomputes the mosaic rectangle from its fractions and the play window's client size when `wanted` holds.
+  void FitMosaic(bool (*wanted)(const MosaicSettings&));
 
-  HWND m_hPlayWnd = nullptr;
+  LockedValue<PaneSettings> m_settings;
+  std::atomic<HWND> m_hPlayWnd{nullptr};
   uint32_t m_dwWidth = 0;
   uint32_t m_dwHeight = 0;
   bool m_bInitialized = false;
-  RECT m_rcPlay{};
-  RECT m_rcClient{};
   YUV2RGB m_converter;
   CYuvDraw m_yuvDraw;
   void* m_pUserBuffer = nullptr;
@@ -140,30 +137,15 @@ class BaseDisplayer {
   char m_szFontFace[32]{};
   uint32_t m_dwFontFirst = 0;
   uint32_t m_dwFontSecond = 14;
-  uint32_t m_dwMirrorMode = 0;
-  int32_t m_nIndex = -1;
-  uint32_t m_dwZoom[3]{};
-  RECT m_rcMosaic{};
-  uint32_t m_dwMosaicFlag = 0;
-  uint32_t m_dwMosaicLevel = 0;
-  float m_fMosaicTop = 0;
-  float m_fMosaicLeft = 0;
-  float m_fMosaicBottom = 0;
-  float m_fMosaicRight = 0;
   std::array<ColorRecord, 2> m_colorRecords;
   POINT m_ptRClick{};
-  Callback<NivralDecodeCallback> m_decodeCB;
-  Callback<NivralFlashWndCallback> m_flashWndCB;
-  Callback<NivralDisplayCallback> m_displayCB;
-  Callback<NivralFrameCallback> m_frameCB;
   RecordQueue<AlgRecord> m_algQueue;
   ShownRecord<AlgRecord> m_alg;
-  uint32_t m_dwPause = 0;
   RecordQueue<DsmRecord> m_dsmQueue;
   ShownRecord<DsmRecord> m_dsm;
 
  private:
-  int32_t ShowFrame(const FrameView& frame, uint32_t param1, int64_t param2);
+  int32_t ShowFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1, int64_t param2);
 
   WorkingFramePool m_workingFrames;
 };

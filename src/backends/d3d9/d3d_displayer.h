@@ -73,18 +73,20 @@ class D3DDisplayer : public BaseDisplayer {
   void ResetDisplay();
 
  private:
+  int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
+                       int64_t param2) override;
   int32_t CreateDevice();
   DWORD VertexProcessing() const;
   void FillPresentParameters();
   void ReleaseDeviceObjects();
 
   bool IsDeviceReady();
-  bool Upload(const FrameView& frame);
-  void CopyFrame(const Yv12Surface& surface, const FrameView& frame) const;
-  void DrawMosaics(const Yv12Surface& surface, const FrameView& frame) const;
+  bool Upload(const FrameView& frame, const PaneSettings& settings);
+  void CopyFrame(const Yv12Surface& surface, const FrameView& frame, const MosaicSettings& mosaic) const;
+  void DrawMosaics(const Yv12Surface& surface, const FrameView& frame, const PaneSettings& settings) const;
   void DrawScene();
 
-  MilleRect CurrentMosaic() const;
+  static MilleRect CurrentMosaic(const MosaicSettings& mosaic);
   void SetCurrentMosaic(const MilleRect& rect);
   ZoomState Zoom() const { return {m_nZoomX, m_nZoomY, m_nZoom}; }
   FrameSize Frame() const { return {static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight)}; }

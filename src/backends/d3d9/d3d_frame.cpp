@@ -6,7 +6,11 @@
 #include "util/log_file.h"
 
 int32_t D3DDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
-                              int32_t strideV, uint32_t, int64_t) {
+                              int32_t strideV, uint32_t param1, int64_t param2) {
+  return DisplayFrame({pY, strideY, pU, strideU, pV, strideV}, m_settings.Copy(), param1, param2);
+}
+
+int32_t D3DDisplayer::DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t, int64_t) {
   if (!IsInitialized() && Initialize(m_dwWidth, m_dwHeight) != kOk) {
     LogStep(L"D3DDisplayer::Display: !IsInitialized()");
     return kNotInitialised;
@@ -14,15 +18,15 @@ int32_t D3DDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t
   if (!IsDeviceReady()) return kFailed;
 
   const FrameStrides last{m_nLastStrideY, m_nLastStrideU, m_nLastStrideV};
-  const bool changed = StridesChanged(last, {strideY, strideU, strideV});
+  const bool changed = StridesChanged(last, {frame.strideY, frame.strideU, frame.strideV});
   if (changed) {
     ResetDisplay();
-    m_nLastStrideY = strideY;
-    m_nLastStrideU = strideU;
-    m_nLastStrideV = strideV;
+    m_nLastStrideY = frame.strideY;
+    m_nLastStrideU = frame.strideU;
+    m_nLastStrideV = frame.strideV;
     return kFailed;
   }
-  if (!Upload({pY, strideY, pU, strideU, pV, strideV})) return kFailed;
+  if (!Upload(frame, settings)) return kFailed;
   DrawScene();
   return kOk;
 }
@@ -46,7 +50,7 @@ bool D3DDisplayer::IsDeviceReady() {
 }
 
 /// One lock per frame. A frame whose planes cannot hold the video size is refused before it.
-bool D3DDisplayer::Upload(const FrameView& frame) {
+bool D3DDisplayer::Upload(const FrameView& frame, const PaneSettings& settings) {
   const FrameSize size = Frame();
   if (!HoldsFrame(frame, size.width, size.height)) return false;
   D3DLOCKED_RECT locked{};
@@ -56,30 +60,32 @@ bool D3DDisplayer::Upload(const FrameView& frame) {
   m_nLastStrideU = frame.strideU;
   m_nLastStrideV = frame.strideV;
   const Yv12Surface surface{static_cast<uint8_t*>(locked.pBits), locked.Pitch, size.width, size.height};
-  CopyFrame(surface, frame);
-  DrawMosaics(surface, frame);
+  CopyFrame(surface, frame, settings.mosaic);
+  DrawMosaics(surface, frame, settings);
   return SUCCEEDED(m_pd3dSurface->UnlockRect());
 }
 
-void D3DDisplayer::CopyFrame(const Yv12Surface& surface, const FrameView& frame) const {
+void D3DDisplayer::CopyFrame(const Yv12Surface& surface, const FrameView& frame,
+                             const MosaicSettings& mosaic) const {
   if (Zoom().Enlarges()) {
     CopyZoomed(surface, frame, Zoom());
-  } else if (m_dwMosaicFlag) {
-    const PixelRect area{ScaleEdge(surface.width, m_fMosaicLeft), ScaleEdge(surface.height, m_fMosaicTop),
-                         ScaleEdge(surface.width, m_fMosaicRight),
-                         ScaleEdge(surface.height, m_fMosaicBottom)};
-    CopyWithMosaicArea(surface, frame, {area, m_dwMosaicLevel});
+  } else if (mosaic.flag) {
+    const PixelRect area{ScaleEdge(surface.width, mosaic.left), ScaleEdge(surface.height, mosaic.top),
+                         ScaleEdge(surface.width, mosaic.right), ScaleEdge(surface.height, mosaic.bottom)};
+    CopyWithMosaicArea(surface, frame, {area, mosaic.level});
   } else {
     CopyPlain(surface, frame);
   }
 }
 
-void D3DDisplayer::DrawMosaics(const Yv12Surface& surface, const FrameView& frame) const {
+void D3DDisplayer::DrawMosaics(const Yv12Surface& surface, const FrameView& frame,
+                               const PaneSettings& settings) const {
   const auto draw = [&](const MilleRect& mosaic) {
-    const PixelRect area = MosaicOnSurface(mosaic, Zoom(), m_dwMirrorMode, surface.width, surface.height);
-    PixelateLuma(surface, frame, area, Zoom(), m_dwMirrorMode);
+    const uint32_t mirror = settings.mirrorMode;
+    const PixelRect area = MosaicOnSurface(mosaic, Zoom(), mirror, surface.width, surface.height);
+    PixelateLuma(surface, frame, area, Zoom(), mirror);
   };
-  if (m_bMosaicPending) draw(CurrentMosaic());
+  if (m_bMosaicPending) draw(CurrentMosaic(settings.mosaic));
   for (const MilleRect& mosaic : m_mosaicRects)
     draw(mosaic);
 }

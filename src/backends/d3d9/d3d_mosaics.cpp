@@ -3,7 +3,7 @@
 #include "backends/d3d9/d3d_displayer.h"
 
 void D3DDisplayer::SetZoom(uint32_t first, uint32_t second, uint32_t third) {
-  const ZoomState zoom = ZoomTo(Zoom(), m_dwMirrorMode, static_cast<int32_t>(first),
+  const ZoomState zoom = ZoomTo(Zoom(), GetMirrorMode(), static_cast<int32_t>(first),
                                 static_cast<int32_t>(second), static_cast<int32_t>(third));
   m_nZoomX = zoom.x;
   m_nZoomY = zoom.y;
@@ -11,24 +11,25 @@ void D3DDisplayer::SetZoom(uint32_t first, uint32_t second, uint32_t third) {
 }
 
 // In this backend the base's mosaic rectangle holds thousandths of the frame.
-MilleRect D3DDisplayer::CurrentMosaic() const {
-  return {m_rcMosaic.left, m_rcMosaic.top, m_rcMosaic.right, m_rcMosaic.bottom};
+MilleRect D3DDisplayer::CurrentMosaic(const MosaicSettings& mosaic) {
+  const PixelRect& rect = mosaic.rect;
+  return {rect.left, rect.top, rect.right, rect.bottom};
 }
 
 void D3DDisplayer::SetCurrentMosaic(const MilleRect& rect) {
-  m_rcMosaic = {rect.left, rect.top, rect.right, rect.bottom};
+  m_settings.Update([&](PaneSettings& s) { s.mosaic.rect = {rect.left, rect.top, rect.right, rect.bottom}; });
 }
 
 int32_t D3DDisplayer::SetMosaicRect(const MilleRect* displayed) {
   if (!displayed) return 1;
-  if (const auto rect = FrameRectUnder(*displayed, Zoom(), m_dwMirrorMode)) SetCurrentMosaic(*rect);
+  if (const auto rect = FrameRectUnder(*displayed, Zoom(), GetMirrorMode())) SetCurrentMosaic(*rect);
   m_bMosaicPending = displayed->Empty() ? 0 : 1;
   return m_bMosaicPending ? 0 : 1;
 }
 
 void D3DDisplayer::UpdateMosaics(uint32_t commit) {
   if (commit) {
-    if (m_bMosaicPending) m_mosaicRects.push_back(CurrentMosaic());
+    if (m_bMosaicPending) m_mosaicRects.push_back(CurrentMosaic(m_settings.Get(&PaneSettings::mosaic)));
     m_bMosaicPending = 0;
     SetCurrentMosaic({});
   } else if (m_nSelectedMosaic != -1) {
@@ -38,7 +39,7 @@ void D3DDisplayer::UpdateMosaics(uint32_t commit) {
 }
 
 int32_t D3DDisplayer::SetRClickPt(POINT point) {
-  if (const auto pick = FramePointUnder({point.x, point.y}, Zoom(), m_dwMirrorMode)) m_ptMosaicPick = *pick;
+  if (const auto pick = FramePointUnder({point.x, point.y}, Zoom(), GetMirrorMode())) m_ptMosaicPick = *pick;
   m_nSelectedMosaic = PickMosaic(m_mosaicRects, m_ptMosaicPick);
   return m_nSelectedMosaic == -1 ? 1 : 0;
 }

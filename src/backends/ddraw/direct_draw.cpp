@@ -46,9 +46,14 @@ CDirectDraw::~CDirectDraw() {
 }
 
 int32_t CDirectDraw::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
-                             int32_t strideV, uint32_t, int64_t param2) {
+                             int32_t strideV, uint32_t param1, int64_t param2) {
+  return DisplayFrame({pY, strideY, pU, strideU, pV, strideV}, m_settings.Copy(), param1, param2);
+}
+
+int32_t CDirectDraw::DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t,
+                                  int64_t param2) {
   if (!IsWindow(m_hPlayWnd)) return kNotInitialised;
-  switch (m_slots.Put({pY, strideY, pU, strideU, pV, strideV}, param2)) {
+  switch (m_slots.Put(frame, param2)) {
     case FrameSlots::PutResult::Closed:
       return kNotInitialised;
     case FrameSlots::PutResult::BadFrame:
@@ -57,9 +62,9 @@ int32_t CDirectDraw::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t 
       break;
   }
   m_work.Raise();
-  if (const auto callback = m_decodeCB; callback.function) {
-    callback.function(pY, static_cast<uint32_t>(strideY), m_dwWidth, m_dwHeight, param2, kPlanarYuv420,
-                      callback.user);
+  if (const auto& callback = settings.decodeCB; callback.function) {
+    callback.function(frame.y, static_cast<uint32_t>(frame.strideY), m_dwWidth, m_dwHeight, param2,
+                      kPlanarYuv420, callback.user);
   }
   return kOk;
 }
@@ -133,19 +138,17 @@ void CDirectDraw::StopWorker() {
 }
 
 void CDirectDraw::AdjustWinRect() {
-  {
-    CAutoLock guard(&m_playRectLock);
-    BaseDisplayer::AdjustWinRect();
-  }
-  RefitMosaic();
+  BaseDisplayer::AdjustWinRect();
+  FitMosaic([](const MosaicSettings& m) { return m.HasFractions(); });
   RequestRepaint();
 }
 
 void CDirectDraw::SetPlayRect(const RECT* rect) {
   {
     CAutoLock guard(&m_playRectLock);
-    if (!rect || EqualRect(rect, &m_rcPlay)) return;
-    m_rcPlay = *rect;
+    const PixelRect play = m_settings.Get(&PaneSettings::play);
+    if (!rect || PixelRect{rect->left, rect->top, rect->right, rect->bottom} == play) return;
+    BaseDisplayer::SetPlayRect(rect);
   }
   RequestRepaint();
 }

@@ -57,6 +57,9 @@ class CDirectDraw : public BaseDisplayer {
   void ReleaseAll();
   void StopWorker();
 
+  int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
+                       int64_t param2) override;
+
   static DWORD WorkerMain(void* self);
   void Work();
   void DrawPending();
@@ -64,14 +67,14 @@ class CDirectDraw : public BaseDisplayer {
   void Repaint();
   void RequestRepaint();
   bool Recover(HRESULT failure);
-  PixelRect RefreshArea(HWND window);
-  HRESULT Compose(const PixelRect& area);
+  PixelRect RefreshArea(HWND window, PaneSettings& settings);
+  HRESULT Compose(const PixelRect& area, const PaneSettings& settings);
   HRESULT Show();
 
-  HRESULT PaintOverlays(const PixelRect& area);
-  HRESULT PixelateMosaic(const PixelRect& area);
+  HRESULT PaintOverlays(const PixelRect& area, const PaneSettings& settings);
+  HRESULT PixelateMosaic(const PixelRect& area, const MosaicSettings& mosaic);
   void DrawTexts(HDC dc, const std::array<TextItem, kTextItemCount>& texts, const OverlayScale& scale);
-  void CallDisplayCallback(HDC dc, const PixelRect& area);
+  void CallDisplayCallback(HDC dc, const PixelRect& area, const PaneSettings& settings);
 
   FrameRoad m_wantedRoad = FrameRoad::Automatic;
   FrameSlots m_slots;

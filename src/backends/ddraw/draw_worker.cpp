@@ -8,14 +8,6 @@
 #include "backends/ddraw/direct_draw.h"
 #include "backends/ddraw/draw_layout.h"
 
-namespace {
-
-PixelRect ToPixelRect(const RECT& r) {
-  return {r.left, r.top, r.right, r.bottom};
-}
-
-}  // namespace
-
 DWORD CDirectDraw::WorkerMain(void* self) {
   static_cast<CDirectDraw*>(self)->Work();
   return 0;
@@ -44,7 +36,8 @@ void CDirectDraw::DrawPending() {
   // Records keep step with frames, also with those that a hidden window does not show.
   const FrameView& p = frame.Planes();
   DrawAlgInfoOnYUV(p.y, p.strideY, p.u, p.strideU, p.v, p.strideV);
-  m_dsmDue = m_dwPause != 0 || AdvanceOverlay(m_dsm, m_dsmQueue.Take(), GetTickCount64());
+  m_dsmDue = m_settings.Get(&PaneSettings::paused) != 0 ||
+             AdvanceOverlay(m_dsm, m_dsmQueue.Take(), GetTickCount64());
   m_shownParam2 = frame.Param2();
   DrawFrame(p);
 }
@@ -77,23 +70,27 @@ bool CDirectDraw::Recover(HRESULT failure) {
   return SUCCEEDED(CreateSurfaces());
 }
 
-PixelRect CDirectDraw::RefreshArea(HWND window) {
-  CAutoLock guard(&m_playRectLock);
-  GetClientRect(window, &m_rcClient);
-  return DrawnArea(ToPixelRect(m_rcPlay), ToPixelRect(m_rcClient));
+PixelRect CDirectDraw::RefreshArea(HWND window, PaneSettings& settings) {
+  RECT client;
+  if (GetClientRect(window, &client)) {
+    settings.client = {client.left, client.top, client.right, client.bottom};
+    m_settings.Set(&PaneSettings::client, settings.client);
+  }
+  return DrawnArea(settings.play, settings.client);
 }
 
 HRESULT CDirectDraw::Show() {
   const HWND window = m_hPlayWnd;
-  const PixelRect area = RefreshArea(window);
+  PaneSettings settings = m_settings.Copy();
+  const PixelRect area = RefreshArea(window, settings);
   if (area.Empty()) return DD_OK;
-  HRESULT hr = Compose(area);
+  HRESULT hr = Compose(area, settings);
   if (SUCCEEDED(hr)) hr = m_device.Present(window, m_composition.get(), area);
   if (SUCCEEDED(hr)) ++m_shownCount;
   return hr;
 }
 
-HRESULT CDirectDraw::Compose(const PixelRect& area) {
+HRESULT CDirectDraw::Compose(const PixelRect& area, const PaneSettings& settings) {
   const bool fits =
       m_composition && m_composedArea.Width() == area.Width() && m_composedArea.Height() == area.Height();
   if (!fits) {
@@ -103,5 +100,5 @@ HRESULT CDirectDraw::Compose(const PixelRect& area) {
   }
   m_composedArea = area;
   const HRESULT hr = m_frameSurface.StretchTo(m_composition.get());
-  return FAILED(hr) ? hr : PaintOverlays(area);
+  return FAILED(hr) ? hr : PaintOverlays(area, settings);
 }

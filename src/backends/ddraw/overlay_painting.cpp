@@ -23,8 +23,8 @@ void FillRects(HDC dc, const std::vector<PixelRect>& rects, COLORREF color) {
 
 }  // namespace
 
-HRESULT CDirectDraw::PaintOverlays(const PixelRect& area) {
-  const HRESULT hr = m_dwMosaicFlag ? PixelateMosaic(area) : DD_OK;
+HRESULT CDirectDraw::PaintOverlays(const PixelRect& area, const PaneSettings& settings) {
+  const HRESULT hr = settings.mosaic.flag ? PixelateMosaic(area, settings.mosaic) : DD_OK;
   if (FAILED(hr)) return hr;
   std::array<TextItem, kTextItemCount> texts;
   {
@@ -33,7 +33,7 @@ HRESULT CDirectDraw::PaintOverlays(const PixelRect& area) {
   }
   const bool anyText =
       std::any_of(texts.begin(), texts.end(), [](const TextItem& item) { return item.text[0] != '\0'; });
-  if (!anyText && !m_dsmDue && !m_displayCB.function) return DD_OK;
+  if (!anyText && !m_dsmDue && !settings.displayCB.function) return DD_OK;
 
   const SurfaceDC dc(m_composition.get());
   if (FAILED(dc.Result())) return dc.Result();
@@ -47,17 +47,16 @@ HRESULT CDirectDraw::PaintOverlays(const PixelRect& area) {
                     {scale.videoWidth, scale.videoHeight, scale.areaWidth, scale.areaHeight});
     FillRects(dc.Get(), m_dsmRects, RGB(0, 255, 0));
   }
-  CallDisplayCallback(dc.Get(), area);
+  CallDisplayCallback(dc.Get(), area, settings);
   return DD_OK;
 }
 
 /// The mosaic rectangle is in client coordinates.
-HRESULT CDirectDraw::PixelateMosaic(const PixelRect& area) {
-  const RECT rc = m_rcMosaic;
+HRESULT CDirectDraw::PixelateMosaic(const PixelRect& area, const MosaicSettings& mosaic) {
   const auto width = static_cast<int32_t>(area.Width());
   const auto height = static_cast<int32_t>(area.Height());
-  const MosaicGrid grid = LayoutMosaic(SeenFrom(area.left, area.top, {rc.left, rc.top, rc.right, rc.bottom}),
-                                       MosaicBlockSize(m_dwMosaicLevel), width, height);
+  const MosaicGrid grid =
+      LayoutMosaic(SeenFrom(area.left, area.top, mosaic.rect), MosaicBlockSize(mosaic.level), width, height);
   if (grid.columns == 0) return DD_OK;
   const SurfaceLock lock(m_composition.get());
   if (FAILED(lock.Result())) return lock.Result();
@@ -73,11 +72,12 @@ void CDirectDraw::DrawTexts(HDC dc, const std::array<TextItem, kTextItemCount>& 
 }
 
 /// The client draws in client coordinates of its window, wherever the play rectangle is.
-void CDirectDraw::CallDisplayCallback(HDC dc, const PixelRect& area) {
-  const auto callback = m_displayCB;
+void CDirectDraw::CallDisplayCallback(HDC dc, const PixelRect& area, const PaneSettings& settings) {
+  const auto& callback = settings.displayCB;
   if (!callback.function || !IsWindow(m_hPlayWnd)) return;
   const SavedDC state(dc);
   SetViewportOrgEx(dc, -area.left, -area.top, nullptr);
-  callback.function(m_nIndex, dc, m_dwWidth, m_dwHeight, m_shownParam2, m_rcClient.right - m_rcClient.left,
-                    m_rcClient.bottom - m_rcClient.top, m_dwMirrorMode, callback.user);
+  const PixelRect& client = settings.client;
+  callback.function(settings.index, dc, m_dwWidth, m_dwHeight, m_shownParam2, client.right - client.left,
+                    client.bottom - client.top, settings.mirrorMode, callback.user);
 }

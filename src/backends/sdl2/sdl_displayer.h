@@ -41,6 +41,8 @@ class SDLDisplayer : public BaseDisplayer {
   void DrawDsmAlgInfo() override;
 
  private:
+  int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
+                       int64_t param2) override;
   uint32_t Bind();
   void CreateWindowOnClient();
   bool SetVideoSize(int32_t width, int32_t height);
@@ -58,11 +60,11 @@ class SDLDisplayer : public BaseDisplayer {
   bool IsReady() const;
   void CatchUpWithWindow();
   void RebuildLostDevice();
-  bool Present(const FrameView& frame);
+  bool Present(const FrameView& frame, const MosaicSettings& mosaic);
   bool Upload(const FrameView& frame);
   DisplayMap Map() const;
   void DrawTexts();
-  void DrawMosaic();
+  void DrawMosaic(const MosaicSettings& mosaic);
   static void CALLBACK FlashOnTimer(HWND hwnd, UINT message, UINT_PTR id, DWORD time);
   void CallFlashCallback();
 

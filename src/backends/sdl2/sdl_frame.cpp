@@ -14,7 +14,12 @@ Throttle g_frameErrors(kErrorIntervalMs);
 }  // namespace
 
 int32_t SDLDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
-                              int32_t strideV, uint32_t, int64_t param2) {
+                              int32_t strideV, uint32_t param1, int64_t param2) {
+  return DisplayFrame({pY, strideY, pU, strideU, pV, strideV}, m_settings.Copy(), param1, param2);
+}
+
+int32_t SDLDisplayer::DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t,
+                                   int64_t param2) {
   if (!m_bound || m_resizePending) return 1;
   m_lock.LetWindowThreadGoFirst();
   bool presented = false;
@@ -27,13 +32,13 @@ int32_t SDLDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t
       DrawAlgInfo();
       return 1;
     }
-    presented = Present({pY, strideY, pU, strideU, pV, strideV});
+    presented = Present(frame, settings.mosaic);
     if (!presented && g_frameErrors.Pass()) ReportSdlError(1, "SDLDisplayer::DisplayFrame");
     width = m_dwWidth;
     height = m_dwHeight;
   }
-  if (const auto callback = m_decodeCB; callback.function) {
-    callback.function(pY, static_cast<uint32_t>(strideY), width, height, param2, kPlanarYuv420,
+  if (const auto& callback = settings.decodeCB; callback.function) {
+    callback.function(frame.y, static_cast<uint32_t>(frame.strideY), width, height, param2, kPlanarYuv420,
                       callback.user);
   }
   return presented ? 0 : 1;
@@ -71,7 +76,7 @@ void SDLDisplayer::RebuildLostDevice() {
   if (ResetRender()) ResetTexture();
 }
 
-bool SDLDisplayer::Present(const FrameView& frame) {
+bool SDLDisplayer::Present(const FrameView& frame, const MosaicSettings& mosaic) {
   const RenderScope scope;
   SDL_Renderer* renderer = m_sdlRenderer.get();
   if (!Upload(frame) || SDL_RenderClear(renderer) != 0 ||
@@ -81,7 +86,7 @@ bool SDLDisplayer::Present(const FrameView& frame) {
   DrawTexts();
   DrawOverlays();
   m_events.frameShown = 1;
-  DrawMosaic();
+  DrawMosaic(mosaic);
   m_overlays.EndFrame();
   SDL_RenderPresent(renderer);
   return true;
@@ -113,13 +118,12 @@ void SDLDisplayer::DrawTexts() {
   m_overlays.DrawTexts(m_sdlRenderer.get(), items, Map());
 }
 
-void SDLDisplayer::DrawMosaic() {
+void SDLDisplayer::DrawMosaic(const MosaicSettings& mosaic) {
   int width = 0;
   int height = 0;
-  if (!m_dwMosaicFlag || SDL_GetRendererOutputSize(m_sdlRenderer.get(), &width, &height) != 0) return;
-  const PixelRect area{m_rcMosaic.left, m_rcMosaic.top, m_rcMosaic.right, m_rcMosaic.bottom};
+  if (!mosaic.flag || SDL_GetRendererOutputSize(m_sdlRenderer.get(), &width, &height) != 0) return;
   m_overlays.DrawMosaic(m_sdlRenderer.get(),
-                        LayoutMosaic(area, MosaicBlockSize(m_dwMosaicLevel), width, height));
+                        LayoutMosaic(mosaic.rect, MosaicBlockSize(mosaic.level), width, height));
 }
 
 // Not for a pane that is not ready: commands without a present would pile up in the renderer.
@@ -143,7 +147,7 @@ void CALLBACK SDLDisplayer::FlashOnTimer(HWND hwnd, UINT, UINT_PTR id, DWORD) {
 void SDLDisplayer::CallFlashCallback() {
   RECT client{};
   if (!m_events.WantsFlash() || !GetClientRect(m_hPlayWnd, &client)) return;
-  if (const auto callback = m_flashWndCB; callback.function) {
+  if (const auto callback = m_settings.Get(&PaneSettings::flashWndCB); callback.function) {
     callback.function(callback.user, m_hPlayWnd, client.right - client.left, client.bottom - client.top);
   }
 }

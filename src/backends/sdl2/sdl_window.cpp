@@ -64,7 +64,7 @@ uint32_t SDLDisplayer::Bind() {
   try {
     if (!IsWindow(m_hPlayWnd)) return 0;
     ShowPlayWnd();
-    GetClientRect(m_hPlayWnd, &m_rcClient);
+    BaseDisplayer::AdjustWinRect();
     RequestTeardown();
     CreateWindowOnClient();
   } catch (...) {
@@ -150,8 +150,9 @@ void SDLDisplayer::AdjustWinRect() {
   const AutoWindowLock guard(m_lock, m_hPlayWnd);
   if (!IsWindow(m_hPlayWnd)) return;
   BaseDisplayer::AdjustWinRect();
-  m_displayRect = {0, 0, m_rcClient.right - m_rcClient.left, m_rcClient.bottom - m_rcClient.top};
-  RefitMosaic();
+  const PixelRect client = m_settings.Get(&PaneSettings::client);
+  m_displayRect = {0, 0, client.right - client.left, client.bottom - client.top};
+  FitMosaic([](const MosaicSettings& m) { return m.HasFractions(); });
 }
 
 // The event goes through SDL for whoever watches SDL's events; what it asks for is done here, right after.

@@ -33,8 +33,8 @@ class Recorder : public BaseDisplayer {
 
   using BaseDisplayer::m_alg;
   using BaseDisplayer::m_dsm;
-  using BaseDisplayer::m_rcMosaic;
   using BaseDisplayer::m_textItems;
+  PixelRect Mosaic() const { return m_settings.Copy().mosaic.rect; }
 
   FrameView shown;
   std::vector<uint8_t> luma;
@@ -147,6 +147,31 @@ TEST(BaseDisplayer, TwoThreadsOnOneHandleNeverShareACopy) {
   EXPECT_EQ(displayer.torn, 0);
 }
 
+template <int number>
+void NIVRAL_CALL OnPaired(uint8_t*, uint32_t, uint8_t*, uint8_t*, uint32_t, uint32_t, int64_t, void* user) {
+  auto& counts = *static_cast<std::pair<int, std::atomic<int>>*>(user);
+  counts.second += counts.first != number;
+}
+
+TEST(BaseDisplayer, AFrameMeetsNoFunctionWithAnothersContext) {
+  Recorder displayer;
+  std::pair<int, std::atomic<int>> first{1, 0};
+  std::pair<int, std::atomic<int>> second{2, 0};
+  std::atomic<bool> stop{false};
+  displayer.SetDrawYUV420CB(&first, &OnPaired<1>);
+  std::thread setter([&] {
+    while (!stop) {
+      displayer.SetDrawYUV420CB(&second, &OnPaired<2>);
+      displayer.SetDrawYUV420CB(&first, &OnPaired<1>);
+    }
+  });
+  for (int i = 0; i < 1'000'000; ++i)
+    displayer.DrawYUV420(nullptr, 0, nullptr, 0, nullptr, 0, 0, 0);
+  stop = true;
+  setter.join();
+  EXPECT_EQ(first.second + second.second, 0);
+}
+
 TEST(BaseDisplayer, KeepsSixTextsOfAtMost511Bytes) {
   Recorder displayer;
   const std::string text(600, 'x');
@@ -169,18 +194,15 @@ TEST(BaseDisplayer, KeepsSixTextsOfAtMost511Bytes) {
 TEST(BaseDisplayer, TheMosaicAreaIsAFractionOfTheClientArea) {
   Recorder displayer;
   displayer.SetMosaicAreaScale(0.25f, 0.5f, 0.75f, 1.0f);
-  EXPECT_EQ(displayer.m_rcMosaic.right, 0) << "no window yet";
+  EXPECT_EQ(displayer.Mosaic(), PixelRect{}) << "no window yet";
   const TestWindow window(400, 200);
   displayer.SetPlayWnd(window.Handle());
   displayer.SetMosaicAreaScale(0.25f, 0.5f, 0.75f, 1.0f);
-  EXPECT_EQ(displayer.m_rcMosaic.left, 200);
-  EXPECT_EQ(displayer.m_rcMosaic.top, 50);
-  EXPECT_EQ(displayer.m_rcMosaic.right, 400);
-  EXPECT_EQ(displayer.m_rcMosaic.bottom, 150);
+  EXPECT_EQ(displayer.Mosaic(), (PixelRect{200, 50, 400, 150}));
   const RECT given{1, -2, 3, 4};
   displayer.SetMosaics(&given);
   displayer.SetMosaics(nullptr);
-  EXPECT_EQ(std::memcmp(&displayer.m_rcMosaic, &given, sizeof(given)), 0);
+  EXPECT_EQ(displayer.Mosaic(), (PixelRect{1, -2, 3, 4}));
 }
 
 TEST(BaseDisplayer, SnapshotsNeedAName) {

@@ -232,20 +232,15 @@ TEST_F(SdlDisplayerTest, LeavesNothingInAQueueThatNobodyPolls) {
 TEST_F(SdlDisplayerTest, TheMosaicAreaFollowsTheWindow) {
   class Peek : public SDLDisplayer {
    public:
-    RECT Mosaic() const { return m_rcMosaic; }
+    PixelRect Mosaic() const { return m_settings.Copy().mosaic.rect; }
   };
   Peek displayer;
   displayer.SetPlayWnd(m_window.Handle());
   displayer.SetMosaicAreaScale(0.25f, 0.5f, 0.75f, 1.0f);
-  const RECT before = displayer.Mosaic();
-  EXPECT_EQ(before.left, 80);
-  EXPECT_EQ(before.top, 30);
-  EXPECT_EQ(before.right, 160);
-  EXPECT_EQ(before.bottom, 90);
+  EXPECT_EQ(displayer.Mosaic(), (PixelRect{80, 30, 160, 90}));
   m_window.ResizeClient(400, 200);
   displayer.AdjustWinRect();
-  EXPECT_EQ(displayer.Mosaic().left, 200);
-  EXPECT_EQ(displayer.Mosaic().bottom, 150);
+  EXPECT_EQ(displayer.Mosaic(), (PixelRect{200, 50, 400, 150}));
 }
 
 }  // namespace
