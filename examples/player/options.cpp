@@ -125,7 +125,7 @@ const std::map<std::string_view, Setting> kSettings = {
      [](Options& o, std::string_view v) { o.picture.colours.saturation = ParseNumber(v, -100, 100); }},
     {"--hue", [](Options& o, std::string_view v) { o.picture.colours.hue = ParseNumber(v, -180, 180); }},
     {"--zoom", [](Options& o, std::string_view v) { ParseZoom(v, o); }},
-    {"--mosaic", [](Options& o, std::string_view v) { o.picture.mosaicLevel = ParseNumber(v, 1u, 100u); }},
+    {"--mosaic", [](Options& o, std::string_view v) { o.picture.mosaicLevel = ParseNumber(v, 1u, 5461u); }},
     {"--mosaic-area", [](Options& o, std::string_view v) { ParseMosaicArea(v, o); }},
     {"--channel", [](Options& o, std::string_view v) { o.channel = v; }},
 };
