@@ -334,11 +334,12 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetMosaics(void* hDraw, const uint8_t* 
  * @return 0; 1 for a null handle */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetMosaicFlag(void* hDraw, uint32_t flag);
 
-/** Strength of the privacy mosaic; docs/guide.md shows which level hides what. Thread: any.
+/** Strength of the privacy mosaic; docs/overlays.md shows which level hides what. Thread: any.
  * - SDL2, DirectDraw: blocks of 3 * level client pixels, where 5, 10, 20, 30 and 50 stand for 1 to 5. 0 shows
- *   no mosaic.
- * - Direct3D 9: every level-th row of the video stands for the ones below it; columns stay sharp. 0 and 1
- *   hide nothing. From the rectangle's height in video pixels on, nothing of it is left but one row or two.
+ *   no mosaic. A face is hidden from about a twelfth of its width in client pixels on.
+ * - Direct3D 9: every level-th row of the video stands for those below it; columns stay sharp. 0 and 1 hide
+ *   nothing, low levels leave faces and plates readable. From the video's height on nothing of the rectangle
+ *   is left.
  *
  * @param hDraw the pane
  * @param level 1 to 5461; 0 at first
