@@ -159,9 +159,15 @@ int32_t BaseDisplayer::SetRClickPt(POINT point) {
 }
 
 void BaseDisplayer::DrawOverlays() {
-  const bool paused = m_settings.Get(&PaneSettings::paused) != 0;
-  if (paused || AdvanceOverlay(m_alg, m_algQueue.Take(), GetTickCount64())) DrawAlgInfo();
-  if (paused || AdvanceOverlay(m_dsm, m_dsmQueue.Take(), GetTickCount64())) DrawDsmAlgInfo();
+  const DueOverlays due = AdvanceOverlays();
+  if (due.alg) DrawAlgInfo();
+  if (due.dsm) DrawDsmAlgInfo();
+}
+
+BaseDisplayer::DueOverlays BaseDisplayer::AdvanceOverlays() {
+  if (m_settings.Get(&PaneSettings::paused)) return {true, true};
+  const uint64_t now = GetTickCount64();
+  return {AdvanceOverlay(m_alg, m_algQueue.Take(), now), AdvanceOverlay(m_dsm, m_dsmQueue.Take(), now)};
 }
 
 void BaseDisplayer::DrawAlgInfoOnYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,

@@ -118,6 +118,14 @@ class BaseDisplayer {
   virtual int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
                                int64_t param2);
 
+  /// Takes the records due for this frame, or none while paused, and tells which are to be drawn. Every frame
+  /// that comes takes its records, so a backend that cannot draw one calls this and draws nothing.
+  struct DueOverlays {
+    bool alg;
+    bool dsm;
+  };
+  DueOverlays AdvanceOverlays();
+
   /// Recomputes the mosaic rectangle from its fractions and the play window's client size when `wanted` holds.
   void FitMosaic(bool (*wanted)(const MosaicSettings&));
 

@@ -75,6 +75,7 @@ class D3DDisplayer : public BaseDisplayer {
  private:
   int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
                        int64_t param2) override;
+  int32_t DrawFrame(const FrameView& frame, const PaneSettings& settings);
   int32_t CreateDevice();
   DWORD VertexProcessing() const;
   void FillPresentParameters();

@@ -11,6 +11,12 @@ int32_t D3DDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t
 }
 
 int32_t D3DDisplayer::DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t, int64_t) {
+  const int32_t result = DrawFrame(frame, settings);
+  if (result != kOk) AdvanceOverlays();
+  return result;
+}
+
+int32_t D3DDisplayer::DrawFrame(const FrameView& frame, const PaneSettings& settings) {
   if (!IsInitialized() && Initialize(m_dwWidth, m_dwHeight) != kOk) {
     LogStep(L"D3DDisplayer::Display: !IsInitialized()");
     return kNotInitialised;

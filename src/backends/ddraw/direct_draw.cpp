@@ -52,8 +52,7 @@ int32_t CDirectDraw::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t 
 
 int32_t CDirectDraw::DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t,
                                   int64_t param2) {
-  if (!IsWindow(m_hPlayWnd)) return kNotInitialised;
-  switch (m_slots.Put(frame, param2)) {
+  switch (HandOver(frame, settings.paused != 0, param2)) {
     case FrameSlots::PutResult::Closed:
       return kNotInitialised;
     case FrameSlots::PutResult::BadFrame:
@@ -67,6 +66,22 @@ int32_t CDirectDraw::DisplayFrame(const FrameView& frame, const PaneSettings& se
                       kPlanarYuv420, callback.user);
   }
   return kOk;
+}
+
+/// Records go with their frames, also with those that are refused or replaced before the worker comes to them.
+FrameSlots::PutResult CDirectDraw::HandOver(const FrameView& frame, bool paused, int64_t param2) {
+  CAutoLock guard(&m_handOverLock);
+  const FrameNote note = TakeRecords(paused, param2);
+  return IsWindow(m_hPlayWnd) ? m_slots.Put(frame, note) : FrameSlots::PutResult::Closed;
+}
+
+FrameNote CDirectDraw::TakeRecords(bool paused, int64_t param2) {
+  FrameNote note;
+  note.param2 = param2;
+  const uint64_t now = GetTickCount64();
+  if (paused ? m_alg.shown : AdvanceBurnIn(m_alg, m_algQueue.Take(), now)) note.alg = m_alg.record;
+  if (paused ? m_dsm.shown : AdvanceOverlay(m_dsm, m_dsmQueue.Take(), now)) note.dsm = m_dsm.record;
+  return note;
 }
 
 int32_t CDirectDraw::InitDraw(uint32_t width, uint32_t height, uint32_t param) {

@@ -60,6 +60,9 @@ class CDirectDraw : public BaseDisplayer {
   int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
                        int64_t param2) override;
 
+  FrameSlots::PutResult HandOver(const FrameView& frame, bool paused, int64_t param2);
+  FrameNote TakeRecords(bool paused, int64_t param2);
+
   static DWORD WorkerMain(void* self);
   void Work();
   void DrawPending();
@@ -77,6 +80,7 @@ class CDirectDraw : public BaseDisplayer {
   void CallDisplayCallback(HDC dc, const PixelRect& area, const PaneSettings& settings);
 
   FrameRoad m_wantedRoad = FrameRoad::Automatic;
+  CMutexLock m_handOverLock;  ///< keeps records with their frames when two threads bring some
   FrameSlots m_slots;
   WorkSignal m_work;         ///< a frame or a wish to repaint waits
   UniqueEvent m_workerDone;  ///< manual-reset: the worker has left its body
@@ -92,7 +96,6 @@ class CDirectDraw : public BaseDisplayer {
   PixelRect m_composedArea;
   GdiText m_text;
   std::vector<PixelRect> m_dsmRects;
-  int64_t m_shownParam2 = 0;
-  bool m_dsmDue = false;
+  FrameNote m_shown;
   bool m_frameUploaded = false;
 };

@@ -7,6 +7,7 @@
 #include "backends/ddraw/ddraw_error.h"
 #include "backends/ddraw/direct_draw.h"
 #include "backends/ddraw/draw_layout.h"
+#include "display/burn_in.h"
 
 DWORD CDirectDraw::WorkerMain(void* self) {
   static_cast<CDirectDraw*>(self)->Work();
@@ -33,13 +34,9 @@ void CDirectDraw::DrawPending() {
     if (repaint) Repaint();
     return;
   }
-  // Records keep step with frames, also with those that a hidden window does not show.
-  const FrameView& p = frame.Planes();
-  DrawAlgInfoOnYUV(p.y, p.strideY, p.u, p.strideU, p.v, p.strideV);
-  m_dsmDue = m_settings.Get(&PaneSettings::paused) != 0 ||
-             AdvanceOverlay(m_dsm, m_dsmQueue.Take(), GetTickCount64());
-  m_shownParam2 = frame.Param2();
-  DrawFrame(p);
+  m_shown = frame.Note();
+  if (m_shown.alg) BurnInAlgRecord(m_yuvDraw, *m_shown.alg, frame.Planes(), m_dwWidth, m_dwHeight);
+  DrawFrame(frame.Planes());
 }
 
 void CDirectDraw::DrawFrame(const FrameView& planes) {

@@ -51,7 +51,7 @@ bool FrameSlots::Holds(const FrameView& f) const {
          f.strideV >= half;
 }
 
-FrameSlots::PutResult FrameSlots::Put(const FrameView& frame, int64_t param2) {
+FrameSlots::PutResult FrameSlots::Put(const FrameView& frame, const FrameNote& note) {
   const std::lock_guard writing(m_writers);
   if (!m_open) return PutResult::Closed;
   if (!Holds(frame)) return PutResult::BadFrame;
@@ -60,7 +60,7 @@ FrameSlots::PutResult FrameSlots::Put(const FrameView& frame, int64_t param2) {
   CopyPlane(planes.y, planes.strideY, frame.y, frame.strideY, m_width, m_height);
   CopyPlane(planes.u, planes.strideU, frame.u, frame.strideU, m_width / 2, m_height / 2);
   CopyPlane(planes.v, planes.strideV, frame.v, frame.strideV, m_width / 2, m_height / 2);
-  slot.param2 = param2;
+  slot.note = note;
   Publish(slot);
   return PutResult::Stored;
 }

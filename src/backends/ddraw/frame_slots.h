@@ -6,8 +6,17 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 #include "display/frame_view.h"
+#include "display/records.h"
+
+/// What travels with a frame: the client's value for it and the records that are shown with it.
+struct FrameNote {
+  int64_t param2 = 0;
+  std::optional<AlgRecord> alg;
+  std::optional<DsmRecord> dsm;
+};
 
 /// Hands frames from the threads that bring them to the one thread that draws them. Two slots: one is with
 /// the drawing thread, the other takes new frames, and a newer frame replaces one that was not drawn yet.
@@ -28,7 +37,7 @@ class FrameSlots {
 
     explicit operator bool() const { return m_owner != nullptr; }
     const FrameView& Planes() const { return m_owner->m_slots[m_index].planes; }
-    int64_t Param2() const { return m_owner->m_slots[m_index].param2; }
+    const FrameNote& Note() const { return m_owner->m_slots[m_index].note; }
 
    private:
     FrameSlots* m_owner = nullptr;
@@ -48,7 +57,7 @@ class FrameSlots {
   enum class PutResult { Stored, Closed, BadFrame };
 
   /// Copies the frame. BadFrame without a plane or with a stride that is shorter than its row.
-  PutResult Put(const FrameView& frame, int64_t param2);
+  PutResult Put(const FrameView& frame, const FrameNote& note);
 
   /// The newest frame not taken yet; empty when there is none or when a newer one is just being written,
   /// whose Put is then still to return.
@@ -60,7 +69,7 @@ class FrameSlots {
   struct Slot {
     std::unique_ptr<uint8_t[]> memory;
     FrameView planes;
-    int64_t param2 = 0;
+    FrameNote note;
     State state = State::Free;
   };
 

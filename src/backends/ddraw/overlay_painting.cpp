@@ -33,17 +33,17 @@ HRESULT CDirectDraw::PaintOverlays(const PixelRect& area, const PaneSettings& se
   }
   const bool anyText =
       std::any_of(texts.begin(), texts.end(), [](const TextItem& item) { return item.text[0] != '\0'; });
-  if (!anyText && !m_dsmDue && !settings.displayCB.function) return DD_OK;
+  const OverlayScale scale{static_cast<int32_t>(area.Width()), static_cast<int32_t>(area.Height()),
+                           static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight)};
+  if (!anyText && !m_shown.dsm && !settings.displayCB.function) return DD_OK;
 
   const SurfaceDC dc(m_composition.get());
   if (FAILED(dc.Result())) return dc.Result();
-  const OverlayScale scale{static_cast<int32_t>(area.Width()), static_cast<int32_t>(area.Height()),
-                           static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight)};
   const SavedDC state(dc.Get());
   if (anyText) DrawTexts(dc.Get(), texts, scale);
-  if (m_dsmDue) {
+  if (m_shown.dsm) {
     m_dsmRects.clear();
-    LayoutDsmRecord(m_dsmRects, m_dsm.record,
+    LayoutDsmRecord(m_dsmRects, *m_shown.dsm,
                     {scale.videoWidth, scale.videoHeight, scale.areaWidth, scale.areaHeight});
     FillRects(dc.Get(), m_dsmRects, RGB(0, 255, 0));
   }
@@ -78,6 +78,6 @@ void CDirectDraw::CallDisplayCallback(HDC dc, const PixelRect& area, const PaneS
   const SavedDC state(dc);
   SetViewportOrgEx(dc, -area.left, -area.top, nullptr);
   const PixelRect& client = settings.client;
-  callback.function(settings.index, dc, m_dwWidth, m_dwHeight, m_shownParam2, client.right - client.left,
+  callback.function(settings.index, dc, m_dwWidth, m_dwHeight, m_shown.param2, client.right - client.left,
                     client.bottom - client.top, settings.mirrorMode, callback.user);
 }

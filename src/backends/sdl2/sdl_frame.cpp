@@ -20,7 +20,10 @@ int32_t SDLDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t
 
 int32_t SDLDisplayer::DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t,
                                    int64_t param2) {
-  if (!m_bound || m_resizePending) return 1;
+  if (!m_bound || m_resizePending) {
+    AdvanceOverlays();
+    return 1;
+  }
   m_lock.LetWindowThreadGoFirst();
   bool presented = false;
   uint32_t width = 0;
@@ -30,9 +33,11 @@ int32_t SDLDisplayer::DisplayFrame(const FrameView& frame, const PaneSettings& s
     CatchUpWithWindow();
     if (!IsReady()) {
       DrawAlgInfo();
+      AdvanceOverlays();
       return 1;
     }
     presented = Present(frame, settings.mosaic);
+    if (!presented) AdvanceOverlays();
     if (!presented && g_frameErrors.Pass()) ReportSdlError(1, "SDLDisplayer::DisplayFrame");
     width = m_dwWidth;
     height = m_dwHeight;

@@ -22,7 +22,7 @@ TestFrame Numbered(uint8_t value) {
 
 PutResult Put(FrameSlots& slots, uint8_t value) {
   TestFrame frame = Numbered(value);
-  return slots.Put(frame.View(), value);
+  return slots.Put(frame.View(), {value, {}, {}});
 }
 
 bool IsFlat(const uint8_t* plane, int32_t stride, int width, int height, uint8_t value) {
@@ -50,7 +50,7 @@ TEST(FrameSlots, TheNewestFrameWins) {
     const FrameSlots::Loan loan = slots.Take();
     ASSERT_TRUE(loan);
     EXPECT_TRUE(Holds(loan, 2));
-    EXPECT_EQ(loan.Param2(), 2);
+    EXPECT_EQ(loan.Note().param2, 2);
     EXPECT_FALSE(slots.Take()) << "frame 1 was replaced";
     Put(slots, 3);
     Put(slots, 4);
@@ -69,7 +69,7 @@ TEST(FrameSlots, CopiesEveryPlaneWithItsOwnStride) {
     frame.y[i] = static_cast<uint8_t>(i);
   frame.u = {1, 2, 3, 0, 0, 4, 5, 6};  // ends with the picture, not with the padding
   frame.v = {7, 8, 9, 0, 0, 10, 11, 12};
-  ASSERT_EQ(slots.Put(frame.View(), 0), PutResult::Stored);
+  ASSERT_EQ(slots.Put(frame.View(), {}), PutResult::Stored);
   const FrameSlots::Loan loan = slots.Take();
   const FrameView& p = loan.Planes();
   for (int row = 0; row < 4; ++row)
@@ -89,7 +89,7 @@ TEST(FrameSlots, RefusesWhatCannotHoldAFrame) {
   const auto broken = [&](auto member, auto value) {
     FrameView view = good;
     view.*member = value;
-    return slots.Put(view, 0);
+    return slots.Put(view, {});
   };
   for (const auto plane : {&FrameView::y, &FrameView::u, &FrameView::v})
     EXPECT_EQ(broken(plane, nullptr), PutResult::BadFrame);
@@ -120,7 +120,7 @@ TEST(FrameSlots, KeepsFramesWholeUnderLoad) {
     for (int i = 1; i <= kFrames; ++i) {
       const auto value = static_cast<uint8_t>((i * 2 + parity) & 0xFF);
       frame.Fill(value, value, value);
-      ASSERT_EQ(slots.Put(frame.View(), int64_t{i} * 2 + parity), PutResult::Stored);
+      ASSERT_EQ(slots.Put(frame.View(), {int64_t{i} * 2 + parity, {}, {}}), PutResult::Stored);
     }
     --writing;
   };
@@ -134,7 +134,7 @@ TEST(FrameSlots, KeepsFramesWholeUnderLoad) {
     if (!loan) continue;
     more = true;
     ++taken;
-    const int64_t number = loan.Param2();
+    const int64_t number = loan.Note().param2;
     EXPECT_GT(number, last[number & 1]);
     last[number & 1] = number;
     ASSERT_TRUE(Holds(loan, static_cast<uint8_t>(number & 0xFF)));

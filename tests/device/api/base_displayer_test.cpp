@@ -12,6 +12,9 @@
 #include <string>
 #include <thread>
 
+#include "backends/d3d9/d3d_displayer.h"
+#include "backends/ddraw/direct_draw.h"
+#include "backends/sdl2/sdl_displayer.h"
 #include "display/display_codes.h"
 #include "support/frames.h"
 #include "support/test_window.h"
@@ -260,7 +263,7 @@ TEST(BaseDisplayer, BurnsTheDueRecordIntoThePlanesAlsoWhilePaused) {
   }
 }
 
-void Queue(Recorder& displayer, float left) {
+void Queue(BaseDisplayer& displayer, float left) {
   const uint32_t edge = std::bit_cast<uint32_t>(left);
   const uint16_t value = 1;
   displayer.SetAlgInfo(1, &edge, &edge, &edge, &edge, &value, &value, &value, &value, 2);
@@ -290,6 +293,36 @@ TEST(BaseDisplayer, TakesOneRecordPerFrameInOrderAndNoneWhilePaused) {
   EXPECT_EQ(displayer.m_alg.record.left[0], 3.0f);
   displayer.DrawOverlays();
   EXPECT_EQ(displayer.algDrawn, 5) << "the queue is empty and the last record still fresh";
+
+  for (int i = 1; i <= 1000; ++i)
+    Queue(displayer, static_cast<float>(i));
+  displayer.DrawOverlays();
+  EXPECT_EQ(displayer.m_alg.record.left[0], 745.0f) << "of records without frames the newest 256 are kept";
+  EXPECT_EQ(displayer.m_dsm.record.x[0], 745.0f);
+}
+
+template <class Backend>
+class RefusedFrames : public testing::Test {
+ public:
+  class Pane : public Backend {
+   public:
+    using Backend::m_alg;
+    using Backend::m_dsm;
+  };
+};
+using Backends = testing::Types<SDLDisplayer, D3DDisplayer, CDirectDraw>;
+TYPED_TEST_SUITE(RefusedFrames, Backends);
+
+TYPED_TEST(RefusedFrames, TakeTheirRecordsWithThem) {
+  typename TestFixture::Pane pane;  // without a window no backend can show anything
+  TestFrame frame = FlatFrame(16, 16, 0, 0, 0);
+  for (int i = 1; i <= 4; ++i) {
+    Queue(pane, static_cast<float>(i));
+    pane.SetPause(i == 3);
+    EXPECT_NE(Draw(pane, frame), 0);
+    EXPECT_EQ(pane.m_alg.record.left[0], static_cast<float>(i < 3 ? i : i - 1)) << "none while paused";
+    EXPECT_EQ(pane.m_dsm.record.x[0], pane.m_alg.record.left[0]);
+  }
 }
 
 }  // namespace
