@@ -154,7 +154,8 @@ void CDirectDraw::StopWorker() {
 
 void CDirectDraw::AdjustWinRect() {
   BaseDisplayer::AdjustWinRect();
-  FitMosaic([](const MosaicSettings& m) { return m.HasFractions(); });
+  // The last one to set the mosaic wins: a rectangle given as it is stays.
+  FitMosaic([](const MosaicSettings& m) { return m.fromFractions; });
   RequestRepaint();
 }
 

@@ -206,6 +206,18 @@ TEST(BaseDisplayer, TheMosaicAreaIsAFractionOfTheClientArea) {
   displayer.SetMosaics(&given);
   displayer.SetMosaics(nullptr);
   EXPECT_EQ(displayer.Mosaic(), (PixelRect{1, -2, 3, 4}));
+
+  class Peek : public CDirectDraw {
+   public:
+    PixelRect Mosaic() const { return m_settings.Copy().mosaic.rect; }
+  };
+  Peek pane;
+  pane.SetMosaicAreaScale(0.25f, 0.5f, 0.75f, 1.0f);
+  pane.SetPlayWnd(window.Handle());
+  EXPECT_EQ(pane.Mosaic(), (PixelRect{200, 50, 400, 150}));
+  pane.SetMosaics(&given);
+  pane.AdjustWinRect();
+  EXPECT_EQ(pane.Mosaic(), (PixelRect{1, -2, 3, 4})) << "the last one to set it wins";
 }
 
 TEST(BaseDisplayer, SnapshotsNeedAName) {
