@@ -95,6 +95,7 @@ class CDirectDraw : public BaseDisplayer {
   DDrawSurface m_composition;
   PixelRect m_composedArea;
   GdiText m_text;
+  GdiLabels m_labels;
   std::vector<PixelRect> m_dsmRects;
   FrameNote m_shown;
   bool m_frameUploaded = false;

@@ -11,6 +11,16 @@ constexpr int32_t kMinHeight = 4;
 constexpr uint32_t kAnchorBottom = 1;
 constexpr COLORREF kColorMask = 0x00FFFFFF;
 
+constexpr char kLabelFace[] = "Arial";
+constexpr COLORREF kLabelColor = RGB(255, 255, 255);
+constexpr int32_t kMinLabelHeight = 5;  ///< below it letters are blots
+
+HFONT CreateLabelFont(int32_t cellHeight, int32_t averageWidth) {
+  return CreateFontA(cellHeight, averageWidth, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
+                     OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, NONANTIALIASED_QUALITY,
+                     DEFAULT_PITCH | FF_DONTCARE, kLabelFace);
+}
+
 /// In the client's code page, as it comes.
 int ToWide(const char (&text)[sizeof(TextItem::text)], wchar_t (&wide)[sizeof(TextItem::text)]) {
   return MultiByteToWideChar(CP_ACP, 0, text, -1, wide, static_cast<int>(std::size(wide)));
@@ -47,4 +57,44 @@ void GdiText::Draw(HDC dc, const TextItem& item, const OverlayScale& scale) cons
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, item.color & kColorMask);
   DrawTextW(dc, wide, -1, &area, DT_NOPREFIX | DT_WORDBREAK | DT_EXPANDTABS);
+}
+
+/// Fonts and the widths of their letters are asked for once, not for every label.
+bool GdiLabels::SetHeight(HDC dc, int32_t height) {
+  if (height == m_height) return m_font && m_narrowFont;
+  m_height = height;
+  m_font.reset(CreateLabelFont(height, 0));
+  if (!m_font) return false;
+  SelectObject(dc, m_font.get());
+  TEXTMETRICA metrics{};
+  if (!GetTextMetricsA(dc, &metrics) || !GetCharWidth32A(dc, 0, 127, m_widths.data())) return false;
+  m_narrowFont.reset(CreateLabelFont(height, std::max<int32_t>(metrics.tmAveCharWidth * 3 / 5, 1)));
+  return m_narrowFont != nullptr;
+}
+
+int32_t GdiLabels::WidthOf(const char* text) const {
+  int32_t width = 0;
+  for (; *text; ++text)
+    width += m_widths[static_cast<size_t>(*text) % m_widths.size()];
+  return width;
+}
+
+bool GdiLabels::Layout(const AlgRecord& record, const OverlayScale& scale) {
+  LayoutBurnInLabels(m_labels, record, static_cast<uint32_t>(scale.videoWidth),
+                     static_cast<uint32_t>(scale.videoHeight));
+  return m_labels.count > 0 && scale.Y(m_labels.labels[0].area.Height()) >= kMinLabelHeight;
+}
+
+void GdiLabels::Draw(HDC dc, const OverlayScale& scale) {
+  if (!SetHeight(dc, static_cast<int32_t>(scale.Y(m_labels.labels[0].area.Height())))) return;
+  SetBkMode(dc, TRANSPARENT);
+  SetTextColor(dc, kLabelColor);
+  for (size_t i = 0; i < m_labels.count; ++i) {
+    const BurnInLabel& label = m_labels.labels[i];
+    RECT area{static_cast<LONG>(scale.X(label.area.left)), static_cast<LONG>(scale.Y(label.area.top)),
+              static_cast<LONG>(scale.X(label.area.right)), static_cast<LONG>(scale.Y(label.area.bottom))};
+    const bool fits = WidthOf(label.text) <= area.right - area.left;
+    SelectObject(dc, (fits ? m_font : m_narrowFont).get());
+    DrawTextA(dc, label.text, -1, &area, DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX);
+  }
 }

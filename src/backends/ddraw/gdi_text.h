@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include "display/burn_in.h"
 #include "display/records.h"
 #include "util/win_handles.h"
 
@@ -15,6 +16,26 @@ struct OverlayScale {
 
   int64_t X(int64_t x) const { return x * areaWidth / videoWidth; }
   int64_t Y(int64_t y) const { return y * areaHeight / videoHeight; }
+};
+
+/// Writes the letters of burnt-in labels into their areas with GDI. Keeps its fonts until the size changes.
+class GdiLabels {
+ public:
+  /// Lays out a record's labels and tells whether there is one to be written at this scale.
+  bool Layout(const AlgRecord& record, const OverlayScale& scale);
+  void Draw(HDC dc, const OverlayScale& scale);
+
+ private:
+  using Font = UniqueHandleOf<HFONT, &DeleteObject>;
+
+  bool SetHeight(HDC dc, int32_t height);
+  int32_t WidthOf(const char* text) const;
+
+  Font m_font;
+  Font m_narrowFont;  ///< for texts that are longer than their area
+  std::array<INT, 128> m_widths{};
+  int32_t m_height = 0;
+  BurnInLabels m_labels;
 };
 
 /// Draws text items with GDI. Keeps its font until the size or the face changes.

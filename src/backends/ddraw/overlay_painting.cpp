@@ -35,11 +35,13 @@ HRESULT CDirectDraw::PaintOverlays(const PixelRect& area, const PaneSettings& se
       std::any_of(texts.begin(), texts.end(), [](const TextItem& item) { return item.text[0] != '\0'; });
   const OverlayScale scale{static_cast<int32_t>(area.Width()), static_cast<int32_t>(area.Height()),
                            static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight)};
-  if (!anyText && !m_shown.dsm && !settings.displayCB.function) return DD_OK;
+  const bool anyLabel = m_shown.alg && m_labels.Layout(*m_shown.alg, scale);
+  if (!anyText && !anyLabel && !m_shown.dsm && !settings.displayCB.function) return DD_OK;
 
   const SurfaceDC dc(m_composition.get());
   if (FAILED(dc.Result())) return dc.Result();
   const SavedDC state(dc.Get());
+  if (anyLabel) m_labels.Draw(dc.Get(), scale);
   if (anyText) DrawTexts(dc.Get(), texts, scale);
   if (m_shown.dsm) {
     m_dsmRects.clear();

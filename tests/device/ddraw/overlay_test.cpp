@@ -169,6 +169,17 @@ TEST_F(DDrawOverlay, DriverAssistanceBoxesAreBurnedIntoACopy) {
   EXPECT_TRUE(hasBox(Shoot(grey), 100)) << "and has taken none";
 }
 
+TEST_F(DDrawOverlay, LettersStandInTheBurntInBars) {
+  SetBox(D(), 40, true);
+  const Found letters = ShootAndFind({255, 255, 255});
+  EXPECT_GT(letters.count, 60);
+  // "truck" above the box at 40,30 and "12.3m" below it, in bars of 30 and 24 by 10 video pixels.
+  EXPECT_GE(letters.box.left, 80);
+  EXPECT_LE(letters.box.right, 80 + 62);
+  EXPECT_GE(letters.box.top, 38);
+  EXPECT_LE(letters.box.bottom, 204);
+}
+
 void NIVRAL_CALL HoldWorker(int32_t, void*, uint32_t, uint32_t, int64_t, int32_t, int32_t, uint32_t,
                             void* user) {
   static_cast<std::atomic<int>*>(user)->wait(1);
