@@ -1,6 +1,7 @@
 #!/bin/bash
 # What the documents say is there: every path of the tree, script and preset that they name exists, every exported
-# function is declared in the header, and the reference can be made from it with nothing left undescribed.
+# function is declared in the header, the reference can be made from it with nothing left undescribed, and the documents'
+# code compiles.
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"
 FOLDERS='\.ci|cmake|docs|examples|include|scripts|src|tests|bench'
@@ -24,4 +25,5 @@ while read -r name; do
 done < <(sed -n 's/^ *\(NIVRAL_[A-Za-z0-9_]*\)$/\1/p' src/nivral.def)
 [ $failed = 0 ] || die "the documents do not match the tree"
 say "docs: ${#documents[@]} documents match the tree"
+scripts/check_snippets.sh
 scripts/reference.sh
