@@ -52,7 +52,7 @@ void CopyPlaneWithArea(const SurfacePlane& to, const uint8_t* from, int32_t stri
 
 bool HoldsPlane(const uint8_t* plane, int32_t stride, int32_t width, int32_t height) {
   if (width == 0 || height == 0) return true;
-  return plane && (stride == 0 || std::abs(int64_t{stride}) >= width);
+  return plane && std::abs(int64_t{stride}) >= width;
 }
 
 }  // namespace

@@ -10,8 +10,7 @@
 #include "display/frame_view.h"
 #include "display/pixel_rect.h"
 
-/// Whether the planes can hold such a frame: none missing, and rows that do not overlap. A stride of 0
-/// repeats one row.
+/// Whether the planes can hold such a frame: none missing, and rows that do not overlap.
 bool HoldsFrame(const FrameView& frame, int32_t width, int32_t height);
 
 void CopyPlain(const Yv12Surface& surface, const FrameView& frame);

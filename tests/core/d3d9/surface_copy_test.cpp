@@ -131,7 +131,7 @@ TEST(SurfaceCopy, RefusesPlanesThatCannotHoldTheFrame) {
   EXPECT_FALSE(with([](FrameView& f) { f.strideY = 15; }));
   EXPECT_FALSE(with([](FrameView& f) { f.strideV = -7; }));
   EXPECT_TRUE(with([](FrameView& f) { f.strideY = -16; }));
-  EXPECT_TRUE(with([](FrameView& f) { f.strideU = 0; }));
+  EXPECT_FALSE(with([](FrameView& f) { f.strideU = 0; }));
   EXPECT_TRUE(HoldsFrame({good.y, 16, nullptr, 0, nullptr, 0}, 16, 1)) << "no chroma rows to hold";
 }
 
