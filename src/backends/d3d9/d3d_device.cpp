@@ -67,7 +67,7 @@ int32_t D3DDisplayer::Initialize(uint32_t width, uint32_t height) {
 }
 
 int32_t D3DDisplayer::CreateDevice() {
-  if (!m_pfnDirect3DCreate9) return kNoDevice;
+  if (!m_pfnDirect3DCreate9 || !IsWindow(m_hPlayWnd)) return kNoDevice;
   m_pD3D9.reset(m_pfnDirect3DCreate9(D3D_SDK_VERSION));
   if (!m_pD3D9) return kNoDevice;
   const DWORD behaviour = VertexProcessing() | D3DCREATE_FPU_PRESERVE;
@@ -128,7 +128,8 @@ bool D3DDisplayer::ResetDevice() {
     LogStep(L"D3DDisplayer::ResetDevice: m_pOSDFont->OnLostDevice failed");
   m_pd3dSurface.reset();
   m_pBackBuffer.reset();
-  if (FAILED(m_pd3dDevice->Reset(&m_d3dpp))) {
+  // Some run-times crash over a window that is gone.
+  if (!IsWindow(m_d3dpp.hDeviceWindow) || FAILED(m_pd3dDevice->Reset(&m_d3dpp))) {
     LogStep(L"D3DDisplayer::ResetDevice: m_pd3dDevice->Reset failed");
     return false;
   }

@@ -220,6 +220,25 @@ TEST_F(D3dFaults, ResultsTellWhatCouldNotBeMade) {
   EXPECT_EQ(notLoaded.Initialize(kPaneWidth, kPaneHeight), 0x2004);
 }
 
+TEST_F(D3dFaults, NoDeviceIsMadeOrResetForAWindowThatIsNotThere) {
+  m_displayer->SetPlayWnd(nullptr);
+  EXPECT_EQ(m_displayer->InitDraw(kPaneWidth, kPaneHeight, 0), 1);
+  EXPECT_EQ(Draw(), 0x2001);
+  EXPECT_EQ(m_faults->devicesMade, 0);
+  {
+    const TestWindow gone(kPaneWidth, kPaneHeight, 300, 60, WS_POPUP);
+    m_displayer->SetPlayWnd(gone.Handle());
+    Start();
+  }
+  m_displayer->InitDraw(kPaneWidth, kPaneHeight, 0);
+  EXPECT_EQ(Draw(), 0x2001);
+  EXPECT_EQ(m_faults->resets, 0);
+  EXPECT_EQ(m_faults->devicesMade, 1);
+  EXPECT_EQ(m_faults->devicesAlive, 0);
+  m_displayer->SetPlayWnd(m_window.Handle());
+  ExpectDrawn();
+}
+
 TEST_F(D3dFaults, ANewLayoutDropsOneFrame) {
   Start();
   m_frame = TestFrame(kPaneWidth, kPaneHeight, kPaneWidth + 16, kPaneWidth / 2 + 8);
