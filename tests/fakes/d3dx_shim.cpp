@@ -7,6 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "d3dx_faults.h"
+#include "loaded.h"
+#include "vtable_slot.h"
+
 // COM interfaces have no virtual destructor, and this compiler's warning looks at the base class.
 #if defined(__GNUC__)
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
@@ -88,6 +92,18 @@ HRESULT WINAPI Line::Draw(const D3DXVECTOR2* points, DWORD count, D3DCOLOR color
   return D3D_OK;
 }
 
+D3dxFaults g_faults{};
+
+INT WINAPI DrawTextOrFail(ID3DXFont* self, ID3DXSprite* sprite, LPCSTR text, INT length, RECT* rect,
+                          DWORD format, D3DCOLOR color);
+VtableSlot g_drawTextA(14, &DrawTextOrFail);
+
+INT WINAPI DrawTextOrFail(ID3DXFont* self, ID3DXSprite* sprite, LPCSTR text, INT length, RECT* rect,
+                          DWORD format, D3DCOLOR color) {
+  if (g_faults.onDrawText) g_faults.onDrawText();
+  return g_drawTextA.Forward(self, sprite, text, length, rect, format, color);
+}
+
 std::string g_shaderFile;
 std::string g_shaderFileAsked;
 
@@ -100,15 +116,29 @@ HRESULT WINAPI ShimCreateLine(IDirect3DDevice9* device, ID3DXLine** line) {
   return D3D_OK;
 }
 
+HRESULT WINAPI ShimCreateFontA(IDirect3DDevice9* device, INT height, UINT width, UINT weight, UINT levels,
+                               WINBOOL italic, DWORD charset, DWORD precision, DWORD quality, DWORD pitch,
+                               LPCSTR face, ID3DXFont** font) {
+  const auto create = LoadedFunction<decltype(&D3DXCreateFontA)>("d3dx9_42.dll", "D3DXCreateFontA");
+  const HRESULT result =
+      create(device, height, width, weight, levels, italic, charset, precision, quality, pitch, face, font);
+  if (SUCCEEDED(result)) g_drawTextA.Patch(*font);
+  return result;
+}
+
 HRESULT WINAPI ShimCompileShaderFromFileA(const char* file, const D3DXMACRO* macros, ID3DXInclude* include,
                                           const char* entry, const char* profile, DWORD flags,
                                           ID3DXBuffer** code, ID3DXBuffer** errors,
                                           ID3DXConstantTable** constants) {
   g_shaderFileAsked = file;
-  const auto compile = reinterpret_cast<decltype(&D3DXCompileShaderFromFileA)>(
-      reinterpret_cast<void*>(GetProcAddress(LoadLibraryA("d3dx9_42.dll"), "D3DXCompileShaderFromFileA")));
+  const auto compile =
+      LoadedFunction<decltype(&D3DXCompileShaderFromFileA)>("d3dx9_42.dll", "D3DXCompileShaderFromFileA");
   return compile(g_shaderFile.empty() ? file : g_shaderFile.c_str(), macros, include, entry, profile, flags,
                  code, errors, constants);
+}
+
+D3dxFaults* GetD3dxFaults() {
+  return &g_faults;
 }
 
 /// The file to compile instead of the one asked for; empty for that one itself.

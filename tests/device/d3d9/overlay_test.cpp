@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Texts, boxes, labels and landmarks on the screen. Runs beside a D3DX whose lines are drawn.
 #include <bit>
+#include <future>
 #include <set>
 
 #include "backends/d3d9/overlay_shapes.h"
+#include "fakes/d3dx_faults.h"
+#include "fakes/loaded.h"
 #include "pane.h"
 
 namespace {
@@ -62,6 +65,7 @@ struct Box {
 class D3dOverlays : public testing::Test {
  protected:
   D3dOverlays() {
+    *m_d3dx = {};
     m_pane.displayer.InitDraw(kWidth, kHeight, 0);
     m_pane.displayer.FreeDraw();
     m_pane.displayer.InitDraw(kWidth, kHeight, 0);
@@ -95,6 +99,7 @@ class D3dOverlays : public testing::Test {
     ExpectPicture(m_pane, complain);
   }
 
+  D3dxFaults* m_d3dx = LoadedFunction<GetD3dxFaultsFunction>("d3dx9_43.dll", "GetD3dxFaults")();
   D3DPane m_pane{kWidth, kHeight};
   TestFrame m_black = FlatFrame(kWidth, kHeight, 16, 128, 128);
 };
@@ -119,6 +124,38 @@ TEST_F(D3dOverlays, TextsStandWhereTheyWerePut) {
   DrawAndExpect([](const ScreenShot& shot) {
     return Find(shot, {0, 0, kWidth, 300}, IsRed).count == 0 ? "" : "a removed text is still there";
   });
+}
+
+TEST_F(D3dOverlays, TextsWithoutRoomForTheirCharactersAreSurvived) {
+  for (const uint32_t x : {kWidth - 20u, kWidth - 2u, kWidth + 0u, kWidth + 5u, 0x80000000u, 0xFFFFFFFFu}) {
+    for (const char* text : {"Wide", "i i W", " ", "\n", "a\n\n b"}) {
+      m_pane.displayer.SetOSDText(0, text, x, 50, 0, 0x0000FF);
+      EXPECT_EQ(m_pane.Draw(m_black), 0) << x << text;
+    }
+  }
+  m_pane.displayer.SetOSDText(0, "", 0, 0, 0, 0);
+  Assist({kWidth - 3.0f, 200, kWidth, 300}, 3, 5, 1);
+  EXPECT_EQ(m_pane.Draw(m_black), 0);
+}
+
+D3DDisplayer* g_setWhileDrawing = nullptr;
+bool g_wasSet = false;
+
+/// In the middle of drawing a text: sets another from a thread of its own.
+void SetAnotherText() {
+  D3DDisplayer* displayer = std::exchange(g_setWhileDrawing, nullptr);
+  if (!displayer) return;
+  static std::future<void> set;  // whose end must not be waited for here when the call does not come back
+  set = std::async(std::launch::async, [=] { displayer->SetOSDText(1, "other", 9, 9, 0, 0); });
+  g_wasSet = set.wait_for(std::chrono::seconds(60)) == std::future_status::ready;
+}
+
+TEST_F(D3dOverlays, TextsCanBeSetWhileOthersAreDrawn) {
+  m_d3dx->onDrawText = &SetAnotherText;
+  m_pane.displayer.SetOSDText(0, "text", 100, 50, 0, 0x0000FF);
+  g_setWhileDrawing = &m_pane.displayer;
+  EXPECT_EQ(m_pane.Draw(m_black), 0);
+  EXPECT_TRUE(g_wasSet);
 }
 
 TEST_F(D3dOverlays, BoxesHaveOutlinesAndLabels) {
