@@ -30,7 +30,8 @@
  * - start-up: one thread of the client's, the same for all functions that say so;
  * - window: the thread that made the pane's window and handles its messages;
  * - feeding: one thread per pane, usually the decoder's;
- * - any: every thread, also while another one feeds frames; what is set acts from the next frame.
+ * - any: every thread, also while another one feeds frames; what is set acts from the next frame. These calls
+ *   do not wait for a frame being drawn.
  *
  * No call may be in flight on a handle that is being closed. On a Direct3D 9 pane no two calls may overlap at
  * all, whatever their threads.
@@ -375,8 +376,9 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetRClickPt(void* hDraw, POINT pt);
 /** @defgroup algorithms Panes: results of driver algorithms
  *
  * Set one record per frame, before the frame that it belongs to: each frame handed to the pane takes the
- * oldest record waiting, also a frame that is refused or not shown. Without a new one the last record stays
- * for less than a second; the very first one of a pane stays for one frame. A paused pane takes none.
+ * oldest record waiting, also a frame that is refused or not shown. The newest 256 are kept waiting. Without a
+ * new one the last record stays for less than a second; the very first one of a pane stays for one frame,
+ * except driver assistance on DirectDraw. A paused pane takes none and draws the last ones again.
  * @{ */
 
 /** Driver assistance: labelled boxes for one frame. Edges are the bits of 32-bit floats in video pixels, in
@@ -419,7 +421,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetDsmAlgInfo(void* hDraw, int32_t poin
 /** @defgroup registering Panes: callbacks
  *
  * Each registers a callback with a context of the client's. The context must outlive the pane, or a later
- * registration and the frame that was in flight then. Thread: any.
+ * registration and the frame that was in flight then, which may still call the old pair. Thread: any.
  * @{ */
 
 /** Registers the decode callback.
