@@ -49,6 +49,15 @@
 /* mmeapi.h is left out by windows.h under WIN32_LEAN_AND_MEAN; mmsystem.h brings WAVEFORMATEX either way. */
 #include <mmsystem.h>
 
+/** The version that this header belongs to; the DLL's version resource says which one is loaded. */
+#define NIVRAL_VERSION_MAJOR 0
+/** See NIVRAL_VERSION_MAJOR. */
+#define NIVRAL_VERSION_MINOR 1
+/** See NIVRAL_VERSION_MAJOR. */
+#define NIVRAL_VERSION_PATCH 0
+/** The three as one number that grows with them. */
+#define NIVRAL_VERSION (NIVRAL_VERSION_MAJOR * 10000 + NIVRAL_VERSION_MINOR * 100 + NIVRAL_VERSION_PATCH)
+
 /** How functions are declared: imported, except in the library itself, which defines NIVRAL_STATIC. */
 #if defined(NIVRAL_STATIC)
 #define NIVRAL_API

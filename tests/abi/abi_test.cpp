@@ -83,7 +83,7 @@ TEST(Abi, StatelessFunctionsTakeNothing) {
   EXPECT_EQ(NIVRAL_yv12_to_rgb24_c(nullptr, 0, nullptr, nullptr, nullptr, 0, 0, 0, 0), 0U);
 }
 
-TEST(Abi, LibraryCarriesItsVersion) {
+TEST(Abi, LibraryCarriesTheHeadersVersion) {
   wchar_t path[MAX_PATH];
   GetModuleFileNameW(GetModuleHandleW(L"libnivral.dll"), path, MAX_PATH);
   std::vector<char> data(GetFileVersionInfoSizeW(path, nullptr));
@@ -92,10 +92,9 @@ TEST(Abi, LibraryCarriesItsVersion) {
   VS_FIXEDFILEINFO* fixed = nullptr;
   UINT size = 0;
   ASSERT_TRUE(VerQueryValueW(data.data(), L"\\", reinterpret_cast<void**>(&fixed), &size));
-  const std::string version = std::to_string(HIWORD(fixed->dwFileVersionMS)) + "." +
-                              std::to_string(LOWORD(fixed->dwFileVersionMS)) + "." +
-                              std::to_string(HIWORD(fixed->dwFileVersionLS));
-  EXPECT_EQ(version, NIVRAL_TEST_VERSION);
+  EXPECT_EQ(HIWORD(fixed->dwFileVersionMS), NIVRAL_VERSION_MAJOR);
+  EXPECT_EQ(LOWORD(fixed->dwFileVersionMS), NIVRAL_VERSION_MINOR);
+  EXPECT_EQ(HIWORD(fixed->dwFileVersionLS), NIVRAL_VERSION_PATCH);
 }
 
 TEST(Abi, LogCarriesTheLibrarysName) {
