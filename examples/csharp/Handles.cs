@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Handles with what has to outlive them. The other functions of Native take their Handle.
+// Handles with what has to outlive them. nivral.h says what each operation does, on which thread.
 using System;
 using System.Collections.Generic;
 using System.Runtime.InteropServices;
@@ -7,25 +7,37 @@ using System.Runtime.InteropServices;
 namespace Nivral {
   /// <summary>
   /// A handle and the delegates registered on it. While the handle is open the garbage collector takes
-  /// neither, even when the program has lost the object: the library would go on calling the delegates. There
-  /// is no finalizer, because closing belongs on one thread of the program; call Dispose there.
+  /// neither, even when the program has lost the object: the library would go on calling the delegates.
+  /// It is no SafeHandle, and there is no finalizer: those close on the garbage collector's thread at a time
+  /// of its own, but a handle is closed on the thread of its window, when no call on it is in flight. Call
+  /// Dispose there. Afterwards every operation throws ObjectDisposedException.
   /// </summary>
   public abstract class NativeObject : IDisposable {
     private readonly List<object> delegates = new List<object>();
+    private IntPtr handle;
     private GCHandle self;
 
-    public IntPtr Handle { get; private set; }
+    public IntPtr Handle {
+      get {
+        if (handle == IntPtr.Zero) throw new ObjectDisposedException(GetType().Name);
+        return handle;
+      }
+    }
+
+    public bool IsDisposed {
+      get { return handle == IntPtr.Zero; }
+    }
 
     public void Dispose() {
-      if (Handle == IntPtr.Zero) return;
-      CloseHandle(Handle);
-      Handle = IntPtr.Zero;
+      if (handle == IntPtr.Zero) return;
+      CloseHandle(handle);
+      handle = IntPtr.Zero;
       delegates.Clear();
       self.Free();
     }
 
-    protected void Own(IntPtr handle) {
-      Handle = handle;
+    protected void Own(IntPtr opened) {
+      handle = opened;
       self = GCHandle.Alloc(this);
     }
 
@@ -37,18 +49,59 @@ namespace Nivral {
       return callback;
     }
 
-    protected static void Check(uint result, string call) {
-      if (result != 0) throw new InvalidOperationException(call + " returned " + result);
+    internal static void Check(uint result, string call) {
+      if (result != 0) throw new InvalidOperationException(call + " returned 0x" + result.ToString("X"));
     }
 
-    protected abstract void CloseHandle(IntPtr handle);
+    protected abstract void CloseHandle(IntPtr opened);
   }
 
+  public enum Start : uint { Direct3D9OrDirectDraw = 0, Sdl2 = 1 }
   public enum Backend : uint { Sdl2 = 0, Direct3D9 = 1, DirectDraw = 2 }
+  public enum Mirror : uint { None = 0, Flip = 1, HalfTurn = 2 }
+  public enum Anchor : uint { Top = 0, Bottom = 1 }
+  public enum ObjectClass : ushort {
+    Unknown = 0,
+    Person = 1,
+    Car = 2,
+    Bus = 3,
+    Truck = 4,
+    Minibus = 5,
+    Vehicle = 6,
+    NonVehicle = 7
+  }
+
+  /// <summary>Start-up and shut-down: made before the first pane, disposed after the last.</summary>
+  public sealed class NivralLibrary : IDisposable {
+    public NivralLibrary(Start start) { Native.NIVRAL_InitializeEx((uint)start); }
+    public void Dispose() { Native.NIVRAL_UnInitialize(); }
+  }
+
+  /// <summary>0 is neutral.</summary>
+  public struct ColorParams {
+    public int Brightness, Contrast, Saturation, Hue;
+  }
+
+  /// <summary>In video pixels.</summary>
+  public struct LabelledBox {
+    public float Left, Top, Right, Bottom;
+    public ObjectClass Class;
+    public ushort Distance;
+  }
 
   /// <summary>A video pane. Callbacks must not throw: there is no managed caller.</summary>
   public sealed class Display : NativeObject {
-    /// <summary>On the backend that NIVRAL_InitializeEx chose.</summary>
+    private IntPtr window;
+    private FrameCallback onFrame;
+    private DecodeCallback onDecode;
+    private DisplayCallback onDisplay;
+    private FlashWndCallback onExposed;
+    private Mirror mirror;
+    private bool paused, mosaicShown;
+    private uint mosaicLevel;
+    private int index;
+
+    /// <summary>On the backend that start-up chose.</summary>
     public Display() {
       IntPtr handle;
       Check(Native.NIVRAL_DWOpenDraw(out handle), "NIVRAL_DWOpenDraw");
@@ -61,31 +114,175 @@ namespace Nivral {
       Own(handle);
     }
 
-    public FrameCallback OnFrame {
+    /// <summary>Set it before Init.</summary>
+    public IntPtr Window {
+      get { return window; }
+      set { Native.NIVRAL_DWSetHwnd(Handle, window = value); }
+    }
+
+    public int Width { get; private set; }
+    public int Height { get; private set; }
+
+    public void Init(int width, int height) {
+      if (width < 1) throw new ArgumentOutOfRangeException("width");
+      if (height < 1) throw new ArgumentOutOfRangeException("height");
+      Width = width;
+      Height = height;
+      Native.NIVRAL_DWInitDraw(Handle, (uint)width, (uint)height, 0);
+    }
+
+    /// <summary>Gives the window back and keeps settings and callbacks.</summary>
+    public void Free() { Native.NIVRAL_DWFreeDraw(Handle); }
+
+    /// <summary>The backend's code: 0 when the frame was taken.</summary>
+    public uint Draw(IntPtr y, int strideY, IntPtr u, IntPtr v, int strideUV, uint param1 = 0,
+                     long param2 = 0) {
+      return Native.NIVRAL_DWDrawYUV420(Handle, y, (uint)strideY, u, v, (uint)strideUV, param1, param2);
+    }
+
+    public uint Draw(byte[] y, int strideY, byte[] u, byte[] v, int strideUV, uint param1 = 0,
+                     long param2 = 0) {
+      CheckPlanes(y.Length, strideY, u.Length, v.Length, strideUV);
+      return Native.NIVRAL_DWDrawYUV420(Handle, ref y[0], (uint)strideY, ref u[0], ref v[0], (uint)strideUV,
+                                        param1, param2);
+    }
+
+#if NETCOREAPP
+    public uint Draw(ReadOnlySpan<byte> y, int strideY, ReadOnlySpan<byte> u, ReadOnlySpan<byte> v,
+                     int strideUV, uint param1 = 0, long param2 = 0) {
+      CheckPlanes(y.Length, strideY, u.Length, v.Length, strideUV);
+      return Native.NIVRAL_DWDrawYUV420(Handle, ref MemoryMarshal.GetReference(y), (uint)strideY,
+                                        ref MemoryMarshal.GetReference(u), ref MemoryMarshal.GetReference(v),
+                                        (uint)strideUV, param1, param2);
+    }
+#endif
+
+    public void WindowResized() {
+      Native.NIVRAL_DWAdjustedWnd(Handle);
+    }
+
+    public void SetPlayRect(NivralRect rect) {
+      Native.NIVRAL_DWSetPlayRect(Handle, ref rect);
+    }
+
+    public void SetZoom(int x, int y, int factor) {
+      Native.NIVRAL_DWSetZoom(Handle, (uint)x, (uint)y, (uint)factor);
+    }
+
+    public Mirror Mirror {
+      get { return mirror; }
+      set { Native.NIVRAL_DWSetMirrorMode(Handle, (uint)(mirror = value)); }
+    }
+
+    public bool Paused {
+      get { return paused; }
+      set { Native.NIVRAL_DWSetPause(Handle, (paused = value)? 1u: 0u); }
+    }
+
+    /// <summary>Comes back in OnDisplay.</summary>
+    public int Index {
+      get { return index; }
+      set { Native.NIVRAL_DWSetIndex(Handle, index = value); }
+    }
+
+    /// <summary>What acts on the picture.</summary>
+    public ColorParams Color {
+      get {
+        var color = new ColorParams();
+        Native.NIVRAL_GetColorParams(Handle, out color.Brightness, out color.Contrast, out color.Saturation,
+                                     out color.Hue);
+        return color;
+      }
       set {
-        Check(Native.NIVRAL_DWSetDrawYUV420CB(Handle, IntPtr.Zero, Keep(value)), "NIVRAL_DWSetDrawYUV420CB");
+        Native.NIVRAL_SetColorParams(Handle, value.Brightness, value.Contrast, value.Saturation, value.Hue,
+                                     0);
+      }
+    }
+
+    /// <summary>line is 0 to 5, colour 0x00BBGGRR; an empty text removes the line.</summary>
+    public void SetText(int line, string text, int x, int y, int colour, Anchor anchor = Anchor.Top) {
+      Native.NIVRAL_DWSetOSDText(Handle, line, text, (uint)x, (uint)y, (uint)anchor, (uint)colour);
+    }
+
+    public bool MosaicShown {
+      get { return mosaicShown; }
+      set { Native.NIVRAL_DWSetMosaicFlag(Handle, (mosaicShown = value)? 1u: 0u); }
+    }
+
+    public int MosaicLevel {
+      get { return (int)mosaicLevel; }
+      set { Native.NIVRAL_DWSetMosaicLevel(Handle, mosaicLevel = (uint)value); }
+    }
+
+    /// <summary>Fractions of the client area.</summary>
+    public void SetMosaicArea(float left, float top, float right, float bottom) {
+      Native.NIVRAL_DWSetMosaicAreaScale(Handle, top, left, bottom, right);
+    }
+
+    /// <summary>Driver assistance: 1 to 12 boxes, once per frame; other counts are ignored.</summary>
+    public void SetAssistance(LabelledBox[] boxes, int lineWidth) {
+      Native.NIVRAL_DWSetAlgInfo(
+          Handle, boxes.Length, Array.ConvertAll(boxes, box => box.Left),
+          Array.ConvertAll(boxes, box => box.Top), Array.ConvertAll(boxes, box => box.Right),
+          Array.ConvertAll(boxes, box => box.Bottom), Array.ConvertAll(boxes, box => (ushort)box.Class),
+          Array.ConvertAll(boxes, box => box.Distance), new ushort[boxes.Length], new ushort[boxes.Length],
+          (ushort)lineWidth);
+    }
+
+    public FrameCallback OnFrame {
+      get { return onFrame; }
+      set {
+        Check(Native.NIVRAL_DWSetDrawYUV420CB(Handle, IntPtr.Zero, onFrame = Keep(value)),
+              "NIVRAL_DWSetDrawYUV420CB");
       }
     }
 
     public DecodeCallback OnDecode {
-      set { Check(Native.NIVRAL_DWSetDecCB(Handle, IntPtr.Zero, Keep(value)), "NIVRAL_DWSetDecCB"); }
-    }
-
-    public DisplayCallback OnDisplay {
-      set { Check(Native.NIVRAL_DWSetDisplayCB(Handle, IntPtr.Zero, Keep(value)), "NIVRAL_DWSetDisplayCB"); }
-    }
-
-    public FlashWndCallback OnExposed {
+      get { return onDecode; }
       set {
-        Check(Native.NIVRAL_DWSetFlashWndCB(Handle, IntPtr.Zero, Keep(value)), "NIVRAL_DWSetFlashWndCB");
+        Check(Native.NIVRAL_DWSetDecCB(Handle, IntPtr.Zero, onDecode = Keep(value)), "NIVRAL_DWSetDecCB");
       }
     }
 
-    protected override void CloseHandle(IntPtr handle) { Native.NIVRAL_DWCloseDraw(handle); }
+    public DisplayCallback OnDisplay {
+      get { return onDisplay; }
+      set {
+        Check(Native.NIVRAL_DWSetDisplayCB(Handle, IntPtr.Zero, onDisplay = Keep(value)),
+              "NIVRAL_DWSetDisplayCB");
+      }
+    }
+
+    public FlashWndCallback OnExposed {
+      get { return onExposed; }
+      set {
+        Check(Native.NIVRAL_DWSetFlashWndCB(Handle, IntPtr.Zero, onExposed = Keep(value)),
+              "NIVRAL_DWSetFlashWndCB");
+      }
+    }
+
+    protected override void CloseHandle(IntPtr opened) {
+      Native.NIVRAL_DWCloseDraw(opened);
+    }
+
+    private void CheckPlanes(int y, int strideY, int u, int v, int strideUV) {
+      if (Height == 0) throw new InvalidOperationException("Init comes before Draw");
+      CheckPlane("y", y, strideY, Width, Height);
+      CheckPlane("u", u, strideUV, Width / 2, Height / 2);
+      CheckPlane("v", v, strideUV, Width / 2, Height / 2);
+    }
+
+    private static void CheckPlane(string plane, int bytes, int stride, int width, int height) {
+      if (stride < width || bytes < 1 || bytes < (long)stride * (height - 1) + width)
+        throw new ArgumentException("the plane is smaller than the video", plane);
+    }
   }
 
   /// <summary>A player of PCM sound. Its callback, on a thread of the library, must not throw.</summary>
   public sealed class WavePlayer : NativeObject {
+    private WriteWaveCallback onWrite;
+    private bool paused;
+    private int volume = 100;
+
     public WavePlayer() {
       IntPtr handle;
       Check(Native.NIVRAL_WVOpenWave(out handle), "NIVRAL_WVOpenWave");
@@ -93,11 +290,31 @@ namespace Nivral {
     }
 
     public WriteWaveCallback OnWrite {
+      get { return onWrite; }
       set {
-        Check(Native.NIVRAL_WVSetWriteWaveCB(Handle, IntPtr.Zero, Keep(value)), "NIVRAL_WVSetWriteWaveCB");
+        Check(Native.NIVRAL_WVSetWriteWaveCB(Handle, IntPtr.Zero, onWrite = Keep(value)),
+              "NIVRAL_WVSetWriteWaveCB");
       }
     }
 
-    protected override void CloseHandle(IntPtr handle) { Native.NIVRAL_WVCloseWave(handle); }
+    public void SetFormat(WaveFormat format, int bufferSize) {
+      Native.NIVRAL_WVSetWaveFormat(Handle, ref format, (uint)bufferSize);
+    }
+
+    public void Play() { Native.NIVRAL_WVPlayWave(Handle); }
+    public void Stop() { Native.NIVRAL_WVStopWave(Handle); }
+
+    public bool Paused {
+      get { return paused; }
+      set { Native.NIVRAL_WVPauseWave(Handle, (paused = value)? 1u: 0u); }
+    }
+
+    /// <summary>Percent, as it was set last; acts on a device that is open.</summary>
+    public int Volume {
+      get { return volume; }
+      set { Native.NIVRAL_WVSetVolume(Handle, (ushort)(volume = value)); }
+    }
+
+    protected override void CloseHandle(IntPtr opened) { Native.NIVRAL_WVCloseWave(opened); }
   }
 }

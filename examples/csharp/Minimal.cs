@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The smallest client in C#: a form with a moving grey ramp, a line of text and a tone.
-// Build with: csc /platform:x64 /r:System.Windows.Forms.dll /r:System.Drawing.dll *.cs
+// Build with: dotnet build, or csc /platform:x64 /r:System.Windows.Forms.dll /r:System.Drawing.dll *.cs
 // The program needs libnivral.dll, SDL2.dll and SDL2_ttf.dll beside it.
 using System;
 using System.Drawing;
@@ -34,20 +34,18 @@ internal sealed class MinimalForm : Form {
 
   protected override void OnShown(EventArgs e) {
     base.OnShown(e);
-    display = new Display();
-    Native.NIVRAL_DWSetHwnd(display.Handle, Handle);
-    Native.NIVRAL_DWInitDraw(display.Handle, VideoWidth, VideoHeight, 0);
-    Native.NIVRAL_DWSetOSDText(display.Handle, 0, "Camera 1", 16, 12, 0, 0x0000FFFF);
+    display = new Display { Window = Handle };
+    display.Init(VideoWidth, VideoHeight);
+    display.SetText(0, "Camera 1", 16, 12, 0x0000FFFF);
     player = new WavePlayer { OnWrite = WriteTone };
-    WaveFormat format = WaveFormat.Pcm(1, SamplesPerSecond, 16);
-    Native.NIVRAL_WVSetWaveFormat(player.Handle, ref format, 1280);
-    Native.NIVRAL_WVPlayWave(player.Handle);
+    player.SetFormat(WaveFormat.Pcm(1, SamplesPerSecond, 16), 1280);
+    player.Play();
     timer.Start();
   }
 
   protected override void OnResize(EventArgs e) {
     base.OnResize(e);
-    if (display != null) Native.NIVRAL_DWAdjustedWnd(display.Handle);
+    if (display != null) display.WindowResized();
   }
 
   protected override void OnFormClosing(FormClosingEventArgs e) {
@@ -61,7 +59,7 @@ internal sealed class MinimalForm : Form {
     for (int row = 0; row < VideoHeight; ++row)
       for (int column = 0; column < VideoWidth; ++column)
         y[row * VideoWidth + column] = (byte)(16 + (column + 4 * frame) % 220);
-    Native.NIVRAL_DWDrawYUV420(display.Handle, y, VideoWidth, u, v, VideoWidth / 2, (uint)frame, 0);
+    display.Draw(y, VideoWidth, u, v, VideoWidth / 2, (uint)frame);
     ++frame;
   }
 
@@ -75,8 +73,6 @@ internal sealed class MinimalForm : Form {
 
   [STAThread]
   private static void Main() {
-    Native.NIVRAL_InitializeEx(1);
-    using (var form = new MinimalForm()) Application.Run(form);
-    Native.NIVRAL_UnInitialize();
+    using (new NivralLibrary(Start.Sdl2)) using (var form = new MinimalForm()) Application.Run(form);
   }
 }

@@ -4,13 +4,15 @@ using System;
 using System.Runtime.InteropServices;
 
 namespace Nivral {
+  /// <summary>RECT. System.Drawing and WPF have types of other layouts with the shorter name.</summary>
   [StructLayout(LayoutKind.Sequential)]
-  public struct Rect {
+  public struct NivralRect {
     public int Left, Top, Right, Bottom;
   }
 
+  /// <summary>POINT.</summary>
   [StructLayout(LayoutKind.Sequential)]
-  public struct Point {
+  public struct NivralPoint {
     public int X, Y;
   }
 
@@ -94,14 +96,19 @@ namespace Nivral {
     public static extern uint NIVRAL_DWInitDraw(IntPtr display, uint width, uint height, uint param);
 
     [DllImport(Library, CallingConvention = C)]
-    public static extern uint NIVRAL_DWDrawYUV420(IntPtr display, byte[] y, uint strideY, byte[] u, byte[] v,
+    public static extern uint NIVRAL_DWDrawYUV420(IntPtr display, IntPtr y, uint strideY, IntPtr u, IntPtr v,
                                                   uint strideUV, uint param1, long param2);
+
+    /// <summary>From the first byte of each plane: arrays and spans stay in place during it.</summary>
+    [DllImport(Library, CallingConvention = C)]
+    public static extern uint NIVRAL_DWDrawYUV420(IntPtr display, ref byte y, uint strideY, ref byte u,
+                                                  ref byte v, uint strideUV, uint param1, long param2);
 
     [DllImport(Library, CallingConvention = C)]
     public static extern uint NIVRAL_DWAdjustedWnd(IntPtr display);
 
     [DllImport(Library, CallingConvention = C)]
-    public static extern uint NIVRAL_DWSetPlayRect(IntPtr display, ref Rect rect);
+    public static extern uint NIVRAL_DWSetPlayRect(IntPtr display, ref NivralRect rect);
 
     [DllImport(Library, CallingConvention = C)]
     public static extern uint NIVRAL_DWSetZoom(IntPtr display, uint x, uint y, uint factor);
@@ -120,7 +127,7 @@ namespace Nivral {
                                                   uint anchor, uint colour);
 
     [DllImport(Library, CallingConvention = C)]
-    public static extern uint NIVRAL_DWSetMosaics(IntPtr display, ref Rect rect);
+    public static extern uint NIVRAL_DWSetMosaics(IntPtr display, ref NivralRect rect);
 
     [DllImport(Library, CallingConvention = C)]
     public static extern uint NIVRAL_DWSetMosaicFlag(IntPtr display, uint flag);
@@ -136,7 +143,7 @@ namespace Nivral {
     public static extern uint NIVRAL_DWUpdateMosaics(IntPtr display, uint commit);
 
     [DllImport(Library, CallingConvention = C)]
-    public static extern uint NIVRAL_DWSetRClickPt(IntPtr display, Point point);
+    public static extern uint NIVRAL_DWSetRClickPt(IntPtr display, NivralPoint point);
 
     [DllImport(Library, CallingConvention = C)]
     public static extern uint NIVRAL_DWSetAlgInfo(IntPtr display, int count, float[] left, float[] top,
@@ -204,8 +211,16 @@ namespace Nivral {
     public static extern uint NIVRAL_WVSetVolume(IntPtr player, ushort volume);
 
     [DllImport(Library, CallingConvention = C)]
+    public static extern uint NIVRAL_rgb24_to_yv12_c(IntPtr y, IntPtr u, IntPtr v, IntPtr rgb, uint width,
+                                                     uint height, uint strideY);
+
+    [DllImport(Library, CallingConvention = C)]
     public static extern uint NIVRAL_rgb24_to_yv12_c(byte[] y, byte[] u, byte[] v, byte[] rgb, uint width,
                                                      uint height, uint strideY);
+
+    [DllImport(Library, CallingConvention = C)]
+    public static extern uint NIVRAL_yv12_to_rgb24_c(IntPtr rgb, uint rgbStride, IntPtr y, IntPtr u, IntPtr v,
+                                                     uint strideY, uint strideUV, uint width, uint height);
 
     [DllImport(Library, CallingConvention = C)]
     public static extern uint NIVRAL_yv12_to_rgb24_c(byte[] rgb, uint rgbStride, byte[] y, byte[] u, byte[] v,

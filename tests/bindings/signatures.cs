@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Prints what the C# declarations pass to the library, in the form of c_signatures.py: each import and callback
-// with the types of its result and arguments, and the sizes of the structures.
+// Prints what the C# declarations pass to the library, for c_signatures.py: each import and callback with the
+// types of its result and arguments, and the sizes of the structures.
 using System;
 using System.Linq;
 using System.Reflection;
@@ -26,7 +26,7 @@ internal static class Signatures {
     foreach (Type type in typeof(Native).Assembly.GetTypes().Where(t => t.BaseType ==
                                                                         typeof(MulticastDelegate)))
       Console.WriteLine(Line("Nivral" + type.Name, type.GetMethod("Invoke")));
-    foreach (Type type in new[] { typeof(Rect), typeof(Point), typeof(WaveFormat) })
+    foreach (Type type in new[] { typeof(NivralRect), typeof(NivralPoint), typeof(WaveFormat) })
       Console.WriteLine(type.Name + " " + Marshal.SizeOf(type));
   }
 }
