@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // libnivral from C++17, header only: objects that close what they open, callables as callbacks, results where
-// a call can fail. Nothing throws, and exceptions and RTTI may be switched off. nivral.h says what each
-// operation does, in which order and on which thread; only what differs is said here.
+// a call can fail, a list of calls for the thread that draws, snapshots. Nothing throws, and exceptions and RTTI
+// may be switched off. nivral.h says what each operation does, in which order and on which thread; only what
+// differs is said here.
 //
 //   nivral::Library library(nivral::Start::kSdl2);
 //   nivral::Display display;
@@ -448,6 +449,137 @@ class WavePlayer : public detail::Object<detail::WaveTraits> {
     return (*static_cast<Callable*>(user))(buffer, size);
   }
 };
+
+/// Calls on one display, made one after the other: any thread adds them, and the thread that draws runs them
+/// before its next frame. A Direct3D 9 display needs this, since none of its calls may overlap; the others bear
+/// it. Not for Init, Free and Close, which belong to the window's thread while nobody draws.
+///
+///   if (!jobs.Add([](nivral::Display& display) { display.SetMirror(nivral::Mirror::kFlip); })) return 1;
+///   jobs.Run(display), shown = display.Draw(frame);  // on the thread that draws
+class JobList {
+ public:
+  JobList() = default;
+  JobList(const JobList&) = delete;
+  JobList& operator=(const JobList&) = delete;
+  /// Jobs that nobody ran are destroyed.
+  ~JobList() {
+    for (auto job = Take(); job;)
+      job = std::move(job->next);
+  }
+
+  /// void(Display&). Must not throw. False when memory ran out.
+  template <class Callable>
+  [[nodiscard]] bool Add(Callable callable) noexcept {
+    auto* job = new (std::nothrow) Holder<Callable>(std::move(callable));
+    if (!job) return false;
+    AcquireSRWLockExclusive(&m_lock);
+    (m_last ? m_last->next : m_first).reset(job);
+    m_last = job;
+    ReleaseSRWLockExclusive(&m_lock);
+    return true;
+  }
+
+  /// Runs what was added before, in that order. No lock is held meanwhile: a job may add another, which waits
+  /// for the next call.
+  void Run(Display& display) noexcept {
+    for (auto job = Take(); job; job = std::move(job->next))
+      job->Run(display);
+  }
+
+ private:
+  struct Job {
+    virtual ~Job() = default;
+    virtual void Run(Display& display) = 0;
+    std::unique_ptr<Job> next;
+  };
+  template <class Callable>
+  struct Holder final : Job {
+    explicit Holder(Callable c) : callable(std::move(c)) {}
+    void Run(Display& display) override { callable(display); }
+    Callable callable;
+  };
+
+  std::unique_ptr<Job> Take() noexcept {
+    AcquireSRWLockExclusive(&m_lock);
+    auto jobs = std::move(m_first);
+    m_last = nullptr;
+    ReleaseSRWLockExclusive(&m_lock);
+    return jobs;
+  }
+
+  SRWLOCK m_lock = SRWLOCK_INIT;
+  std::unique_ptr<Job> m_first;
+  Job* m_last = nullptr;
+};
+
+enum class Rows { kTopDown, kBottomUp };
+
+/// Pixels of 3 bytes (B, G, R) with `stride` pixels from row to row. An odd last column or row is left out.
+inline void ToBgr24(const Frame& frame, uint32_t width, uint32_t height, uint8_t* bgr, uint32_t stride,
+                    Rows rows = Rows::kTopDown) noexcept {
+  NIVRAL_yv12_to_rgb24_c(bgr, stride, frame.y, frame.u, frame.v, frame.strideY, frame.strideUV, width,
+                         rows == Rows::kTopDown ? height : 0U - height);
+}
+
+/// From bottom-up rows of exactly 3 * width bytes. Rows of u and v are strideY / 2 bytes apart.
+inline void FromBgr24(const uint8_t* bgr, uint32_t width, uint32_t height, uint8_t* y, uint8_t* u, uint8_t* v,
+                      uint32_t strideY) noexcept {
+  NIVRAL_rgb24_to_yv12_c(y, u, v, bgr, width, height, strideY);
+}
+
+namespace detail {
+
+constexpr DWORD kBmpHeaders = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
+
+inline void FillBmp(uint8_t* file, DWORD size, const Frame& frame, uint32_t width, uint32_t height) noexcept {
+  BITMAPFILEHEADER fileHeader{};
+  fileHeader.bfType = 0x4D42;
+  fileHeader.bfSize = size;
+  fileHeader.bfOffBits = kBmpHeaders;
+  BITMAPINFOHEADER picture{};
+  picture.biSize = sizeof(picture);
+  picture.biWidth = static_cast<LONG>(width);
+  picture.biHeight = static_cast<LONG>(height);
+  picture.biPlanes = 1;
+  picture.biBitCount = 24;
+  std::memcpy(file, &fileHeader, sizeof(fileHeader));
+  std::memcpy(file + sizeof(fileHeader), &picture, sizeof(picture));
+  uint8_t* pixels = file + kBmpHeaders;
+  ToBgr24(frame, width, height, pixels, width, Rows::kBottomUp);
+  // Rows of the file are whole multiples of four bytes; from the last one on, none meets what is still to move.
+  const size_t packedRow = size_t{3} * width;
+  const size_t fileRow = (size - kBmpHeaders) / height;
+  for (size_t row = height; fileRow != packedRow && row-- > 0;) {
+    std::memmove(pixels + row * fileRow, pixels + row * packedRow, packedRow);
+    std::memset(pixels + row * fileRow + packedRow, 0, fileRow - packedRow);
+  }
+}
+
+inline bool WriteFile(const wchar_t* path, const uint8_t* bytes, DWORD size) noexcept {
+  const HANDLE file =
+      CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return false;
+  DWORD written = 0;
+  const bool complete = ::WriteFile(file, bytes, size, &written, nullptr) && written == size;
+  return CloseHandle(file) && complete;
+}
+
+}  // namespace detail
+
+/// Writes a frame as a 24-bit BMP file, without an odd last column or row. It is the picture without overlays:
+/// as decoded, or in a callable of OnFrame as it was shown, mirrored and adjusted.
+[[nodiscard]] inline bool SaveBmp(const wchar_t* path, const Frame& frame, uint32_t width,
+                                  uint32_t height) noexcept {
+  width &= ~1U;
+  height &= ~1U;
+  const uint64_t row = (uint64_t{3} * width + 3) & ~uint64_t{3};
+  if (width == 0 || height == 0 || row > (0x7FFFFFFFU - detail::kBmpHeaders) / height) return false;
+  const auto size = static_cast<DWORD>(detail::kBmpHeaders + row * height);
+  const std::unique_ptr<uint8_t[]> file(new (std::nothrow) uint8_t[size]);
+  if (!file) return false;
+  detail::FillBmp(file.get(), size, frame, width, height);
+  return detail::WriteFile(path, file.get(), size);
+}
 
 }  // namespace nivral
 
