@@ -247,7 +247,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWInitDraw(void* hDraw, uint32_t width, u
  * @param param2 for the frame, decode and display callbacks
  * @return
  * - 0: presented (SDL2, Direct3D 9), or taken by the worker (DirectDraw). Direct3D 9 and DirectDraw answer 0
- *   for a hidden window too.
+ *   for a hidden window too, Direct3D 9 also for one that is gone, as long as its device lives.
  * - 1: null handle. SDL2: before NIVRAL_DWInitDraw or after NIVRAL_DWFreeDraw, SDL2 not started or shut down,
  *   window hidden or gone, planes missing or too small, graphics failure.
  * - 0x2001: Direct3D 9: no device yet and none could be made. DirectDraw: before NIVRAL_DWInitDraw or after
