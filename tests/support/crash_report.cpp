@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -19,19 +20,28 @@ void PrintAddress(const void* address) {
   std::fprintf(stderr, "  %s+0x%llx\n", name, static_cast<unsigned long long>(offset));
 }
 
-LONG WINAPI Report(EXCEPTION_POINTERS* info) {
-  std::fprintf(stderr, "crash: exception 0x%08lx\n", info->ExceptionRecord->ExceptionCode);
-  PrintAddress(info->ExceptionRecord->ExceptionAddress);
+[[noreturn]] void PrintStackAndEnd() {
   void* frames[32];
   const USHORT count = RtlCaptureStackBackTrace(0, 32, frames, nullptr);
   for (USHORT i = 0; i < count; ++i)
     PrintAddress(frames[i]);
   std::fflush(stderr);
   TerminateProcess(GetCurrentProcess(), kCrashExitCode);
-  return EXCEPTION_EXECUTE_HANDLER;
+  std::abort();
+}
+
+LONG WINAPI Report(EXCEPTION_POINTERS* info) {
+  std::fprintf(stderr, "crash: exception 0x%08lx\n", info->ExceptionRecord->ExceptionCode);
+  PrintAddress(info->ExceptionRecord->ExceptionAddress);
+  PrintStackAndEnd();
 }
 
 }  // namespace
+
+void ReportAbort() {
+  std::fprintf(stderr, "crash: abort\n");
+  PrintStackAndEnd();
+}
 
 void InstallCrashReport() {
   SetUnhandledExceptionFilter(&Report);

@@ -24,8 +24,8 @@ ULONG_PTR* FindInDll(ULONG_PTR base, const IMAGE_IMPORT_DESCRIPTOR& import, cons
   return nullptr;
 }
 
-ULONG_PTR* FindSlot(const char* dll, const char* name) {
-  const auto base = reinterpret_cast<ULONG_PTR>(GetModuleHandleW(nullptr));
+ULONG_PTR* FindSlot(HMODULE importer, const char* dll, const char* name) {
+  const auto base = reinterpret_cast<ULONG_PTR>(importer);
   const auto* dos = At<IMAGE_DOS_HEADER>(base, 0);
   const auto* nt = At<IMAGE_NT_HEADERS>(base, static_cast<DWORD>(dos->e_lfanew));
   const auto& directory = nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
@@ -45,10 +45,10 @@ void WriteSlot(ULONG_PTR* slot, ULONG_PTR value) {
 
 }  // namespace
 
-ImportPatch::ImportPatch(const char* dll, const char* name, ULONG_PTR replacement)
-    : m_slot(FindSlot(dll, name)), m_original(0) {
+ImportPatch::ImportPatch(const char* dll, const char* name, ULONG_PTR replacement, HMODULE importer)
+    : m_slot(FindSlot(importer, dll, name)), m_original(0) {
   if (!m_slot) {
-    std::fprintf(stderr, "ImportPatch: this program does not import %s from %s\n", name, dll);
+    std::fprintf(stderr, "ImportPatch: the module does not import %s from %s\n", name, dll);
     std::exit(2);
   }
   m_original = *m_slot;

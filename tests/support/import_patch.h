@@ -3,20 +3,22 @@
 
 #include <windows.h>
 
-/// Puts another function in the place of one that this exe imports from a DLL, until the end of its scope.
+/// Puts another function in the place of one that a module imports from a DLL, until the end of its scope.
 /// For faults no real device gives, and for watching what is passed to the system. Patches of the same
 /// function nest.
 class ImportPatch {
  public:
+  /// `importer` is this exe unless told.
   template <class Function>
-  ImportPatch(const char* dll, const char* name, Function* replacement)
-      : ImportPatch(dll, name, reinterpret_cast<ULONG_PTR>(replacement)) {}
+  ImportPatch(const char* dll, const char* name, Function* replacement,
+              HMODULE importer = GetModuleHandleW(nullptr))
+      : ImportPatch(dll, name, reinterpret_cast<ULONG_PTR>(replacement), importer) {}
   ~ImportPatch();
   ImportPatch(const ImportPatch&) = delete;
   ImportPatch& operator=(const ImportPatch&) = delete;
 
  private:
-  ImportPatch(const char* dll, const char* name, ULONG_PTR replacement);
+  ImportPatch(const char* dll, const char* name, ULONG_PTR replacement, HMODULE importer);
 
   ULONG_PTR* m_slot;
   ULONG_PTR m_original;
