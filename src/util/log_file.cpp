@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "util/log_file.h"
 
+#include <cstddef>
 #include <cstdio>
 #include <cwchar>
 #include <memory>
@@ -14,6 +15,8 @@
 namespace {
 
 std::atomic<CLogFile*> g_instance;
+// Not on the heap: the log is wanted most when memory is short.
+alignas(CLogFile) std::byte g_room[sizeof(CLogFile)];
 
 constexpr wchar_t kSection[] = L"LOG";
 // Room that WriteHex leaves for its two blanks.
@@ -46,14 +49,14 @@ class QuietErrors {
 CLogFile* CLogFile::GetInstance() {
   CLogFile* instance = g_instance.load(std::memory_order_acquire);
   if (!instance) {
-    instance = new CLogFile;
+    instance = new (g_room) CLogFile;
     g_instance.store(instance, std::memory_order_release);
   }
   return instance;
 }
 
 void CLogFile::DestroyInstance() {
-  delete g_instance.exchange(nullptr);
+  if (CLogFile* const instance = g_instance.exchange(nullptr)) instance->~CLogFile();
 }
 
 CLogFile::CLogFile() : m_dwSettingsReadAt(MillisecondsSinceBoot()) {
