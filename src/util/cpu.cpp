@@ -71,22 +71,37 @@ uint32_t MaskFromEnvironment() {
   return text && *text ? static_cast<uint32_t>(std::strtoul(text, nullptr, 0)) : ~uint32_t{0};
 }
 
-std::atomic<uint32_t>& Mask() {
-  static std::atomic<uint32_t> mask{MaskFromEnvironment()};
-  return mask;
-}
+constexpr uint64_t kUnknown = ~uint64_t{0};
+
+/// A number that is found at its first use. Statics of functions would do, but their guards take memory, which
+/// may be what a frame lacks; threads that come at the same time find the same.
+class FoundOnce {
+ public:
+  uint32_t Get(uint32_t (*find)()) {
+    uint64_t value = m_value.load(std::memory_order_relaxed);
+    if (value != kUnknown) return static_cast<uint32_t>(value);
+    const uint64_t found = find();
+    return static_cast<uint32_t>(m_value.compare_exchange_strong(value, found) ? found : value);
+  }
+  void Set(uint32_t value) { m_value.store(value, std::memory_order_relaxed); }
+
+ private:
+  std::atomic<uint64_t> m_value{kUnknown};
+};
+
+constinit FoundOnce g_features;
+constinit FoundOnce g_mask;
 
 }  // namespace
 
 uint32_t DetectedCpuFeatures() {
-  static const uint32_t features = Detect();
-  return features;
+  return g_features.Get(&Detect);
 }
 
 uint32_t CpuFeatures() {
-  return DetectedCpuFeatures() & Mask().load(std::memory_order_relaxed);
+  return DetectedCpuFeatures() & g_mask.Get(&MaskFromEnvironment);
 }
 
 void SetCpuMask(uint32_t mask) {
-  Mask().store(mask, std::memory_order_relaxed);
+  g_mask.Set(mask);
 }
