@@ -6,10 +6,18 @@
 #include "audio/audio.h"
 #include "audio/padded_format.h"
 #include "audio/playback_fill.h"
+#include "util/contained.h"
 
 namespace {
+
 constexpr DWORD kIdlePollMs = 10;
+
+bool RefuseForMemory(int32_t bytes) {
+  CLogFile::GetInstance()->Write(2, L"CAudio::OpenDevice: no memory for %d bytes", bytes);
+  return false;
 }
+
+}  // namespace
 
 /// The client's callback as the source of a buffer's samples.
 class CAudio::ClientSource final : public SampleSource {
@@ -32,8 +40,10 @@ class CAudio::ClientSource final : public SampleSource {
 DWORD WINAPI CAudio::PlaybackThread(void* player) {
   auto* self = static_cast<CAudio*>(player);
   if (!self) return 0;
-  self->OpenDevice();
-  self->RunMessageLoop();
+  Contained("CAudio::PlaybackThread", [self] {
+    self->OpenDevice();
+    self->RunMessageLoop();
+  });
   self->CloseDevice();
   return 0;
 }
@@ -56,7 +66,7 @@ bool CAudio::AllocatePlayBuffers(int32_t size) {
   if (size <= 0) return false;
   for (int i = 0; i < kBufferCount; ++i) {
     m_playBuffers[i].reset(new (std::nothrow) uint8_t[static_cast<size_t>(size)]);
-    if (!m_playBuffers[i]) return false;
+    if (!m_playBuffers[i]) return RefuseForMemory(size);
     std::memset(m_playBuffers[i].get(), kInitialFill, static_cast<size_t>(size));
     m_playHeaders[i] = WAVEHDR{};
     m_playHeaders[i].lpData = reinterpret_cast<LPSTR>(m_playBuffers[i].get());
@@ -70,10 +80,11 @@ bool CAudio::OpenWaveOut(const WAVEFORMATEX& format) {
   // The device posts to this thread, so its message queue has to exist first.
   MSG message;
   PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
+  PaddedFormat padded(format);
+  if (!padded.get()) return RefuseForMemory(static_cast<int32_t>(sizeof(format) + format.cbSize));
   HWAVEOUT device = nullptr;
-  const MMRESULT result =
-      waveOutOpen(&device, WAVE_MAPPER, PaddedFormat(format).get(), GetThreadId(m_hThread.get()),
-                  reinterpret_cast<DWORD_PTR>(this), CALLBACK_THREAD);
+  const MMRESULT result = waveOutOpen(&device, WAVE_MAPPER, padded.get(), GetThreadId(m_hThread.get()),
+                                      reinterpret_cast<DWORD_PTR>(this), CALLBACK_THREAD);
   if (result != MMSYSERR_NOERROR) return false;
   CAutoLock lock(&m_deviceLock);
   m_hWaveOut = device;

@@ -52,6 +52,7 @@ bool CDirectSound::CreateBuffer() {
   if (FAILED(DirectSoundCreate8(nullptr, m_pDevice.put(), nullptr))) return false;
   if (FAILED(m_pDevice->SetCooperativeLevel(m_hWnd, DSSCL_PRIORITY))) return false;
   PaddedFormat format(m_format);
+  if (!format.get()) return false;
   DSBUFFERDESC description{};
   description.dwSize = sizeof(description);
   description.dwFlags = kBufferCaps;

@@ -61,7 +61,7 @@ class CDirectSound {
   bool AllocateScratch();
   void ReleaseDevice();
   static DWORD RefillThread(void* player);
-  DWORD RefillUntilStopped();
+  void RefillUntilStopped();
   void RefillSegment();
 
   UniqueEvent m_events[kSegmentCount];

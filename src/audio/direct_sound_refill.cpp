@@ -3,6 +3,7 @@
 #include "audio/direct_sound.h"
 #include "audio/packet_fill.h"
 #include "audio/sound_buffer_lock.h"
+#include "util/contained.h"
 
 class CDirectSound::Converter final : public PacketConverter {
  public:
@@ -23,16 +24,20 @@ uint16_t CDirectSound::ConvertPacket(std::span<const uint8_t>, std::span<uint8_t
 }
 
 DWORD CDirectSound::RefillThread(void* player) {
-  return static_cast<CDirectSound*>(player)->RefillUntilStopped();
+  auto& self = *static_cast<CDirectSound*>(player);
+  // The queue and the conversion are the client's. Without refills the buffer would repeat its last second.
+  if (!Contained("CDirectSound::RefillThread", [&self] { self.RefillUntilStopped(); }))
+    self.m_pBuffer8->Stop();
+  return 0;
 }
 
-DWORD CDirectSound::RefillUntilStopped() {
+void CDirectSound::RefillUntilStopped() {
   HANDLE handles[1 + kSegmentCount] = {m_worker.StopEvent()};
   for (uint32_t i = 0; i < kSegmentCount; ++i)
     handles[1 + i] = m_events[i].get();
   for (;;) {
     const DWORD signalled = WaitForMultipleObjects(1 + kSegmentCount, handles, FALSE, INFINITE);
-    if (signalled < WAIT_OBJECT_0 + 1 || signalled > WAIT_OBJECT_0 + kSegmentCount) return 0;
+    if (signalled < WAIT_OBJECT_0 + 1 || signalled > WAIT_OBJECT_0 + kSegmentCount) return;
     RefillSegment();
   }
 }

@@ -7,17 +7,20 @@
 
 #include <cstdint>
 #include <cstring>
-#include <vector>
+#include <memory>
+#include <new>
 
 /// A format for the system, which may read as many bytes behind the structure as its cbSize announces; ours
 /// carry none, so zeros stand there.
 class PaddedFormat {
  public:
-  explicit PaddedFormat(const WAVEFORMATEX& format) : m_bytes(sizeof(format) + format.cbSize) {
-    std::memcpy(m_bytes.data(), &format, sizeof(format));
+  explicit PaddedFormat(const WAVEFORMATEX& format)
+      : m_bytes(new (std::nothrow) uint8_t[sizeof(format) + format.cbSize]{}) {
+    if (m_bytes) std::memcpy(m_bytes.get(), &format, sizeof(format));
   }
-  WAVEFORMATEX* get() { return reinterpret_cast<WAVEFORMATEX*>(m_bytes.data()); }
+  /// Null when there is no memory.
+  WAVEFORMATEX* get() { return reinterpret_cast<WAVEFORMATEX*>(m_bytes.get()); }
 
  private:
-  std::vector<uint8_t> m_bytes;
+  std::unique_ptr<uint8_t[]> m_bytes;
 };

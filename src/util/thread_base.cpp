@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "util/thread_base.h"
 
+#include "util/contained.h"
+
 CThreadBase::CThreadBase() : m_hStopEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
 }
 
@@ -35,5 +37,8 @@ DWORD CThreadBase::Run() {
 
 DWORD WINAPI CThreadBase::Entry(void* self) {
   auto* thread = static_cast<CThreadBase*>(self);
-  return thread->m_function ? thread->m_function(thread->m_argument) : thread->Run();
+  DWORD result = 0;
+  Contained("CThreadBase::Entry",
+            [&] { result = thread->m_function ? thread->m_function(thread->m_argument) : thread->Run(); });
+  return result;
 }

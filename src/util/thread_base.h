@@ -15,7 +15,7 @@ class CThreadBase {
   CThreadBase& operator=(const CThreadBase&) = delete;
 
   /// Starts the thread on `function`, or on Run when that is null. 1 when it started; 0 when it could not or
-  /// when a thread is already running, which is left alone.
+  /// when a thread is already running, which is left alone. A body that throws has ended, with 0.
   int Start(Function function, void* argument);
 
   /// Signals the stop event and waits up to `timeoutMs`; a thread that has not ended by then is terminated.

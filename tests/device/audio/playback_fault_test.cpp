@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <string>
 #include <thread>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "audio/audio.h"
 #include "audio/player.h"
 #include "audio/wave_out_spy.h"
+#include "support/failing_memory.h"
 #include "support/process_counts.h"
 
 namespace {
@@ -18,11 +20,7 @@ namespace {
 using testing::ElementsAre;
 
 bool WaitForCall(const WaveOutSpy& spy, const std::string& name) {
-  for (int i = 0; i < 500; ++i) {
-    if (std::ranges::count(spy.Calls(), name) > 0) return true;
-    Sleep(10);
-  }
-  return false;
+  return WaitUntil([&] { return std::ranges::count(spy.Calls(), name) > 0; });
 }
 
 TEST(PlaybackFaults, AnInvalidHandleWhilePreparingIsSteppedOver) {
@@ -52,10 +50,7 @@ TEST(PlaybackFaults, AnyOtherFailureWhilePreparingClosesAndAllowsANewStart) {
     ASSERT_TRUE(WaitForCall(spy, "UnprepareHeader"));
     EXPECT_EQ(std::ranges::count(spy.Calls(), "Write"), 0);
     // The thread ended by itself; nothing needs stopping before the next start.
-    for (int i = 0; i < 100 && spy.Writes().empty(); ++i) {
-      NIVRAL_WVPlayWave(player.handle);
-      Sleep(10);
-    }
+    WaitUntil([&] { return NIVRAL_WVPlayWave(player.handle) == 0 && !spy.Writes().empty(); });
     EXPECT_TRUE(spy.WaitForWrites(3));
     EXPECT_EQ(std::ranges::count(spy.Calls(), "Open"), 2);
     NIVRAL_WVSetVolume(player.handle, 100);
@@ -118,6 +113,27 @@ TEST(PlaybackFaults, UnusableFormatsAndSizesLeaveAnIdleThread) {
   }
 }
 
+TEST(PlaybackFaults, NeitherLackOfMemoryNorAThrowingClientEndsTheProcess) {
+  WaveOutSpy spy;
+  Player player;
+  for (int phase = 0; phase < 4; ++phase) {
+    const FailingMemory failing(GetModuleHandleW(nullptr), phase + 1);
+    player.Start();
+    EXPECT_TRUE(WaitUntil([&] { return failing.Failures() > 0; }));
+    NIVRAL_WVStopWave(player.handle);
+  }
+  // What escapes the callback ends the playback as Stop does, and the next start plays.
+  NIVRAL_WVSetWriteWaveCB(player.handle, nullptr,
+                          [](uint8_t*, int, void*) -> int { throw std::bad_alloc(); });
+  NIVRAL_WVPlayWave(player.handle);
+  ASSERT_TRUE(WaitForCall(spy, "Close"));
+  NIVRAL_WVSetWriteWaveCB(player.handle, &player, &Player::Pull);
+  const size_t before = spy.Writes().size();
+  NIVRAL_WVStopWave(player.handle);
+  player.Start();
+  EXPECT_TRUE(spy.WaitForWrites(before + 3));
+}
+
 TEST(PlaybackFaults, AForeignMessageToTheThreadIsIgnored) {
   WaveOutSpy spy;
   Player player;
@@ -130,25 +146,23 @@ TEST(PlaybackFaults, AForeignMessageToTheThreadIsIgnored) {
 
 TEST(PlaybackStop, IsPromptInEveryState) {
   Player player;
+  const auto start = [&] {
+    player.asked = 0;
+    player.Start(kPcm8k, kLongBufferBytes);
+  };
+  const auto isAsked = [&] { return player.asked > 0; };
   EXPECT_LE(TimeStop(player.handle), kStopLimitMs) << "never played";
   NIVRAL_WVPlayWave(player.handle);
   EXPECT_LE(TimeStop(player.handle), kStopLimitMs) << "before a format was set";
-  player.Start();
+  start();
   EXPECT_LE(TimeStop(player.handle), kStopLimitMs) << "right after the start";
   EXPECT_LE(TimeStop(player.handle), kStopLimitMs) << "twice";
-  player.Start();
+  start();
   Sleep(300);
-  EXPECT_GT(player.asked, 0);
-  EXPECT_LE(TimeStop(player.handle), kStopLimitMs) << "while playing";
-  player.Start();
-  NIVRAL_WVPauseWave(player.handle, 1);
-  Sleep(300);
-  EXPECT_LE(TimeStop(player.handle), kStopLimitMs) << "paused";
+  EXPECT_LE(TimeStop(player.handle), kStopLimitMs) << "with twenty seconds queued";
   player.answer = 0;
-  player.asked = 0;
   player.Start();
-  Sleep(300);
-  EXPECT_GT(player.asked, 100);
+  EXPECT_TRUE(WaitUntil(isAsked));
   EXPECT_LE(TimeStop(player.handle), kStopLimitMs) << "while the callback has nothing";
 }
 
@@ -200,16 +214,16 @@ TEST(PlaybackSoak, AHundredRoundsLeaveNothingBehind) {
 }
 
 TEST(PlaybackSoak, FourPlayersAtOnce) {
+  const ULONGLONG start = GetTickCount64();
   std::vector<std::unique_ptr<Player>> players;
   for (int i = 0; i < 4; ++i) {
     players.push_back(std::make_unique<Player>());
     players.back()->Start();
   }
-  Sleep(1500);
+  // The device sets the pace: a buffer lasts 80 ms, and two are in it from the start.
   for (const auto& player : players) {
-    // 1.5 s hold 18 buffers of 80 ms; two of them are the device's own start.
-    EXPECT_GE(player->asked, 10);
-    EXPECT_LE(player->asked, 20);
+    EXPECT_TRUE(WaitUntil([&] { return player->asked >= 10; }));
+    EXPECT_LE(player->asked, (GetTickCount64() - start) / 80 + 4);
   }
   for (const auto& player : players)
     EXPECT_LE(TimeStop(player->handle), kStopLimitMs);

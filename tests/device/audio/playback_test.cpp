@@ -65,8 +65,7 @@ TEST(Playback, HeadersStartCleanWithOneLoop) {
   };
   Player player;
   player.Start();
-  for (int i = 0; i < 500 && spy.Calls().size() < 4; ++i)
-    Sleep(10);
+  WaitUntil([&] { return spy.Calls().size() >= 4; });
   EXPECT_EQ(spy.preparedHeader.dwBufferLength, kBufferBytes);
   EXPECT_EQ(spy.preparedHeader.dwBytesRecorded, 0u);
   EXPECT_EQ(spy.preparedHeader.dwUser, 0u);

@@ -33,7 +33,6 @@ class Player {
   std::atomic<uint8_t> level{0x11};
   std::atomic<int> asked{0};
 
- private:
   static int NIVRAL_CALL Pull(uint8_t* buffer, int size, void* user) {
     auto& self = *static_cast<Player*>(user);
     ++self.asked;
@@ -50,5 +49,17 @@ inline ULONGLONG TimeStop(void* handle) {
   return GetTickCount64() - start;
 }
 
-/// The longest that a Stop may take beside the callback it has to wait for.
-constexpr ULONGLONG kStopLimitMs = 100;
+/// A buffer that plays for ten seconds, and what a Stop may take on a busy machine: far from the former,
+/// since Stop waits for the callback and not for what is queued.
+constexpr uint32_t kLongBufferBytes = 160000;
+constexpr ULONGLONG kStopLimitMs = 5000;
+
+/// Polls for up to a minute.
+template <class Condition>
+bool WaitUntil(Condition condition) {
+  for (int i = 0; i < 12000; ++i) {
+    if (condition()) return true;
+    Sleep(5);
+  }
+  return condition();
+}

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "audio/player.h"
+
 namespace {
 WaveOutSpy* g_spy = nullptr;
 
@@ -50,11 +52,7 @@ std::vector<std::vector<uint8_t>> WaveOutSpy::Writes() const {
 }
 
 bool WaveOutSpy::WaitForWrites(size_t count) const {
-  for (int i = 0; i < 500; ++i) {
-    if (Writes().size() >= count) return true;
-    Sleep(10);
-  }
-  return false;
+  return WaitUntil([&] { return Writes().size() >= count; });
 }
 
 MMRESULT WINAPI WaveOutSpy::Open(HWAVEOUT* device, UINT id, const WAVEFORMATEX* format, DWORD_PTR target,

@@ -25,7 +25,7 @@ class WaveOutSpy {
   std::vector<std::string> Calls() const;
   /// What each waveOutWrite was given.
   std::vector<std::vector<uint8_t>> Writes() const;
-  /// Waits until `count` buffers have been queued; false after five seconds.
+  /// Waits until `count` buffers have been queued; false after a minute.
   bool WaitForWrites(size_t count) const;
 
   /// Decides the result of a call by its name and how often it was made before; 0 goes to the device.
