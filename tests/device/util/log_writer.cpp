@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <map>
 #include <string>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "support/crash_report.h"
+#include "support/import_patch.h"
 #include "util/log_file.h"
 
 namespace {
@@ -20,20 +22,27 @@ CLogFile* Log() {
   return CLogFile::GetInstance();
 }
 
-/// Leaves most of the second, so that what follows gets the same time stamp.
-void WaitForStartOfSecond() {
-  SYSTEMTIME now;
-  do {
-    Sleep(10);
-    GetLocalTime(&now);
-  } while (now.wMilliseconds > 300);
+SYSTEMTIME g_localTime{2024, 5, 3, 17, 12, 34, 56, 0};
+ULONGLONG g_sinceBoot = 3'600'000;
+
+void WINAPI TellLocalTime(SYSTEMTIME* time) {
+  *time = g_localTime;
+}
+
+ULONGLONG WINAPI TellTimeSinceBoot() {
+  return g_sinceBoot;
+}
+
+/// Leaves the tick count as the only clock.
+FARPROC WINAPI FindAllButTheSystemClock(HMODULE module, const char* name) {
+  if (!std::strcmp(name, "NtQuerySystemInformation")) return nullptr;
+  return RealFunction<decltype(GetProcAddress)>("kernel32.dll", "GetProcAddress")(module, name);
 }
 
 /// Every way to write, the arguments that must do nothing, and texts that do not fit.
 void WriteEntries() {
   const uint8_t bytes[] = {0x00, 0x7F, 0xAB, 0xFF, 0x10};
   const std::wstring tooLong(30000, L'w');
-  WaitForStartOfSecond();
   Log()->Write(2, L"wide %d %s", 7, L"text \x00E9");
   Log()->Write(1, L"below the level");
   Log()->WriteA(1, "below the level");
@@ -55,7 +64,6 @@ void WriteEntries() {
 }
 
 void WriteTwoFiles() {
-  WaitForStartOfSecond();
   Log()->SetName(L"first");
   Log()->WriteText(2, L"one");
   CLogFile::DestroyInstance();
@@ -77,7 +85,7 @@ void WritePastTheLimit() {
   const std::wstring message(10239, L'm');
   for (int i = 0; i < 103; ++i)
     Log()->WriteText(2, message.c_str());
-  Sleep(1100);
+  ++g_localTime.wSecond;
   Log()->WriteText(2, L"next");
 }
 
@@ -122,12 +130,13 @@ void DestroyUnderWriters() {
   Log()->WriteText(2, L"alive");
 }
 
-void WriteDetailForMoreThanAMinute() {
-  const ULONGLONG start = GetTickCount64();
+/// Between the first line and the last one the settings change.
+void WriteDetailForAMinute() {
   Log()->WriteText(2, L"start");
-  while (GetTickCount64() - start < 63000) {
-    Log()->WriteText(1, L"detail");
-    Sleep(100);
+  WritePrivateProfileStringW(L"LOG", L"LEVEL", L"1", L".\\LOG.INI");
+  for (const ULONGLONG ms : {30'000, 29'999, 1, 1}) {
+    g_sinceBoot += ms;
+    Log()->Write(1, L"%d", static_cast<int>(g_sinceBoot % 3'600'000));
   }
 }
 
@@ -143,8 +152,11 @@ int wmain(int argc, wchar_t** argv) {
       {L"threads", [argv] { WriteFromThreads(argv[2], argv[3]); }},
       {L"obstacle", WriteThroughObstacle},
       {L"destroy", DestroyUnderWriters},
-      {L"minute", WriteDetailForMoreThanAMinute},
+      {L"minute", WriteDetailForAMinute},
   };
+  const ImportPatch localTime("kernel32.dll", "GetLocalTime", &TellLocalTime);
+  const ImportPatch sinceBoot("kernel32.dll", "GetTickCount64", &TellTimeSinceBoot);
+  const ImportPatch noOther("kernel32.dll", "GetProcAddress", &FindAllButTheSystemClock);
   const auto task = argc > 1 ? tasks.find(argv[1]) : tasks.end();
   if (task == tasks.end()) return 1;
   task->second();
