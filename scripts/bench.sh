@@ -1,41 +1,82 @@
 #!/bin/bash
-# Builds the native benchmarks, runs them in interleaved rounds and writes the results to docs/benchmarks.md.
-#   bench.sh [rounds]      9 rounds by default
-# A benchmark adds its section with `section`: a title, a sentence, and a command whose output is the section.
+# Builds the benchmarks, runs them in rounds that take turns, and writes their sections of
+# docs/benchmarks.md.
+#   bench.sh [part]... [rounds=N]    parts: kernels (native), roads (Windows programs in a bed); both by
+#                                    default
+# Each section begins with what it was measured on. Others stay as they are.
 . "$(dirname "$0")/common.sh"
-ROUNDS=${1:-9}
-"$ROOT/scripts/setup.sh"
-install_packages libyuv-dev libswscale-dev libavfilter-dev libavutil-dev pkg-config
-say "bench: building"
 cd "$ROOT"
-quietly build/configure-bench.log "configuring" cmake --preset bench
-quietly build/build-bench.log "building" cmake --build --preset bench -j "$JOBS"
-
 OUT=$ROOT/docs/benchmarks.md
-BIN=$ROOT/build/bench/bin
-COMPILER=$(c++ --version | head -1)
-PROCESSOR=$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1)
+ROUNDS=9 PARTS=()
+for word in "$@"; do
+  case $word in
+    rounds=*) ROUNDS=${word#rounds=} ;;
+    kernels|roads) PARTS+=("$word") ;;
+    *) die "usage: bench.sh [kernels] [roads] [rounds=N]" ;;
+  esac
+done
+[ ${#PARTS[@]} -gt 0 ] || PARTS=(kernels roads)
+PROCESSOR="$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1), $(nproc) cores"
+version_of() { dpkg-query -W -f='${source:Package} ${Version}' "$1"; }
+
+# section <title> <text> <command...>: the command's output becomes the section of that title.
 section() {
-  local title=$1 text=$2; shift 2
+  local title=$1 text=$2 new=$ROOT/build/bench-section.md; shift 2
   say "bench: $title"
-  printf '\n## %s\n\n%s\n\n' "$title" "$text" >> "$OUT.new"
-  "$@" 2>> build/bench.log | tee -a "$OUT.new"
+  { printf '## %s\n\n%s\n\n' "$title" "$text"; "$@" 2>> build/bench.log; } > "$new" ||
+    { tail -n 30 "$new" build/bench.log >&2; die "measuring failed"; }
+  awk -v new="$new" -v heading="## $title" '
+    function insert() { while ((getline line < new) > 0) print line; print ""; done = 1 }
+    /^## / { skip = $0 == heading; if (skip) insert() }
+    !skip { print }
+    END { if (!done) insert() }' "$OUT" | cat -s > "$OUT.new"
+  sed -i '${/^$/d}' "$OUT.new"
+  mv "$OUT.new" "$OUT"
+  cat "$new"
 }
 fenced() { printf '```\n'; "$@"; printf '```\n'; }
 
-: > build/bench.log
-cat > "$OUT.new" <<EOT
-# Benchmarks
+part_kernels() {
+  install_packages libyuv-dev libswscale-dev libavfilter-dev libavutil-dev pkg-config
+  quietly build/configure-bench.log "configuring" cmake --preset bench
+  quietly build/build-bench.log "building" cmake --build --preset bench -j "$JOBS"
+  local bin=$ROOT/build/bench/bin
+  section "Colour" "On: $PROCESSOR; $(c++ --version | head -1);
+$(version_of libyuv0), $(version_of libavfilter8).
 
-Written by \`scripts/bench.sh\` with $ROUNDS rounds on: $PROCESSOR, $(nproc) cores, $COMPILER.
-Everything is measured in one process, in rounds that take turns, as the median of processor time on one
-thread. Ratios hold better than times: other work on the machine slows both sides alike.
-EOT
-section "Colour" "Each cell: how many times as fast as the peer we are, and our time per frame. Both sides use all
-that the processor has. Luma is noise; chroma changes slowly, as in decoded video. See [colour.md](colour.md)." \
-  "$BIN/colour_bench" --benchmark_repetitions="$ROUNDS" --benchmark_enable_random_interleaving=true \
-  --benchmark_min_time=0.02
-[ -x "$BIN/d3d9_kernels_bench" ] && section "Direct3D 9 upload" "Milliseconds and ratio to the first way." \
-  fenced "$BIN/d3d9_kernels_bench"
-mv "$OUT.new" "$OUT"
+Each cell: how many times as fast as the peer we are, and our time per frame, as the median of processor time
+on one thread. Both sides use all that the processor has. Luma is noise; chroma changes slowly, as in decoded
+video. See [colour.md](colour.md)." \
+    "$bin/colour_bench" --benchmark_repetitions="$ROUNDS" --benchmark_enable_random_interleaving=true \
+    --benchmark_min_time=0.02
+  section "Direct3D 9 upload" "On: $PROCESSOR. Milliseconds and ratio to the first way." \
+    fenced "$bin/d3d9_kernels_bench"
+}
+
+# The library's log goes to the standard output too.
+roads_table() {
+  WINE_D3D_CONFIG=csmt=0 "$WINE" "$ROOT/build/mingw-release/bin/roads_bench.exe" turns="$ROUNDS" < /dev/null |
+    tr -d '\r' | grep '^|'
+}
+
+part_roads() {
+  quietly build/configure-roads.log "configuring" cmake --preset mingw-release -DNIVRAL_BENCH=ON
+  quietly build/build-roads.log "building" cmake --build --preset mingw-release -j "$JOBS" --target roads_bench
+  local bed=$ROOT/build/bed
+  local state; state=$("$ROOT/scripts/bed.sh" up "$bed")
+  . "$bed/env.sh"
+  section "Roads" "On: $PROCESSOR; $("$WINE" --version), software rasteriser of $(version_of libgl1-mesa-dri).
+
+A round is one 640x360 frame to each pane, drawn into a window of 320x180; the bare programs only upload,
+stretch and present. \"All\" is six texts, twelve boxes with labels, 68 landmarks with a box, and a mosaic.
+Cells: wall time, and in brackets process time, against the bare programs that took turns in the same process.
+DirectDraw draws behind the caller's back, so its rounds come at a fixed rate and only process time tells (in
+its bare column too)." \
+    roads_table
+  grep -q 'already up' <<< "$state" || "$ROOT/scripts/bed.sh" down "$bed"
+}
+
+"$ROOT/scripts/setup.sh"
+: > build/bench.log
+for part in "${PARTS[@]}"; do "part_$part"; done
 say "bench: wrote docs/benchmarks.md"
