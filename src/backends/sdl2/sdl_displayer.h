@@ -7,6 +7,7 @@
 #include "backends/sdl2/sdl_events.h"
 #include "backends/sdl2/sdl_objects.h"
 #include "backends/sdl2/sdl_overlays.h"
+#include "backends/sdl2/window_hook.h"
 #include "display/base_displayer.h"
 #include "display/even_chroma.h"
 #include "util/win_handles.h"
@@ -65,7 +66,7 @@ class SDLDisplayer : public BaseDisplayer {
   DisplayMap Map() const;
   void DrawTexts();
   void DrawMosaic(const MosaicSettings& mosaic);
-  static void CALLBACK FlashOnTimer(HWND hwnd, UINT message, UINT_PTR id, DWORD time);
+  static void OnRedraw(HWND hwnd, WPARAM pane);
   void CallFlashCallback();
 
   PaneEvents m_events;
@@ -81,6 +82,7 @@ class SDLDisplayer : public BaseDisplayer {
   WindowLock m_lock;  ///< guards every field of this class
   UniqueEvent m_hEvent;
 
+  std::optional<WindowHook> m_hook;                ///< while m_sdlWindow exists
   std::optional<PaneRegistration> m_registration;  ///< while m_sdlWindow exists
   uint32_t m_sdlRun = 0;                           ///< of SDL, in which m_sdlWindow was made
   uint32_t m_deviceGeneration = 0;

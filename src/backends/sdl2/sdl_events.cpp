@@ -3,6 +3,7 @@
 
 #include <map>
 
+#include "backends/sdl2/window_hook.h"
 #include "util/mutex_lock.h"
 
 namespace {
@@ -13,8 +14,7 @@ constexpr int kMaxWaiting = 512;
 
 struct Pane {
   PaneEvents* events;
-  FlashFunction flash;
-  UINT_PTR context;
+  WPARAM pane;
 };
 
 /// Panes by SDL window. SDL's own list of windows must not be walked while another thread opens or closes
@@ -82,6 +82,14 @@ bool IsExposure(const SDL_Event& event) {
   return event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED;
 }
 
+/// The client is asked to draw again from its message loop. One message at a time: it answers for all
+/// exposures before it.
+void PostRedraw(const Pane& pane) {
+  PaneEvents& events = *pane.events;
+  if (!events.WantsFlash() || events.redrawPosted.exchange(true)) return;
+  if (!PostMessageW(events.window, RedrawMessage(), pane.pane, 0)) events.redrawPosted = false;
+}
+
 void NoteDeviceReset(uint32_t type) {
   if (type == SDL_RENDER_DEVICE_RESET) g_deviceGeneration.fetch_add(1, std::memory_order_relaxed);
   if (t_renderScope) t_renderScope->CountReset();
@@ -94,25 +102,25 @@ bool Note(const SDL_Event& event) {
   if (found == g_panes.end()) return false;
   const Pane& pane = found->second;
   if (HoldsBack(event)) pane.events->windowSizeChanged = true;
-  // Works on the window's own thread only, where exposures come from.
-  if (IsExposure(event) && pane.events->WantsFlash())
-    SetTimer(pane.events->window, pane.context, USER_TIMER_MINIMUM, pane.flash);
+  if (IsExposure(event)) PostRedraw(pane);
   return true;
 }
 
 }  // namespace
 
-PaneRegistration::PaneRegistration(uint32_t windowId, PaneEvents& events, FlashFunction flash,
-                                   UINT_PTR context)
-    : m_windowId(windowId) {
+PaneRegistration::PaneRegistration(uint32_t windowId, PaneEvents& events, WPARAM pane)
+    : m_windowId(windowId), m_events(events) {
   CAutoLock guard(&g_panesLock);
-  g_panes[windowId] = {&events, flash, context};
+  g_panes[windowId] = {&events, pane};
 }
 
 PaneRegistration::~PaneRegistration() {
   {
     CAutoLock guard(&g_panesLock);
-    g_panes.erase(m_windowId);
+    const auto found = g_panes.find(m_windowId);
+    // SDL counts from 1 again when it is started again: the number may be another pane's by now.
+    if (found == g_panes.end() || found->second.events != &m_events) return;
+    g_panes.erase(found);
   }
   SDL_FilterEvents(&RemoveOfWindow, &m_windowId);
 }

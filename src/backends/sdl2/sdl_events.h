@@ -18,22 +18,20 @@ constexpr char kDisplayerKey[] = "sdl2-display";
 
 /// What the event filter and its pane tell each other.
 struct PaneEvents {
-  HWND window = nullptr;
-  std::atomic<uint32_t> stopped{0};  ///< the client has freed the drawing resources
+  std::atomic<HWND> window{nullptr};  ///< that SDL has taken
+  std::atomic<uint32_t> stopped{0};   ///< the client has freed the drawing resources
   std::atomic<uint32_t> frameShown{0};
   std::atomic<bool> windowSizeChanged{false};  ///< set by the filter: the renderer has not been told yet
+  std::atomic<bool> redrawPosted{false};       ///< exposures up to its arrival are merged into one message
 
   /// Whether exposures are to be reported to the client.
   bool WantsFlash() const { return !stopped && frameShown; }
 };
 
-/// Runs `flash` with `context` on the thread of `pane.window`, from its message loop, after an exposure.
-using FlashFunction = void(CALLBACK*)(HWND window, UINT message, UINT_PTR context, DWORD time);
-
 /// Makes a pane known to the event filter while an SDL window of its own exists.
 class PaneRegistration {
  public:
-  PaneRegistration(uint32_t windowId, PaneEvents& events, FlashFunction flash, UINT_PTR context);
+  PaneRegistration(uint32_t windowId, PaneEvents& events, WPARAM pane);
 
   /// Waits for a filter that is just dealing with the pane, and clears SDL's queue of what it left.
   ~PaneRegistration();
@@ -42,6 +40,7 @@ class PaneRegistration {
 
  private:
   uint32_t m_windowId;
+  const PaneEvents& m_events;
 };
 
 /// Installed once; runs for every event, in the thread that pushes it. SDL holds its lock of event watchers
@@ -51,7 +50,8 @@ class PaneRegistration {
 /// unsynchronised with the one that draws. That event is held back, and the drawing thread passes it on.
 int SDLCALL FilterEvent(void* user, SDL_Event* event);
 
-/// Tells the renderer of a window, on the calling thread, that the window's size changed.
+/// Tells the renderer of a window, on the calling thread, that the window's size changed. Walks SDL's list of
+/// windows, as does PushOwnEvent.
 void PassOnSizeChange(SDL_Window* window);
 
 /// Pushes an event of our own and takes it off the queue again, which nobody may be polling. The result is

@@ -142,14 +142,14 @@ void SDLDisplayer::DrawDsmAlgInfo() {
   if (m_dsm.shown && IsReady()) m_overlays.DrawDsm(m_sdlRenderer.get(), m_dsm.record, Map());
 }
 
-void CALLBACK SDLDisplayer::FlashOnTimer(HWND hwnd, UINT, UINT_PTR id, DWORD) {
-  KillTimer(hwnd, id);
+void SDLDisplayer::OnRedraw(HWND hwnd, WPARAM pane) {
   auto* displayer = static_cast<SDLDisplayer*>(GetPropA(hwnd, kDisplayerKey));
   // The pane may have been closed or given another window meanwhile.
-  if (reinterpret_cast<UINT_PTR>(displayer) == id) displayer->CallFlashCallback();
+  if (reinterpret_cast<WPARAM>(displayer) == pane) displayer->CallFlashCallback();
 }
 
 void SDLDisplayer::CallFlashCallback() {
+  m_events.redrawPosted = false;
   RECT client{};
   if (!m_events.WantsFlash() || !GetClientRect(m_hPlayWnd, &client)) return;
   if (const auto callback = m_settings.Get(&PaneSettings::flashWndCB); callback.function) {

@@ -78,15 +78,17 @@ void SDLDisplayer::CreateWindowOnClient() {
   LogStep(L"SDLDisplayer::SetPlayWnd: SDL_CreateWindowFrom");
   {
     const AutoWindowLock listGuard(g_windowListLock, m_hPlayWnd);
+    const WNDPROC client = WindowProcedure(m_hPlayWnd);
     m_sdlWindow.reset(SDL_CreateWindowFrom(m_hPlayWnd));
+    if (!m_sdlWindow) return;
+    m_hook.emplace(m_hPlayWnd, client, &SDLDisplayer::OnRedraw);
   }
-  if (!m_sdlWindow) return;
   LogStep(L"SDLDisplayer::SetPlayWnd: SDL_SetWindowData");
   SDL_SetWindowData(m_sdlWindow.get(), kDisplayerKey, this);
   m_sdlRun = SdlRun();
-  m_events.window = m_hPlayWnd;
-  m_registration.emplace(SDL_GetWindowID(m_sdlWindow.get()), m_events, &SDLDisplayer::FlashOnTimer,
-                         reinterpret_cast<UINT_PTR>(this));
+  m_events.window = m_hPlayWnd.load();
+  m_events.redrawPosted = false;
+  m_registration.emplace(SDL_GetWindowID(m_sdlWindow.get()), m_events, reinterpret_cast<WPARAM>(this));
   AdjustWinRect();
   m_bound = 1;
   ShowPlayWnd();
@@ -216,7 +218,9 @@ void SDLDisplayer::ReleaseSdlObjects() {
   }
   {
     const AutoWindowLock listGuard(g_windowListLock, m_hPlayWnd);
+    if (m_sdlWindow && m_hook) m_hook->RemoveWith(m_sdlWindow);
     m_sdlWindow.reset();
   }
+  m_hook.reset();
   m_registration.reset();
 }

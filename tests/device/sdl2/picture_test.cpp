@@ -39,7 +39,8 @@ const auto* const g_library = testing::AddGlobalTestEnvironment(new SdlLibrary);
 /// An SDL pane on a window of its own, used from the window's thread.
 class Pane {
  public:
-  Pane(int width, int height, int x = 40, int y = 60) : window(width, height, x, y) {
+  Pane(int width, int height, int x = 40, int y = 60, DWORD style = WS_OVERLAPPEDWINDOW)
+      : window(width, height, x, y, style) {
     NIVRAL_DWOpenDrawEx(&handle, 0);
     NIVRAL_DWSetHwnd(handle, window.Handle());
   }
@@ -236,28 +237,90 @@ void NIVRAL_CALL OnFlash(void* user, HWND window, int32_t width, int32_t height)
   redraw.pane->Draw(*redraw.frame);
 }
 
+/// Exposures faster than any timer of Windows, for a while.
+void ExposeOften(HWND window) {
+  for (int i = 0; i < 50; ++i) {
+    InvalidateRect(window, nullptr, FALSE);
+    Pump(2);
+  }
+}
+
 TEST(SdlPicture, AsksForARedrawWhenExposedOnceAFrameWasShown) {
   Pane pane(160, 120);
   TestFrame red = Red();
   Redraw redraw{&pane, &red};
   NIVRAL_DWSetFlashWndCB(pane.handle, &redraw, &OnFlash);
   NIVRAL_DWInitDraw(pane.handle, 64, 48, 0);
-  InvalidateRect(pane.window.Handle(), nullptr, FALSE);
-  Pump(60);
+  ExposeOften(pane.window.Handle());
   EXPECT_EQ(redraw.count, 0);
   pane.Draw(red);
-  {
-    const TestWindow cover(300, 300, 20, 20);
-    Pump(30);
-  }
-  InvalidateRect(pane.window.Handle(), nullptr, FALSE);
-  Pump(60);
-  EXPECT_GT(redraw.count, 0);
+  ExposeOften(pane.window.Handle());
+  EXPECT_GT(redraw.count, 10);
   EXPECT_EQ(redraw.window, pane.window.Handle());
   EXPECT_EQ(redraw.width, 160);
   EXPECT_EQ(redraw.height, 120);
   ExpectFlat(pane.window.Handle(), kRed);
+  NIVRAL_DWFreeDraw(pane.handle);
+  redraw.count = 0;
+  ExposeOften(pane.window.Handle());
+  EXPECT_EQ(redraw.count, 0);
 }
+
+/// Puts a procedure on top of a window's, as clients do; it counts messages and passes them on.
+WNDPROC g_below = nullptr;
+int g_counted = 0;
+LRESULT CALLBACK Counting(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  g_counted += message == WM_APP ? 1 : 0;
+  return CallWindowProcW(g_below, window, message, wParam, lParam);
+}
+
+class Windows : public testing::TestWithParam<DWORD> {};
+
+TEST_P(Windows, KeepTheirClientAreaAndProceduresUnderAPane) {
+  const DWORD style = GetParam();
+  const TestWindow parent(500, 400);
+  Pane pane(160, 120, 40, 60, style & WS_CHILD ? WS_POPUP : style);
+  HWND window = pane.window.Handle();
+  if (style & WS_CHILD) {
+    SetParent(window, parent.Handle());
+    SetWindowLongPtrW(window, GWL_STYLE, static_cast<LONG_PTR>(WS_VISIBLE | style));
+    pane.window.ResizeClient(160, 120);
+  }
+  const auto before = GetWindowLongPtrW(window, GWLP_WNDPROC);
+  TestFrame red = Red();
+  const int rounds = style == WS_POPUP ? 3 : 1;
+  for (int round = 0; round < rounds; ++round) {
+    NIVRAL_DWInitDraw(pane.handle, 64, 48, 0);
+    EXPECT_EQ(pane.Draw(red), 0u);
+    if (round == 1) {
+      g_below = reinterpret_cast<WNDPROC>(
+          SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Counting)));
+    }
+    for (const auto& [width, height] : {std::pair{320, 200}, {160, 90}}) {
+      pane.window.ResizeClient(width, height);
+      RECT client{};
+      GetClientRect(window, &client);
+      EXPECT_EQ(std::pair(client.right, client.bottom), (std::pair<LONG, LONG>(width, height)));
+      NIVRAL_DWAdjustedWnd(pane.handle);
+      EXPECT_EQ(pane.Draw(red), 0u);
+    }
+    // What is drawn in a child does not reach the screens of test beds.
+    if (!(style & WS_CHILD)) {
+      pane.DrawTwice(red);
+      EXPECT_PIXEL(window, 159, 89, {kRed});
+    }
+    g_counted = 0;
+    SendMessageW(window, WM_APP, 0, 0);
+    EXPECT_EQ(g_counted, round > 0 ? 1 : 0);
+    NIVRAL_DWFreeDraw(pane.handle);
+    SendMessageW(window, WM_APP, 0, 0);
+    EXPECT_EQ(g_counted, round > 0 ? 2 : 0) << "the client's procedure was lost with the pane";
+    EXPECT_TRUE(round > 0 || GetWindowLongPtrW(window, GWLP_WNDPROC) == before);
+  }
+}
+INSTANTIATE_TEST_SUITE_P(OfEachKind, Windows,
+                         testing::Values(WS_POPUP, WS_POPUP | WS_BORDER, WS_OVERLAPPEDWINDOW,
+                                         WS_CAPTION | WS_SYSMENU, WS_CHILD));
 
 /// Feeds one pane from a thread of its own, flat out, and redraws on exposure.
 class Feeder {
