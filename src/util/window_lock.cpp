@@ -10,8 +10,12 @@ bool IsWindowThread(HWND window) {
   return window && GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId();
 }
 
-void WindowLock::Lock(HWND window) {
-  if (IsWindowThread(window)) {
+bool IsHandlingSentMessage() {
+  return InSendMessageEx(nullptr) != ISMEX_NOSEND;
+}
+
+void WindowLock::Lock(Wait wait) {
+  if (wait == Wait::AnsweringMessages) {
     LockAnsweringMessages();
   } else {
     m_lock.Lock();
@@ -20,8 +24,6 @@ void WindowLock::Lock(HWND window) {
 
 void WindowLock::LockAnsweringMessages() {
   if (m_lock.TryLockNow()) return;
-  // The holder may be the sender of the very message that this thread is handling.
-  if (InSendMessage()) ReplyMessage(0);
   m_windowThreadsWaiting.fetch_add(1, std::memory_order_relaxed);
   while (!m_lock.TryLockNow()) {
     MSG message;

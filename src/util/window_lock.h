@@ -7,14 +7,25 @@
 
 #include "util/mutex_lock.h"
 
+/// Whether the calling thread owns `window`, which may be null or gone.
+bool IsWindowThread(HWND window);
+
+/// Whether the calling thread is handling a message that another thread has sent and waits for. Such a thread
+/// must not wait for a lock: whoever holds it may be that sender.
+bool IsHandlingSentMessage();
+
+/// How a thread waits for a lock.
+enum class Wait {
+  Plainly,
+  AnsweringMessages  ///< messages that other threads send to windows of this one are handled meanwhile
+};
+
 /// A CMutexLock that guards objects bound to a window. Its holder may call into graphics drivers, which send
-/// messages to the window; the window's own thread therefore keeps answering them while it waits for the
-/// lock.
+/// messages to the window; the thread that owns the window therefore has to answer them while it waits.
 class WindowLock {
  public:
-  /// Takes the lock on any thread. `window` is the window whose thread must keep answering; it may be null or
-  /// gone.
-  void Lock(HWND window);
+  void Lock(Wait wait);
+  bool TryLockNow() { return m_lock.TryLockNow(); }
   void Unlock() { m_lock.Unlock(); }
 
   /// For a thread that takes the lock over and over, and does not hold it now: gives a waiting window thread,
@@ -31,7 +42,7 @@ class WindowLock {
 /// Holds a WindowLock for a scope.
 class AutoWindowLock {
  public:
-  AutoWindowLock(WindowLock& lock, HWND window) : m_lock(lock) { m_lock.Lock(window); }
+  AutoWindowLock(WindowLock& lock, Wait wait) : m_lock(lock) { m_lock.Lock(wait); }
   ~AutoWindowLock() { m_lock.Unlock(); }
   AutoWindowLock(const AutoWindowLock&) = delete;
   AutoWindowLock& operator=(const AutoWindowLock&) = delete;
@@ -39,6 +50,3 @@ class AutoWindowLock {
  private:
   WindowLock& m_lock;
 };
-
-/// Whether the calling thread owns `window`.
-bool IsWindowThread(HWND window);

@@ -4,21 +4,23 @@
 #include <atomic>
 #include <optional>
 
+#include "backends/sdl2/pane_turn.h"
 #include "backends/sdl2/sdl_events.h"
+#include "backends/sdl2/sdl_library.h"
 #include "backends/sdl2/sdl_objects.h"
 #include "backends/sdl2/sdl_overlays.h"
 #include "backends/sdl2/window_hook.h"
 #include "display/base_displayer.h"
 #include "display/even_chroma.h"
 #include "util/win_handles.h"
-#include "util/window_lock.h"
 
 /// Shows frames through an SDL renderer on the client's window: one streaming YV12 texture of the video size,
 /// stretched over the whole client area.
 ///
-/// Results are 0 and 1. Threads: frames on any thread, window changes on the window's own; one re-entrant
-/// lock serialises them. InitDraw with a new window and FreeDraw belong on the window's thread, since SDL
-/// exchanges the window's procedure there.
+/// Results are 0 and 1. Threads: frames on any thread, window changes on the window's own; one lock serialises
+/// them. A thread that must not wait for it (PaneLock) has its window, size or release noted for whoever works
+/// on the pane, and its frame dropped. InitDraw with a new window and FreeDraw belong on the window's thread,
+/// since SDL exchanges the window's procedure there.
 class SDLDisplayer : public BaseDisplayer {
  public:
   SDLDisplayer();
@@ -44,20 +46,46 @@ class SDLDisplayer : public BaseDisplayer {
  private:
   int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
                        int64_t param2) override;
+  /// A thread's turn with the pane, which it does not get while it must not wait. At its beginning and end
+  /// the requests of threads that got none are done.
+  class Turn {
+   public:
+    explicit Turn(SDLDisplayer& pane, HWND newWindow = nullptr);
+    ~Turn();
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+
+    explicit operator bool() const { return m_entered; }
+
+   private:
+    SDLDisplayer& m_pane;
+    bool m_entered;
+  };
+
+  template <class Work, class Note>
+  int32_t InTurn(HWND newWindow, Work&& work, Note&& note);
+  void DoRequests();
+  Wait WaitMode(HWND newWindow = nullptr) const;
+
+  int32_t TakePlayWnd(HWND hwnd);
+  int32_t TakeSize(VideoSize size);
   uint32_t Bind();
   void CreateWindowOnClient();
-  bool SetVideoSize(int32_t width, int32_t height);
-  void AdjustDisplayRect(int32_t width, int32_t height);
+  bool SetVideoSize(VideoSize size);
+  void AdjustDisplayRect(VideoSize size);
   bool ResetRender();
   bool ResetTexture();
-  bool PostEvent(uint32_t type, int32_t first, int32_t second);
-  void HandleOwnEvent(uint32_t type, int32_t first, int32_t second);
+  bool PostEvent(uint32_t type, VideoSize size);
+  void HandleOwnEvent(uint32_t type, VideoSize size);
+  bool SdlHasGone() const { return m_sdlRun != SdlRun(); }
   void ReleaseSdlObjects();
+  void ForgetSdlObjects();
   void ShowPlayWnd() const;
   uint32_t RequestTeardown();
   uint32_t Teardown();
   void ForgetPlayWnd();
 
+  std::optional<int32_t> DrawInTurn(const FrameView& frame, const MosaicSettings& mosaic, VideoSize& size);
   bool IsReady() const;
   void CatchUpWithWindow();
   void RebuildLostDevice();
@@ -78,8 +106,10 @@ class SDLDisplayer : public BaseDisplayer {
   SdlTexture m_sdlTexture;
   SdlRenderer m_sdlRenderer;
   SdlOverlays m_overlays;
-  SDL_Rect m_displayRect{};
-  WindowLock m_lock;  ///< guards every field of this class
+  std::atomic<VideoSize> m_displaySize{VideoSize{}};  ///< the client area's, as last measured
+  VideoSize m_textureSize;
+  PaneLock m_lock;  ///< guards every field of this class that is not atomic
+  PaneRequests m_requests;
   UniqueEvent m_hEvent;
 
   std::optional<WindowHook> m_hook;                ///< while m_sdlWindow exists

@@ -20,32 +20,36 @@ int32_t SDLDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t
 
 int32_t SDLDisplayer::DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t,
                                    int64_t param2) {
-  if (!m_bound || m_resizePending) {
+  if ((!m_bound || m_resizePending) && !m_requests.Any()) {
     AdvanceOverlays();
     return 1;
   }
   m_lock.LetWindowThreadGoFirst();
-  bool presented = false;
-  uint32_t width = 0;
-  uint32_t height = 0;
-  {
-    const AutoWindowLock guard(m_lock, m_hPlayWnd);
-    CatchUpWithWindow();
-    if (!IsReady()) {
-      DrawAlgInfo();
-      AdvanceOverlays();
-      return 1;
-    }
-    presented = Present(frame, settings.mosaic);
-    if (!presented) AdvanceOverlays();
-    if (!presented && g_frameErrors.Pass()) ReportSdlError(1, "SDLDisplayer::DisplayFrame");
-    width = m_dwWidth;
-    height = m_dwHeight;
-  }
+  VideoSize size;
+  const std::optional<int32_t> result = DrawInTurn(frame, settings.mosaic, size);
+  if (!result) return 1;
   if (const auto& callback = settings.decodeCB; callback.function) {
-    callback.function(frame.y, static_cast<uint32_t>(frame.strideY), width, height, param2, kPlanarYuv420,
-                      callback.user);
+    callback.function(frame.y, static_cast<uint32_t>(frame.strideY), static_cast<uint32_t>(size.width),
+                      static_cast<uint32_t>(size.height), param2, kPlanarYuv420, callback.user);
   }
+  return *result;
+}
+
+/// Nothing for a frame that is not even tried.
+std::optional<int32_t> SDLDisplayer::DrawInTurn(const FrameView& frame, const MosaicSettings& mosaic,
+                                                VideoSize& size) {
+  const Turn turn(*this);
+  if (!turn) return std::nullopt;
+  CatchUpWithWindow();
+  if (m_resizePending || !IsReady()) {
+    DrawAlgInfo();
+    AdvanceOverlays();
+    return std::nullopt;
+  }
+  size = m_textureSize;
+  const bool presented = Present(frame, mosaic);
+  if (!presented) AdvanceOverlays();
+  if (!presented && g_frameErrors.Pass()) ReportSdlError(1, "SDLDisplayer::DisplayFrame");
   return presented ? 0 : 1;
 }
 
@@ -55,7 +59,7 @@ void SDLDisplayer::SetOSDText(int32_t index, const char* text, uint32_t x, uint3
 }
 
 bool SDLDisplayer::IsReady() const {
-  if (!m_bound || m_sdlRun != SdlRun() || !IsWindow(m_hPlayWnd) || !IsWindowVisible(m_hPlayWnd)) return false;
+  if (!m_bound || SdlHasGone() || !IsWindow(m_hPlayWnd) || !IsWindowVisible(m_hPlayWnd)) return false;
   if (!m_sdlWindow || !m_sdlTexture || !m_sdlRenderer) return false;
   int width = 0;
   int height = 0;
@@ -66,10 +70,11 @@ bool SDLDisplayer::IsReady() const {
 
 /// Tells the renderer what happened to its window or device since the last frame.
 void SDLDisplayer::CatchUpWithWindow() {
-  if (!m_sdlWindow || m_sdlRun != SdlRun()) return;
+  if (!m_sdlWindow || SdlHasGone()) return;
   if (m_deviceGeneration != RenderDeviceGeneration()) RebuildLostDevice();
   if (m_sdlRenderer && m_events.windowSizeChanged.exchange(false)) {
     const RenderScope scope;
+    const AutoWindowLock listGuard(SdlWindowList(), WaitMode());
     PassOnSizeChange(m_sdlWindow.get());
   }
 }
@@ -98,9 +103,8 @@ bool SDLDisplayer::Present(const FrameView& frame, const MosaicSettings& mosaic)
 }
 
 bool SDLDisplayer::Upload(const FrameView& frame) {
-  const auto width = static_cast<int32_t>(m_dwWidth);
-  const auto height = static_cast<int32_t>(m_dwHeight);
-  const std::optional<FrameView> whole = m_evenChroma.Complete(frame, width, height);
+  const std::optional<FrameView> whole =
+      m_evenChroma.Complete(frame, m_textureSize.width, m_textureSize.height);
   if (!whole) {
     SDL_SetError("the frame's planes do not fit the video size");
     return false;
@@ -110,8 +114,8 @@ bool SDLDisplayer::Upload(const FrameView& frame) {
 }
 
 DisplayMap SDLDisplayer::Map() const {
-  return {static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight), m_displayRect.w,
-          m_displayRect.h};
+  const VideoSize display = m_displaySize;
+  return {m_textureSize.width, m_textureSize.height, display.width, display.height};
 }
 
 void SDLDisplayer::DrawTexts() {
@@ -133,12 +137,10 @@ void SDLDisplayer::DrawMosaic(const MosaicSettings& mosaic) {
 
 // Not for a pane that is not ready: commands without a present would pile up in the renderer.
 void SDLDisplayer::DrawAlgInfo() {
-  const AutoWindowLock guard(m_lock, m_hPlayWnd);
   if (m_alg.shown && IsReady()) m_overlays.DrawAlg(m_sdlRenderer.get(), m_alg.record, Map());
 }
 
 void SDLDisplayer::DrawDsmAlgInfo() {
-  const AutoWindowLock guard(m_lock, m_hPlayWnd);
   if (m_dsm.shown && IsReady()) m_overlays.DrawDsm(m_sdlRenderer.get(), m_dsm.record, Map());
 }
 

@@ -7,23 +7,58 @@
 #include "backends/sdl2/sdl_library.h"
 #include "util/log_file.h"
 
-namespace {
+SDLDisplayer::Turn::Turn(SDLDisplayer& pane, HWND newWindow)
+    : m_pane(pane), m_entered(pane.m_lock.Enter(pane.WaitMode(newWindow))) {
+  if (m_entered) m_pane.DoRequests();
+}
 
-/// SDL's list of windows has no lock of its own; it is walked by whoever pushes an event.
-WindowLock g_windowListLock;
-
-}  // namespace
+SDLDisplayer::Turn::~Turn() {
+  if (!m_entered) return;
+  m_pane.m_lock.Leave();
+  while (m_pane.m_requests.Any() && m_pane.m_lock.TryEnter()) {
+    m_pane.DoRequests();
+    m_pane.m_lock.Leave();
+  }
+}
 
 SDLDisplayer::SDLDisplayer() : m_hEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
 }
 
 SDLDisplayer::~SDLDisplayer() {
+  const AutoWindowLock guard = m_lock.EnterForGood(WaitMode());
   RequestTeardown();
   ForgetPlayWnd();
 }
 
+Wait SDLDisplayer::WaitMode(HWND newWindow) const {
+  const bool owner =
+      IsWindowThread(m_hPlayWnd) || IsWindowThread(m_events.window) || IsWindowThread(newWindow);
+  return owner ? Wait::AnsweringMessages : Wait::Plainly;
+}
+
+template <class Work, class Note>
+int32_t SDLDisplayer::InTurn(HWND newWindow, Work&& work, Note&& note) {
+  if (const Turn turn(*this, newWindow); turn) return work();
+  note();
+  // Whoever is working on the pane may have left before it could see the note.
+  const Turn late(*this, newWindow);
+  return 1;
+}
+
+void SDLDisplayer::DoRequests() {
+  if (!m_requests.Any()) return;
+  const PaneRequests::Batch batch = m_requests.Take();
+  if (batch.free) RequestTeardown();
+  if (batch.window) TakePlayWnd(*batch.window);
+  if (batch.size) TakeSize(*batch.size);
+}
+
 int32_t SDLDisplayer::SetPlayWnd(HWND hwnd) {
-  const AutoWindowLock guard(m_lock, hwnd);
+  return InTurn(
+      hwnd, [&] { return TakePlayWnd(hwnd); }, [&] { m_requests.NoteWindow(hwnd); });
+}
+
+int32_t SDLDisplayer::TakePlayWnd(HWND hwnd) {
   ForgetPlayWnd();
   BaseDisplayer::SetPlayWnd(hwnd);
   m_events.frameShown = 0;
@@ -49,23 +84,29 @@ void SDLDisplayer::ShowPlayWnd() const {
 
 int32_t SDLDisplayer::InitDraw(uint32_t width, uint32_t height, uint32_t) {
   m_events.stopped = 0;
-  if (!Bind()) return 1;
-  return SetVideoSize(static_cast<int32_t>(width), static_cast<int32_t>(height)) ? 0 : 1;
+  // Whatever becomes of this call, frames are of the new size from now on.
+  if (width > 0 && height > 0) BaseDisplayer::InitDraw(width, height, 0);
+  const VideoSize size{static_cast<int32_t>(width), static_cast<int32_t>(height)};
+  return InTurn(
+      nullptr, [&] { return TakeSize(size); }, [&] { m_requests.NoteSize(size); });
+}
+
+int32_t SDLDisplayer::TakeSize(VideoSize size) {
+  return Bind() && SetVideoSize(size) ? 0 : 1;
 }
 
 int32_t SDLDisplayer::FreeDraw() {
   m_events.stopped = 1;
-  return RequestTeardown() ? 0 : 1;
+  return InTurn(
+      nullptr, [&] { return RequestTeardown() ? 0 : 1; }, [&] { m_requests.NoteFree(); });
 }
 
 uint32_t SDLDisplayer::Bind() {
-  const AutoWindowLock guard(m_lock, m_hPlayWnd);
+  if (m_sdlWindow && SdlHasGone()) Teardown();
   if (m_sdlWindow) return 1;
   try {
     if (!IsWindow(m_hPlayWnd)) return 0;
     ShowPlayWnd();
-    BaseDisplayer::AdjustWinRect();
-    RequestTeardown();
     CreateWindowOnClient();
   } catch (...) {
     CLogFile::GetInstance()->Write(2, L"SDLDisplayer::SetPlayWnd: exception");
@@ -77,7 +118,7 @@ uint32_t SDLDisplayer::Bind() {
 void SDLDisplayer::CreateWindowOnClient() {
   LogStep(L"SDLDisplayer::SetPlayWnd: SDL_CreateWindowFrom");
   {
-    const AutoWindowLock listGuard(g_windowListLock, m_hPlayWnd);
+    const AutoWindowLock listGuard(SdlWindowList(), WaitMode());
     const WNDPROC client = WindowProcedure(m_hPlayWnd);
     m_sdlWindow.reset(SDL_CreateWindowFrom(m_hPlayWnd));
     if (!m_sdlWindow) return;
@@ -94,30 +135,26 @@ void SDLDisplayer::CreateWindowOnClient() {
   ShowPlayWnd();
 }
 
-bool SDLDisplayer::SetVideoSize(int32_t width, int32_t height) {
-  const AutoWindowLock guard(m_lock, m_hPlayWnd);
-  CLogFile::GetInstance()->Write(1, L"SDLDisplayer::SetVideoSize(dwWidth=%d, dwHeight=%d)", width, height);
+bool SDLDisplayer::SetVideoSize(VideoSize size) {
+  CLogFile::GetInstance()->Write(1, L"SDLDisplayer::SetVideoSize(dwWidth=%d, dwHeight=%d)", size.width,
+                                 size.height);
   if (!m_sdlWindow) return false;
   const bool complete = m_sdlRenderer && m_sdlTexture;
-  const bool newSize =
-      width > 0 && height > 0 &&
-      (static_cast<uint32_t>(width) != m_dwWidth || static_cast<uint32_t>(height) != m_dwHeight);
+  const bool newSize = size.width > 0 && size.height > 0 && size != m_textureSize;
   if (complete && !newSize) return false;
   m_resizePending = 1;
-  return PostEvent(kSizeChangeEvent, width, height);
+  return PostEvent(kSizeChangeEvent, size);
 }
 
-void SDLDisplayer::AdjustDisplayRect(int32_t width, int32_t height) {
-  CLogFile::GetInstance()->Write(1, L"SDLDisplayer::AdjustDisplayRect(%d,%d)", width, height);
-  const AutoWindowLock guard(m_lock, m_hPlayWnd);
-  m_dwWidth = static_cast<uint32_t>(width);
-  m_dwHeight = static_cast<uint32_t>(height);
+void SDLDisplayer::AdjustDisplayRect(VideoSize size) {
+  CLogFile::GetInstance()->Write(1, L"SDLDisplayer::AdjustDisplayRect(%d,%d)", size.width, size.height);
+  BaseDisplayer::InitDraw(static_cast<uint32_t>(size.width), static_cast<uint32_t>(size.height), 0);
+  m_textureSize = size;
   if (ResetRender()) ResetTexture();
 }
 
 bool SDLDisplayer::ResetRender() {
   LogStep(L"SDLDisplayer::ResetRender");
-  const AutoWindowLock guard(m_lock, m_hPlayWnd);
   if (m_sdlWindow) {
     const RenderScope scope;
     m_bInitialized = false;
@@ -132,13 +169,12 @@ bool SDLDisplayer::ResetRender() {
 
 bool SDLDisplayer::ResetTexture() {
   LogStep(L"SDLDisplayer::ResetTexture");
-  const AutoWindowLock guard(m_lock, m_hPlayWnd);
   if (m_sdlRenderer) {
     const RenderScope scope;
     m_sdlTexture.reset();
     m_sdlTexture.reset(SDL_CreateTexture(m_sdlRenderer.get(), SDL_PIXELFORMAT_YV12,
-                                         SDL_TEXTUREACCESS_STREAMING, static_cast<int>(m_dwWidth),
-                                         static_cast<int>(m_dwHeight)));
+                                         SDL_TEXTUREACCESS_STREAMING, m_textureSize.width,
+                                         m_textureSize.height));
   }
   m_bInitialized = m_sdlTexture != nullptr;
   if (m_sdlTexture) m_deviceGeneration = RenderDeviceGeneration();
@@ -149,52 +185,60 @@ bool SDLDisplayer::ResetTexture() {
 void SDLDisplayer::AdjustWinRect() {
   if (m_events.stopped) return;
   LogStep(L"SDLDisplayer::AdjustWinRect");
-  const AutoWindowLock guard(m_lock, m_hPlayWnd);
-  if (!IsWindow(m_hPlayWnd)) return;
+  RECT client{};
+  if (!IsWindow(m_hPlayWnd) || !GetClientRect(m_hPlayWnd, &client)) return;
   BaseDisplayer::AdjustWinRect();
-  const PixelRect client = m_settings.Get(&PaneSettings::client);
-  m_displayRect = {0, 0, client.right - client.left, client.bottom - client.top};
+  m_displaySize = {client.right - client.left, client.bottom - client.top};
   FitMosaic([](const MosaicSettings& m) { return m.HasFractions(); });
 }
 
 // The event goes through SDL for whoever watches SDL's events; what it asks for is done here, right after.
 // SDL holds its process-wide lock of event watchers while filters run: making a device in there would keep
 // the window's thread, which pushes events too, from answering the driver.
-bool SDLDisplayer::PostEvent(uint32_t type, int32_t first, int32_t second) {
+bool SDLDisplayer::PostEvent(uint32_t type, VideoSize size) {
   if (!m_sdlWindow || !IsWindow(m_hPlayWnd)) return false;
   SDL_Event event{};
   event.type = type;
   event.window.windowID = SDL_GetWindowID(m_sdlWindow.get());
-  event.window.data1 = first;
-  event.window.data2 = second;
-  const int pushed = PushOwnEvent(event);
-  if (pushed != 0) HandleOwnEvent(type, first, second);
+  event.window.data1 = size.width;
+  event.window.data2 = size.height;
+  int pushed = 0;
+  {
+    const AutoWindowLock listGuard(SdlWindowList(), WaitMode());
+    pushed = PushOwnEvent(event);
+  }
+  if (pushed != 0) HandleOwnEvent(type, size);
   return pushed == 1;
 }
 
-void SDLDisplayer::HandleOwnEvent(uint32_t type, int32_t first, int32_t second) {
+void SDLDisplayer::HandleOwnEvent(uint32_t type, VideoSize size) {
   if (type == kTeardownEvent) {
     Teardown();
   } else if (!m_events.stopped) {
-    AdjustDisplayRect(first, second);
+    AdjustDisplayRect(size);
     m_resizePending = 0;
   }
 }
 
 uint32_t SDLDisplayer::RequestTeardown() {
-  const AutoWindowLock guard(m_lock, m_hPlayWnd);
   if (!m_sdlWindow) return 0;
-  if (m_sdlRun == SdlRun() && IsWindowThread(m_hPlayWnd) && PostEvent(kTeardownEvent, 0, 0)) return 1;
+  if (!SdlHasGone() && IsWindowThread(m_hPlayWnd) && PostEvent(kTeardownEvent, {})) return 1;
   return m_sdlWindow ? Teardown() : 1;
 }
 
 uint32_t SDLDisplayer::Teardown() {
-  const AutoWindowLock guard(m_lock, m_hPlayWnd);
   m_bound = 0;
   SwitchToThread();
   if (!m_sdlWindow) return 0;
   m_bInitialized = false;
-  ReleaseSdlObjects();
+  if (SdlHasGone()) {
+    ForgetSdlObjects();
+  } else {
+    ReleaseSdlObjects();
+  }
+  m_hook.reset();
+  m_registration.reset();
+  m_events.window = nullptr;
   if (IsWindow(m_hPlayWnd)) {
     ShowPlayWnd();
     InvalidateRect(m_hPlayWnd, nullptr, TRUE);
@@ -202,25 +246,22 @@ uint32_t SDLDisplayer::Teardown() {
   return 1;
 }
 
+/// SDL was shut down and has taken them with it.
+void SDLDisplayer::ForgetSdlObjects() {
+  m_overlays.ForgetTextures();
+  static_cast<void>(m_sdlTexture.release());
+  static_cast<void>(m_sdlRenderer.release());
+  static_cast<void>(m_sdlWindow.release());
+}
+
 void SDLDisplayer::ReleaseSdlObjects() {
-  if (m_sdlRun != SdlRun()) {
-    // SDL was shut down and has taken them with it.
-    m_overlays.ForgetTextures();
-    static_cast<void>(m_sdlTexture.release());
-    static_cast<void>(m_sdlRenderer.release());
-    static_cast<void>(m_sdlWindow.release());
-  }
   {
     const RenderScope scope;
     m_overlays.ReleaseTextures();
     m_sdlTexture.reset();
     m_sdlRenderer.reset();
   }
-  {
-    const AutoWindowLock listGuard(g_windowListLock, m_hPlayWnd);
-    if (m_sdlWindow && m_hook) m_hook->RemoveWith(m_sdlWindow);
-    m_sdlWindow.reset();
-  }
-  m_hook.reset();
-  m_registration.reset();
+  const AutoWindowLock listGuard(SdlWindowList(), WaitMode());
+  if (m_hook) m_hook->RemoveWith(m_sdlWindow);
+  m_sdlWindow.reset();
 }

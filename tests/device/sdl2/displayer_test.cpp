@@ -116,73 +116,54 @@ TEST_F(SdlDisplayerTest, APaneThatOutlivesSdlIsOnlyForgotten) {
   EXPECT_EQ(Draw(), 0);
 }
 
-/// A window whose handler of size messages calls into its pane, as clients do.
-LRESULT CALLBACK AdjustingProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
-  auto* displayer = static_cast<SDLDisplayer*>(GetPropA(hwnd, kDisplayerKey));
-  if (displayer && (message == WM_SIZE || message == WM_SHOWWINDOW || message == WM_APP))
-    displayer->AdjustWinRect();
-  return DefWindowProcW(hwnd, message, wParam, lParam);
-}
-
-TEST_F(SdlDisplayerTest, AClientMayCallThePaneFromAMessageThatADrawingThreadSends) {
-  class Sender : public SDLDisplayer {
-   public:
-    Sender() { SetPause(1); }
-    void DrawAlgInfo() override { SendMessageW(m_hPlayWnd, WM_APP, 0, 0); }
-  };
-  SetWindowLongPtrW(m_window.Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AdjustingProc));
-  ShowWindow(m_window.Handle(), SW_HIDE);
-  Sender displayer;
-  displayer.SetPlayWnd(m_window.Handle());
-  ShowWindow(m_window.Handle(), SW_HIDE);
-  std::atomic<int> frames{0};
-  std::thread feeder([&] {
-    const FrameView f = m_frame.View();
-    for (uint32_t i = 0; i < 3; ++i) {
-      displayer.InitDraw(64, 48, 0);
-      while (displayer.DrawYUV420(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0) != 0)
-        Sleep(1);
-      ++frames;
-      displayer.FreeDraw();
-    }
-  });
-  while (frames < 3)
-    Pump(5);
-  feeder.join();
-}
-
 /// Sends its window a message in the middle of every frame, as graphics drivers do.
 class MessagingDisplayer : public SDLDisplayer {
  public:
   MessagingDisplayer() { SetPause(1); }  // DrawAlgInfo is called on every frame
 
-  void DrawAlgInfo() override { SendMessageW(m_hPlayWnd, WM_NULL, 0, 0); }
+  void DrawAlgInfo() override { SendMessageW(m_hPlayWnd, WM_APP, m_sent++ % 5, 0); }
+
+  int32_t DrawGrey() {
+    TestFrame frame = FlatFrame(64, 48, 126, 128, 128);
+    const FrameView f = frame.View();
+    return DrawYUV420(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0);
+  }
+
+ private:
+  WPARAM m_sent = 0;
 };
 
-TEST_F(SdlDisplayerTest, AWindowThreadThatWaitsForAFrameKeepsAnsweringTheDriver) {
+void Call(MessagingDisplayer& displayer, HWND window, WPARAM which) {
+  if (which == 0) displayer.AdjustWinRect();
+  if (which == 1) displayer.FreeDraw();
+  if (which == 2) displayer.SetPlayWnd(window);
+  if (which == 3) displayer.InitDraw(64, 48, 0);
+  if (which == 4) displayer.DrawGrey();
+}
+
+LRESULT CALLBACK CallingProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto* displayer = static_cast<MessagingDisplayer*>(GetPropA(hwnd, kDisplayerKey));
+  if (displayer && message == WM_APP) Call(*displayer, hwnd, wParam);
+  return DefWindowProcW(hwnd, message, wParam, lParam);
+}
+
+TEST_F(SdlDisplayerTest, ADrawingThreadMaySendToAWindowWhoseThreadCallsThePane) {
+  m_displayer.reset();
+  SetWindowLongPtrW(m_window.Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CallingProc));
   MessagingDisplayer displayer;
   displayer.SetPlayWnd(m_window.Handle());
   displayer.InitDraw(64, 48, 0);
-  std::atomic<bool> stop{false};
   std::atomic<int> frames{0};
+  std::atomic<bool> stopped{false};
   std::thread feeder([&] {
-    const FrameView f = m_frame.View();
-    while (!stop)
-      frames += displayer.DrawYUV420(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0) == 0;
+    while (frames < 8)
+      frames += displayer.DrawGrey() == 0 ? 1 : 0;
+    stopped = true;
   });
-  while (frames == 0)
-    Pump(1);
-  const int before = frames;
-  for (int i = 0; i < 30; ++i) {
-    displayer.AdjustWinRect();
-    displayer.InitDraw(64, 48, 0);
-    Pump();
+  for (WPARAM i = 0; !stopped; ++i) {
+    Call(displayer, m_window.Handle(), i % 5);
+    Pump(3);
   }
-  while (frames < before + 10)
-    Pump(1);
-  stop = true;
-  for (int i = 0; i < 50; ++i)
-    Pump(2);
   feeder.join();
 }
 

@@ -9,6 +9,7 @@
 
 #include "nivral/nivral.h"
 #include "support/frames.h"
+#include "support/guarded_buffer.h"
 #include "support/screen.h"
 #include "support/test_window.h"
 
@@ -163,6 +164,14 @@ TEST(SdlPicture, DropsFramesThatCannotBeShown) {
   EXPECT_EQ(NIVRAL_DWDrawYUV420(pane.handle, nullptr, 64, nullptr, nullptr, 32, 0, 0), 1u);
   pane.window.Destroy();
   EXPECT_EQ(pane.Draw(red), 1u) << "window gone";
+
+  // Frames of a size that could not take effect are not read beyond it, mirrored or not.
+  NIVRAL_DWInitDraw(pane.handle, 64, 8, 0);
+  const GuardedBuffer y(64 * 8), u(32 * 4), v(32 * 4);
+  for (const uint32_t mirror : {0u, 1u}) {
+    NIVRAL_DWSetMirrorMode(pane.handle, mirror);
+    EXPECT_EQ(NIVRAL_DWDrawYUV420(pane.handle, y.data(), 64, u.data(), v.data(), 32, 0, 0), 1u);
+  }
 }
 
 TEST(SdlPicture, ComesBackAfterMinimising) {
@@ -266,6 +275,35 @@ TEST(SdlPicture, AsksForARedrawWhenExposedOnceAFrameWasShown) {
   EXPECT_EQ(redraw.count, 0);
 }
 
+TEST(SdlPicture, APaneLeftOpenOverARestartHarmsNobody) {
+  Pane left(160, 120);
+  TestFrame red = Red();
+  NIVRAL_DWInitDraw(left.handle, 64, 48, 0);
+  EXPECT_EQ(left.Draw(red), 0u);
+  auto closed = std::make_unique<Pane>(160, 120, 640);
+  NIVRAL_DWInitDraw(closed->handle, 64, 48, 0);
+  NIVRAL_UnInitialize();
+  NIVRAL_InitializeEx(1);
+  EXPECT_EQ(left.Draw(red), 1u);
+
+  Pane other(160, 120, 340);  // SDL gives it the number that `left` or `closed` had
+  Pane another(160, 120, 940);
+  for (Pane* pane : {&other, &another})
+    NIVRAL_DWInitDraw(pane->handle, 64, 48, 0);
+  closed.reset();
+  NIVRAL_DWInitDraw(left.handle, 32, 48, 0);
+  TestFrame narrow = Red(32, 48);
+  EXPECT_EQ(left.DrawTwice(narrow), 0u);
+  ExpectFlat(left.window.Handle(), kRed);
+  for (Pane* pane : {&other, &another}) {
+    Redraw redraw{pane, &red};
+    NIVRAL_DWSetFlashWndCB(pane->handle, &redraw, &OnFlash);
+    EXPECT_EQ(pane->DrawTwice(red), 0u);
+    ExposeOften(pane->window.Handle());
+    EXPECT_GT(redraw.count, 0);
+  }
+}
+
 /// Puts a procedure on top of a window's, as clients do; it counts messages and passes them on.
 WNDPROC g_below = nullptr;
 int g_counted = 0;
@@ -353,6 +391,92 @@ class Feeder {
   std::atomic<int> m_shown{0};
   std::thread m_thread;
 };
+
+/// A window whose procedure calls into its pane: WM_APP + n makes call n.
+struct Calling {
+  void* pane;
+  HWND window;
+  TestFrame* frame;
+  std::atomic<int> ended{0};
+};
+Calling* g_calling = nullptr;
+
+void Call(Calling& c, uint32_t which) {
+  switch (which) {
+    case 0:
+      NIVRAL_DWAdjustedWnd(c.pane);
+      break;
+    case 1:
+      NIVRAL_DWInitDraw(c.pane, 64, 48, 0);
+      break;
+    case 2:
+      NIVRAL_DWFreeDraw(c.pane);
+      break;
+    case 3:
+      NIVRAL_DWSetHwnd(c.pane, c.window);
+      break;
+    default:
+      NIVRAL_DWDrawYUV420(c.pane, c.frame->y.data(), 64, c.frame->u.data(), c.frame->v.data(), 32, 0, 0);
+  }
+}
+
+LRESULT CALLBACK CallingProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_GETTEXTLENGTH && g_calling) Call(*g_calling, 1);  // SDL asks for it when it is bound
+  if (message < WM_APP || message >= WM_APP + 5 || !g_calling)
+    return DefWindowProcW(window, message, wParam, lParam);
+  Call(*g_calling, message - WM_APP);
+  Sleep(wParam & 1);
+  ++g_calling->ended;
+  return 42;
+}
+
+TEST(SdlPicture, HandlersOfSentMessagesMayCallThePaneAndKeepTheirAnswers) {
+  Pane pane(160, 120);
+  TestFrame frame = Green();
+  Calling calling{pane.handle, pane.window.Handle(), &frame};
+  g_calling = &calling;
+  SetWindowLongPtrW(pane.window.Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CallingProc));
+  NIVRAL_DWInitDraw(pane.handle, 64, 48, 0);
+  constexpr int kMessages = 300;
+  std::atomic<bool> stop{false};
+  std::atomic<int> working{2};
+  int wrong = 0;
+  std::thread feeder([&] {
+    TestFrame mine = Green();
+    for (int i = 0; !stop; ++i) {
+      pane.Draw(mine);
+      // Binding and freeing belong on the window's thread; from elsewhere they must not hang either.
+      if (i % 16 == 9) NIVRAL_DWFreeDraw(pane.handle);
+      if (i % 16 == 11) NIVRAL_DWInitDraw(pane.handle, 64, 48, 0);
+    }
+    --working;
+  });
+  std::thread sender([&] {
+    for (int i = 0; i < kMessages; ++i) {
+      const UINT which = i % 3 ? 0 : static_cast<UINT>(i / 3 % 5);
+      const LRESULT answer = SendMessageW(calling.window, WM_APP + which, static_cast<WPARAM>(i), 0);
+      wrong += answer != 42 || calling.ended <= i;
+    }
+    stop = true;
+    --working;
+  });
+  // The window's thread makes the same calls of its own accord, and takes the pane off its window and back.
+  for (uint32_t i = 0; working > 0; ++i) {
+    Pump(3);
+    Call(calling, i % 5);
+    if (i % 5 == 4) NIVRAL_DWSetHwnd(pane.handle, nullptr);
+  }
+  feeder.join();
+  sender.join();
+  g_calling = nullptr;
+  EXPECT_EQ(wrong, 0);
+  NIVRAL_DWFreeDraw(pane.handle);
+  NIVRAL_DWSetHwnd(pane.handle, pane.window.Handle());
+  NIVRAL_DWInitDraw(pane.handle, 64, 48, 0);
+  TestFrame red = Red();
+  EXPECT_EQ(pane.DrawTwice(red), 0u);
+  ExpectFlat(pane.window.Handle(), kRed);
+}
 
 void DisturbAtRandom(Feeder& feeder, std::mt19937& random) {
   HWND window = feeder.Get().window.Handle();

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include "backends/sdl2/pane_turn.h"
+
+#include <utility>
+
+namespace {
+
+/// Turns that this thread is in, on any pane.
+thread_local int t_turns = 0;
+
+bool MustNotWait() {
+  return t_turns > 0 || IsHandlingSentMessage();
+}
+
+}  // namespace
+
+WindowLock& SdlWindowList() {
+  static WindowLock lock;
+  return lock;
+}
+
+void PaneRequests::NoteFree() {
+  CAutoLock guard(&m_lock);
+  m_batch.free = true;
+  m_batch.size.reset();
+  m_any = true;
+}
+
+void PaneRequests::NoteWindow(HWND window) {
+  CAutoLock guard(&m_lock);
+  m_batch.window = window;
+  m_any = true;
+}
+
+void PaneRequests::NoteSize(VideoSize size) {
+  CAutoLock guard(&m_lock);
+  m_batch.size = size;
+  m_any = true;
+}
+
+PaneRequests::Batch PaneRequests::Take() {
+  CAutoLock guard(&m_lock);
+  m_any = false;
+  return std::exchange(m_batch, {});
+}
+
+bool PaneLock::Enter(Wait wait) {
+  if (MustNotWait()) return TryEnterWithWindowList();
+  m_lock.Lock(wait);
+  Begin(false);
+  return true;
+}
+
+bool PaneLock::TryEnter() {
+  if (MustNotWait()) return TryEnterWithWindowList();
+  if (!m_lock.TryLockNow()) return false;
+  Begin(false);
+  return true;
+}
+
+/// With the list, nothing has to be waited for later in the turn either.
+bool PaneLock::TryEnterWithWindowList() {
+  if (!SdlWindowList().TryLockNow()) return false;
+  if (m_lock.TryLockNow()) {
+    if (!m_inTurn) {
+      Begin(true);
+      return true;
+    }
+    m_lock.Unlock();
+  }
+  SdlWindowList().Unlock();
+  return false;
+}
+
+void PaneLock::Begin(bool withWindowList) {
+  m_inTurn = true;
+  m_withWindowList = withWindowList;
+  ++t_turns;
+}
+
+void PaneLock::Leave() {
+  --t_turns;
+  m_inTurn = false;
+  const bool withWindowList = m_withWindowList;
+  m_lock.Unlock();
+  if (withWindowList) SdlWindowList().Unlock();
+}
