@@ -45,7 +45,6 @@ start_wine() {
       # Without a window manager Wine would wait two seconds for one at every new window.
       $WINE reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d N /f
       $WINE reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
-      cp /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf "$D/wp/drive_c/windows/Fonts/simhei.ttf"
       $WINE_SERVER -w; touch "$D/wp/.ready-2"
     fi
     $WINE_SERVER -p; $WINE wineboot )

@@ -2,7 +2,9 @@
 #include "backends/sdl2/sdl_font.h"
 
 #include "backends/sdl2/sdl_library.h"
+#include "display/font_choice.h"
 #include "display/font_path.h"
+#include "display/system_font.h"
 #include "util/mutex_lock.h"
 
 namespace {
@@ -13,6 +15,17 @@ CMutexLock g_ttfLock;
 const Uint16* Units(const wchar_t* text) {
   static_assert(sizeof(wchar_t) == sizeof(Uint16));
   return reinterpret_cast<const Uint16*>(text);
+}
+
+/// The font of the lookup, else the first that opens of those that the system may have instead.
+TTF_Font* Open(int32_t size) {
+  if (TTF_Font* const found = TTF_OpenFont(FontPath(), size)) return found;
+  for (const std::string& file : FallbackFontFiles(FontPath())) {
+    if (TTF_Font* const other = TTF_OpenFont(file.c_str(), size)) return other;
+  }
+  const auto data = SystemFontFile();
+  if (data.empty()) return nullptr;
+  return TTF_OpenFontRW(SDL_RWFromConstMem(data.data(), static_cast<int>(data.size())), 1, size);
 }
 
 }  // namespace
@@ -35,7 +48,7 @@ bool SdlFont::SetSize(int32_t size) {
     m_size = size;
     m_run = SdlRun();
     CAutoLock guard(&g_ttfLock);
-    m_font = TTF_OpenFont(FontPath(), size);
+    m_font = Open(size);
   }
   return m_font != nullptr;
 }

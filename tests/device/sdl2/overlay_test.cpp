@@ -15,6 +15,7 @@
 #include "display/records.h"
 #include "nivral/nivral.h"
 #include "support/frames.h"
+#include "support/import_patch.h"
 #include "support/one_box.h"
 #include "support/screen.h"
 #include "support/test_window.h"
@@ -292,18 +293,17 @@ TEST_F(OverlayBoxes, ShowLandmarksAndFaceCorners) {
   EXPECT_TRUE(Near(shot.At(80, 80), kBlack, 0) && Near(shot.At(140, 80), kBlack, 0));
 }
 
-/// Takes the font file away while it lives.
-class MissingFont {
- public:
-  MissingFont() { EXPECT_TRUE(MoveFileA(FontPath(), m_away.c_str())); }
-  ~MissingFont() { EXPECT_TRUE(MoveFileA(m_away.c_str(), FontPath())); }
-
- private:
-  std::string m_away = std::string(FontPath()) + ".away";
-};
+TTF_Font* NoFont(const char*, int) {
+  return nullptr;
+}
+TTF_Font* NoFontInMemory(SDL_RWops* source, int, int) {
+  SDL_RWclose(source);
+  return nullptr;
+}
 
 TEST_F(OverlayBoxes, AreDrawnWithoutLabelsWhenNoFontOpens) {
-  const MissingFont missing;
+  const ImportPatch files("SDL2_ttf.dll", "TTF_OpenFont", &NoFont);
+  const ImportPatch memory("SDL2_ttf.dll", "TTF_OpenFontRW", &NoFontInMemory);
   const AlgRecord record = OneBox(40, 60, 140, 120, 2, 123, 4);
   AlgLayout layout;
   LayoutAlgRecord(layout, record, kOneToOne, false);
@@ -312,9 +312,36 @@ TEST_F(OverlayBoxes, AreDrawnWithoutLabelsWhenNoFontOpens) {
   ExpectRects(DrawAndLook(), layout);
 }
 
-TEST(Font, IsFoundOnceAndOutlivesARestartOfTheLibrary) {
-  EXPECT_STREQ(FontPath(), "C:\\windows\\Fonts\\simhei.ttf");
+/// A font file in the system's folder while it lives.
+class PlantedFont {
+ public:
+  PlantedFont(const char* font, const std::string& file) : m_file(file) {
+    const std::string from = std::string(R"(Z:\usr\share\fonts\truetype\dejavu\)") + font;
+    EXPECT_TRUE(CopyFileA(from.c_str(), file.c_str(), TRUE)) << from << " " << file;
+  }
+  ~PlantedFont() { DeleteFileA(m_file.c_str()); }
+
+ private:
+  std::string m_file;
+};
+
+bool IsMonospaced() {
+  SdlFont font;
+  EXPECT_TRUE(font.SetSize(12));
+  return font.WidthOf(L"iiii") == font.WidthOf(L"MMMM");
+}
+
+TEST(Font, IsTheLookupsElseOneThatTheSystemHas) {
   EXPECT_EQ(FontPath(), FontPath());
+  DeleteFileA(FontPath());
+  EXPECT_FALSE(IsMonospaced()) << "the system's own font";
+  const PlantedFont fallback("DejaVuSansMono.ttf", R"(C:\windows\Fonts\arial.ttf)");
+  EXPECT_TRUE(IsMonospaced());
+  const PlantedFont first("DejaVuSans.ttf", FontPath());
+  EXPECT_FALSE(IsMonospaced());
+}
+
+TEST(Font, OutlivesARestartOfTheLibrary) {
   SdlFont font;
   EXPECT_TRUE(font.SetSize(12));
   const int width = font.WidthOf(L"12.3m");
