@@ -67,6 +67,16 @@ class SDLDisplayer : public BaseDisplayer {
   void DoRequests();
   Wait WaitMode(HWND newWindow = nullptr) const;
 
+  /// Reasons for a pane that shows nothing.
+  enum class Trouble : uint32_t {
+    NotBound = 1,
+    SdlNotStarted = 2,
+    NoWindow = 4,
+    NoRenderer = 8,
+    Hidden = 16
+  };
+  void SayOnce(Trouble trouble, const wchar_t* text);
+
   int32_t TakePlayWnd(HWND hwnd);
   int32_t TakeSize(VideoSize size);
   uint32_t Bind();
@@ -110,6 +120,7 @@ class SDLDisplayer : public BaseDisplayer {
   VideoSize m_textureSize;
   PaneLock m_lock;  ///< guards every field of this class that is not atomic
   PaneRequests m_requests;
+  std::atomic<uint32_t> m_said{0};  ///< Trouble that the log has been told
   UniqueEvent m_hEvent;
 
   std::optional<WindowHook> m_hook;                ///< while m_sdlWindow exists

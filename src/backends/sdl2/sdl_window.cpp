@@ -53,6 +53,11 @@ void SDLDisplayer::DoRequests() {
   if (batch.size) TakeSize(*batch.size);
 }
 
+void SDLDisplayer::SayOnce(Trouble trouble, const wchar_t* text) {
+  const auto bit = static_cast<uint32_t>(trouble);
+  if ((m_said.fetch_or(bit) & bit) == 0) CLogFile::GetInstance()->Write(2, L"%ls", text);
+}
+
 int32_t SDLDisplayer::SetPlayWnd(HWND hwnd) {
   return InTurn(
       hwnd, [&] { return TakePlayWnd(hwnd); }, [&] { m_requests.NoteWindow(hwnd); });
@@ -105,7 +110,10 @@ uint32_t SDLDisplayer::Bind() {
   if (m_sdlWindow && SdlHasGone()) Teardown();
   if (m_sdlWindow) return 1;
   try {
-    if (!IsWindow(m_hPlayWnd)) return 0;
+    if (!IsWindow(m_hPlayWnd)) {
+      SayOnce(Trouble::NoWindow, L"SDLDisplayer::SetPlayWnd: NIVRAL_DWInitDraw without a window");
+      return 0;
+    }
     ShowPlayWnd();
     CreateWindowOnClient();
   } catch (...) {
@@ -121,7 +129,15 @@ void SDLDisplayer::CreateWindowOnClient() {
     const AutoWindowLock listGuard(SdlWindowList(), WaitMode());
     const WNDPROC client = WindowProcedure(m_hPlayWnd);
     m_sdlWindow.reset(SDL_CreateWindowFrom(m_hPlayWnd));
-    if (!m_sdlWindow) return;
+    if (!m_sdlWindow) {
+      if (SDL_WasInit(SDL_INIT_VIDEO)) {
+        SayOnce(Trouble::NoWindow, L"SDLDisplayer::SetPlayWnd: SDL cannot use the window");
+      } else {
+        SayOnce(Trouble::SdlNotStarted,
+                L"SDLDisplayer::SetPlayWnd: SDL is not running, call NIVRAL_InitializeEx(1) first");
+      }
+      return;
+    }
     m_hook.emplace(m_hPlayWnd, client, &SDLDisplayer::OnRedraw);
   }
   LogStep(L"SDLDisplayer::SetPlayWnd: SDL_SetWindowData");
@@ -163,7 +179,10 @@ bool SDLDisplayer::ResetRender() {
     m_sdlRenderer.reset();
     m_sdlRenderer.reset(SDL_CreateRenderer(m_sdlWindow.get(), -1, SDL_RENDERER_ACCELERATED));
   }
-  if (!m_sdlRenderer) ReportSdlError(1, "SDLDisplayer::ResetRender");
+  if (!m_sdlRenderer) {
+    ReportSdlError(1, "SDLDisplayer::ResetRender");
+    SayOnce(Trouble::NoRenderer, L"SDLDisplayer::ResetRender: no renderer, the pane shows nothing");
+  }
   return m_sdlRenderer != nullptr;
 }
 
@@ -178,7 +197,10 @@ bool SDLDisplayer::ResetTexture() {
   }
   m_bInitialized = m_sdlTexture != nullptr;
   if (m_sdlTexture) m_deviceGeneration = RenderDeviceGeneration();
-  if (!m_sdlTexture) ReportSdlError(1, "SDLDisplayer::ResetTexture");
+  if (!m_sdlTexture) {
+    ReportSdlError(1, "SDLDisplayer::ResetTexture");
+    SayOnce(Trouble::NoRenderer, L"SDLDisplayer::ResetTexture: no texture of the video's size");
+  }
   return m_sdlTexture != nullptr;
 }
 

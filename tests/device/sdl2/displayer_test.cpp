@@ -109,8 +109,10 @@ TEST_F(SdlDisplayerTest, APaneThatOutlivesSdlIsOnlyForgotten) {
   m_displayer->InitDraw(64, 48, 0);
   EXPECT_EQ(Draw(), 0);
   StopSdl();
-  EXPECT_EQ(Draw(), 1);
-  EXPECT_EQ(m_displayer->FreeDraw(), 0);
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(Draw(), 1);
+    EXPECT_EQ(m_displayer->InitDraw(64, 48, 0), 1);
+  }
   StartSdl();
   EXPECT_EQ(m_displayer->InitDraw(64, 48, 0), 0);
   EXPECT_EQ(Draw(), 0);
