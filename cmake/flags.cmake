@@ -25,7 +25,10 @@ if(WIN32)
     WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601 WINVER=0x0601 SDL_MAIN_HANDLED)
 endif()
 if(MINGW)
-  target_link_options(nivral_flags INTERFACE -static)
+  # The same sources give the same bytes in any folder and at any time.
+  target_compile_options(nivral_flags INTERFACE
+    "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${nivral_deps}=deps")
+  target_link_options(nivral_flags INTERFACE -static -Wl,--no-insert-timestamp)
   string(REPLACE "-O3" "-O2" CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
   # printf of the C standard (%zu, %lld) instead of the old run-time's.
   target_compile_definitions(nivral_flags INTERFACE __USE_MINGW_ANSI_STDIO=1)

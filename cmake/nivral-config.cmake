@@ -1,12 +1,19 @@
 # find_package(nivral CONFIG): the target nivral::nivral, which is the DLL with the import library that suits the
 # compiler, and nivral_copy_dlls(target).
-if(NOT WIN32)
+if(NOT WIN32 OR NOT CMAKE_SIZEOF_VOID_P EQUAL 8)
   set(nivral_FOUND FALSE)
   set(nivral_NOT_FOUND_MESSAGE "libnivral is a library for 64-bit Windows")
   return()
 endif()
 
-get_filename_component(nivral_ROOT_DIR "${CMAKE_CURRENT_LIST_DIR}/../../.." ABSOLUTE)
+# lib/cmake/nivral in the package, share/nivral where vcpkg installed it.
+foreach(up ../../.. ../..)
+  get_filename_component(nivral_ROOT_DIR "${CMAKE_CURRENT_LIST_DIR}/${up}" ABSOLUTE)
+  if(EXISTS "${nivral_ROOT_DIR}/include/nivral/nivral.h")
+    break()
+  endif()
+endforeach()
+
 if(NOT TARGET nivral::nivral)
   add_library(nivral::nivral SHARED IMPORTED)
   set_target_properties(nivral::nivral PROPERTIES

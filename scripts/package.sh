@@ -1,9 +1,13 @@
 #!/bin/bash
-# Makes build/package/libnivral-<version>-win64.zip, all that a client's developer needs, and beside it the
-# archive with the DLL's debug symbols. Fails when they do not hold what cmake/package_content.txt says.
+# Makes build/package/libnivral-<version>-win64.zip, all that a client's developer needs, beside it the
+# archive with the DLL's debug symbols, and SHA256SUMS. Fails when they do not hold what
+# cmake/package_content.txt says. The same commit gives the same bytes; see check_reproducible.sh.
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"
 OUT=$ROOT/build/package
+BUILD=$ROOT/build/mingw-release
+SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}
+export SOURCE_DATE_EPOCH
 
 # A folder in the list, which ends in "/", stands for every file that the tree has there; the reference is
 # made.
@@ -18,11 +22,14 @@ listed_files() {
   done < cmake/package_content.txt
 }
 
-# Without the folder that everything is in.
-packed_files() { cmake -E tar tf "$1" | sed -n 's|^[^/]*/\(.*[^/]\)$|\1|p'; }
-
-check_content() {
-  diff <(sort) <(packed_files "$1" | sort) || die "$1 does not hold what it should (< missing, > extra)"
+# pack <component> <name>: what is installed of the component has to be what standard input names.
+pack() {
+  local component=$1 name=$2 stage=$OUT/stage/$2
+  quietly "build/install-$component.log" "installing" \
+    cmake --install "$BUILD" --component "$component" --prefix "$stage"
+  diff <(sort) <(cd "$stage" && find . -type f -printf '%P\n' | sort) ||
+    die "$name does not hold what it should (< missing, > extra)"
+  scripts/zip_folder.py "$stage" "$OUT/$name.zip"
 }
 
 scripts/setup.sh
@@ -31,8 +38,10 @@ quietly build/configure-package.log "configuring" cmake --preset mingw-release
 quietly build/package.log "building" \
   cmake --build --preset mingw-release -j "$JOBS" --target nivral nivral_player
 rm -rf "$OUT"
-quietly build/cpack.log "packing" cpack --config build/mingw-release/CPackConfig.cmake -B "$OUT"
-rm -rf "$OUT/_CPack_Packages"
-listed_files | check_content "$OUT"/libnivral-*-win64.zip
-echo bin/libnivral.dll.debug | check_content "$OUT"/libnivral-*-win64-symbols.zip
+mkdir -p "$OUT"
+NAME=libnivral-$(sed -n 's/^CMAKE_PROJECT_VERSION:.*=//p' "$BUILD/CMakeCache.txt")-win64
+listed_files | pack kit "$NAME"
+echo bin/libnivral.dll.debug | pack symbols "$NAME-symbols"
+rm -rf "$OUT/stage"
+( cd "$OUT" && sha256sum -- *.zip > SHA256SUMS )
 say "package: $(cd "$OUT" && du -h -- *.zip | xargs)"

@@ -6,7 +6,7 @@ PACKAGES=(
   g++ g++-mingw-w64-x86-64-posix cmake ninja-build ccache dpkg-dev ca-certificates git
   googletest libgtest-dev libgmock-dev libbenchmark-dev libsdl2-2.0-0 ffmpeg
   clang lld llvm libclang-rt-14-dev clang-format clang-tidy cppcheck shellcheck python3 doxygen
-  mono-mcs libmono-system-windows-forms4.0-cil
+  mono-mcs libmono-system-windows-forms4.0-cil pkg-config
   wine wine64 xvfb libgl1 libgl1-mesa-dri libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2
   libxrender1 libxxf86vm1 pulseaudio pulseaudio-utils fonts-dejavu-core imagemagick
 )
