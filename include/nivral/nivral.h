@@ -34,7 +34,9 @@
  *   do not wait for a frame being drawn.
  *
  * No call may be in flight on a handle that is being closed. On a Direct3D 9 pane no two calls may overlap at
- * all, whatever their threads.
+ * all, whatever their threads. Calls that belong to the window thread may wait for the frame being drawn; that
+ * thread goes on receiving messages that other threads send to its windows meanwhile. Made while the thread
+ * handles such a message, they do not wait for a busy SDL2 pane: what they ask for is done right after.
  *
  * Units. Widths and heights are pixels, strides bytes from row to row. Video pixels count in the size given
  * to NIVRAL_DWInitDraw, client pixels in the client area of the window. The picture always fills the client
@@ -116,7 +118,8 @@ typedef void(NIVRAL_CALL* NivralDisplayCallback)(int32_t index, void* hdc, uint3
                                                  uint32_t mirrorMode, void* user);
 
 /** SDL2 only, on the window thread, from its message loop, when a part of the window was exposed after a
- * frame had been shown: the client may draw its last frame again. Several exposures may arrive as one call.
+ * frame had been shown: the client may draw its last frame again. Several exposures may arrive as one call;
+ * none comes after NIVRAL_DWFreeDraw or NIVRAL_DWCloseDraw.
  *
  * @param user the client's context
  * @param playWnd the pane's window
@@ -152,7 +155,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_Initialize(void);
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_InitializeEx(uint32_t bUseSDL);
 
 /** Shuts SDL2 down, when it is the choice of the process. Close all panes first: one that is still open
- * refuses frames from then on. Thread: start-up.
+ * refuses frames, until SDL2 is started and NIVRAL_DWInitDraw called again. Thread: start-up.
  *
  * @return 0 when SDL2 is the choice, also after a fall-back to it; 1 otherwise, and then nothing was done */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_UnInitialize(void);
