@@ -1,6 +1,7 @@
 #!/bin/bash
 # Static analysis of src/ with warnings as errors: cppcheck, and Clang as a second compiler for the Windows
-# code, with its warnings and the checks of .clang-tidy. analyse.sh [file...] has Clang look at those files only.
+# code, with its warnings and the checks of .clang-tidy. analyse.sh [file...] has Clang look at those files
+# only.
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"
 WORK=$ROOT/build/analyse

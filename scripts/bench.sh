@@ -61,7 +61,8 @@ roads_table() {
 
 part_roads() {
   quietly build/configure-roads.log "configuring" cmake --preset mingw-release -DNIVRAL_BENCH=ON
-  quietly build/build-roads.log "building" cmake --build --preset mingw-release -j "$JOBS" --target roads_bench
+  quietly build/build-roads.log "building" \
+    cmake --build --preset mingw-release -j "$JOBS" --target roads_bench
   local bed=$ROOT/build/bed
   local state; state=$("$ROOT/scripts/bed.sh" up "$bed")
   . "$bed/env.sh"

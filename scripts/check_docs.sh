@@ -1,7 +1,7 @@
 #!/bin/bash
-# What the documents say is there: every path of the tree, script and preset that they name exists, every exported
-# function is declared in the header, the reference can be made from it with nothing left undescribed, and the documents'
-# code compiles.
+# What the documents say is there: every path of the tree, script and preset that they name exists, every
+# exported function is declared in the header, the reference can be made from it with nothing left
+# undescribed, and the documents' code compiles.
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"
 FOLDERS='\.ci|cmake|docs|examples|include|scripts|src|tests|bench'

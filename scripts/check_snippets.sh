@@ -1,6 +1,6 @@
 #!/bin/bash
-# The code blocks of the documents for clients compile as they are printed: C as C99, C++ as C++17, each block by
-# itself.
+# The code blocks of the documents for clients compile as they are printed: C as C99, C++ as C++17, each block
+# by itself.
 #   check_snippets.sh [folder with nivral/nivral.h]
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"

@@ -1,7 +1,8 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
-# Runs a command with a sound sink (8 kHz mono) of its own and that sink's monitor as recording source: awake_sink.sh COMMAND...
-# An idle or new null sink loses the beginning of what is played and records late, so it is kept awake by silence.
+# Runs a command with a sound sink (8 kHz mono) of its own and that sink's monitor as recording source:
+#   awake_sink.sh COMMAND...
+# An idle or new null sink loses the beginning of what is played and records late, so silence keeps it awake.
 set -euo pipefail
 OPTIONS=(--raw --format=s16le --rate=8000 --channels=1 --latency-msec=20)
 export PULSE_SINK=nivral$$ PULSE_SOURCE=nivral$$.monitor
