@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+// Any mosaic, zoom and record on any display: everything is laid out within the picture, on every backend.
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#include "backends/d3d9/mosaic_map.h"
+#include "backends/d3d9/overlay_layout.h"
+#include "display/box_layout.h"
+#include "display/mosaic_layout.h"
+
+namespace {
+
+struct Input {
+  uint16_t displayWidth;
+  uint16_t displayHeight;
+  uint16_t videoWidth;
+  uint16_t videoHeight;
+  PixelRect area;
+  uint32_t level;
+  uint32_t mirror;
+  MilleRect displayed;
+  MillePoint point;
+  int32_t zoomFactors[3];
+  AlgRecord boxes;
+  DsmRecord faces;
+};
+
+void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+bool Within(const PixelRect& rect, int32_t width, int32_t height) {
+  return rect.Empty() || (rect.left >= 0 && rect.top >= 0 && rect.right <= width && rect.bottom <= height);
+}
+
+void CheckMosaicBlocks(const Input& in, int32_t width, int32_t height) {
+  const MosaicGrid grid = LayoutMosaic(in.area, MosaicBlockSize(in.level), width, height);
+  if (grid.columns <= 0 || grid.rows <= 0) return;
+  Require(Within(grid.source, width, height));
+  for (const int32_t column : {0, grid.columns - 1})
+    Require(grid.SourceX(column) >= 0 && grid.source.left + grid.SourceX(column) < width);
+  for (const int32_t row : {0, grid.rows - 1})
+    Require(grid.SourceY(row) >= 0 && grid.source.top + grid.SourceY(row) < height);
+}
+
+void CheckMosaicMapping(const Input& in, int32_t width, int32_t height) {
+  ZoomState zoom;
+  for (const int32_t factor : in.zoomFactors)
+    zoom = ZoomTo(zoom, in.mirror, in.point.x, in.point.y, factor);
+  Require(Within(MosaicOnSurface(in.displayed, zoom, in.mirror, width, height), width, height));
+  const auto under = FrameRectUnder(in.displayed, zoom, in.mirror);
+  if (under) Require(Within({under->left, under->top, under->right, under->bottom}, 1000, 1000));
+  const auto point = FramePointUnder(in.point, zoom, in.mirror);
+  const MilleRect kept[] = {in.displayed, under.value_or(MilleRect{})};
+  if (point) Require(PickMosaic(kept, *point) < 2);
+}
+
+template <size_t Size>
+void RequireText(const char (&text)[Size]) {
+  Require(std::memchr(text, 0, Size) != nullptr);
+}
+
+void CheckRecords(const Input& in, const DisplayMap& map) {
+  AlgLayout layout;
+  LayoutAlgRecord(layout, in.boxes, map, true);
+  size_t colored = 0;
+  for (const ColorRun& run : layout.runs) {
+    Require(run.end >= colored && run.end <= layout.rects.size());
+    colored = run.end;
+  }
+  for (const OverlayLabel& label : layout.classLabels)
+    RequireText(label.text);
+  LayoutDsmRecord(layout.rects, in.faces, map);
+  for (const PixelRect& rect : layout.rects)
+    Require(Within(rect, map.displayWidth, map.displayHeight));
+  for (int32_t i = 0; i < kMaxBoxes; ++i) {
+    const auto box = LayOutAlgBox(in.boxes, i, {map.videoWidth, map.videoHeight});
+    if (box) RequireText(box->typeLabel.text);
+    if (box && box->distanceLabel) RequireText(box->distanceLabel->text);
+    LayOutDsmBox(in.faces, i, {map.videoWidth, map.videoHeight});
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  Input in{};
+  std::memcpy(&in, data, std::min(size, sizeof(in)));
+  in.boxes.count = std::min<uint16_t>(in.boxes.count, kMaxBoxes);
+  in.boxes.lineWidth %= 64;
+  in.faces.pointCount = std::min<uint16_t>(in.faces.pointCount, kMaxLandmarks);
+  in.faces.boxCount = std::clamp(in.faces.boxCount, 0, kMaxBoxes);
+  // A disc of every row of the highest display would only take time.
+  const DisplayMap map{in.videoWidth, in.videoHeight, in.displayWidth % 4096, in.displayHeight % 4096};
+  CheckMosaicBlocks(in, map.displayWidth, map.displayHeight);
+  CheckMosaicMapping(in, map.displayWidth, map.displayHeight);
+  if (map.videoWidth > 0 && map.videoHeight > 0) CheckRecords(in, map);
+  return 0;
+}
