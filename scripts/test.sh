@@ -1,15 +1,17 @@
 #!/bin/bash
 # Everything that must hold before a change goes in, from nothing: sets the machine up, checks format and
-# documents, analyses, builds for both systems (with Clang here, with GCC for Windows), and runs all tests. Each
-# step's output is kept in build/test/; the steps go on after a failure, and the exit code is 0 only when all of
-# them passed.
-#   test.sh            all steps: format docs analyse native-clang mingw-release package
-#   test.sh <step>...  some of them, or what they cover in another build: native mingw-debug
+# documents, analyses, builds for both systems (with Clang here, with GCC for Windows), and runs all tests.
+# Each step's output is kept in build/test/; the steps go on after a failure, and the exit code is 0 only when
+# all of them passed.
+#   test.sh            the default steps: format shell docs analyse native-clang threads mingw-release package
+#   test.sh <step>...  some of them, what they cover in another build (native mingw-debug mingw-clang msvc),
+#                      reproducible, or a long campaign: soak fuzz
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"
 LOGS=$ROOT/build/test
 BED=$ROOT/build/bed
-STEPS=("$@"); [ $# -gt 0 ] || STEPS=(format docs analyse native-clang mingw-release package)
+DEFAULT_STEPS=(format shell docs analyse native-clang threads mingw-release package)
+STEPS=("$@"); [ $# -gt 0 ] || STEPS=("${DEFAULT_STEPS[@]}")
 passed=0 failed=0 failures=()
 bed=down
 
@@ -41,11 +43,23 @@ end_bed() {
 trap end_bed EXIT
 
 step_format() { "$ROOT/scripts/format.sh" --check; }
+step_shell() {
+  local scripts
+  mapfile -t scripts < <(git ls-files '*.sh' .ci/run)
+  shellcheck "${scripts[@]}"
+}
 step_docs() { "$ROOT/scripts/check_docs.sh"; }
 step_analyse() { "$ROOT/scripts/analyse.sh"; }
 step_native() { build_preset native && ctest --preset native -j "$JOBS"; }
 step_native-clang() { build_preset native-clang && ctest --preset native-clang -j "$JOBS"; }
 step_mingw-release() { build_preset mingw-release && run_windows_tests mingw-release; }
+# Portable code that threads share, under the thread sanitiser.
+step_threads() {
+  build_preset native-threads --target nivral_thread_tests && ctest --preset native-threads -j "$JOBS"
+}
+# The DLL, its tests and the player made by the second compiler.
+step_mingw-clang() { build_preset mingw-clang-release && run_windows_tests mingw-clang-release; }
+step_msvc() { "$ROOT/scripts/check_msvc.sh"; }
 # The tests of portable code once more, as Windows code that traps on undefined behaviour.
 step_mingw-debug() {
   build_preset mingw-debug --target nivral nivral_core_tests &&
@@ -56,6 +70,43 @@ step_package() {
     ( . "$BED/env.sh"; "$ROOT/scripts/check_package.sh" )
 }
 
+step_reproducible() { "$ROOT/scripts/package.sh" && "$ROOT/scripts/check_reproducible.sh"; }
+
+# run_fuzzer <name>: what it keeps and what it finds stay in build/fuzz for the next run.
+run_fuzzer() {
+  mkdir -p "build/fuzz/$1"
+  "build/native-clang/bin/$1" -max_total_time="${NIVRAL_FUZZ_SECONDS:-600}" -timeout=25 -verbosity=0 \
+    -print_final_stats=1 -artifact_prefix="build/fuzz/$1-" "build/fuzz/$1" > "build/fuzz/$1.log" 2>&1 ||
+    { tail -n 40 "build/fuzz/$1.log"; return 1; }
+  echo "$1: $(sed -n 's/^stat::number_of_executed_units: *//p' "build/fuzz/$1.log") inputs"
+}
+
+# Each fuzzer for NIVRAL_FUZZ_SECONDS, ten minutes by default.
+step_fuzz() {
+  local name failed=0
+  build_preset native-clang --target nivral_fuzzers || return
+  while read -r name; do
+    while [ "$(jobs -rp | wc -l)" -ge "$JOBS" ]; do wait -n || failed=1; done
+    run_fuzzer "$name" &
+  done < <(find build/native-clang/bin -name '*_fuzz' -printf '%f\n' | sort)
+  while [ -n "$(jobs -p)" ]; do wait -n || failed=1; done
+  [ $failed = 0 ]
+}
+
+# Every test suite named ...Soak: NIVRAL_SOAK_CYCLES times open and close, NIVRAL_SOAK_SECONDS of many panes.
+step_soak() {
+  build_preset mingw-release
+  export NIVRAL_SOAK_CYCLES=${NIVRAL_SOAK_CYCLES:-1000} NIVRAL_SOAK_SECONDS=${NIVRAL_SOAK_SECONDS:-60}
+  . "$BED/env.sh"
+  local program failed=0
+  while read -r program; do
+    echo "$program: $NIVRAL_SOAK_CYCLES cycles, $NIVRAL_SOAK_SECONDS s"
+    ( cd "$(dirname "$program")" && "$ROOT/tests/support/run_wine.sh" "./$(basename "$program")" \
+      --gtest_filter='*Soak.*' ) || failed=1
+  done < <(find build/mingw-release/bin -name '*_test.exe' -exec grep -lE 'Soak' {} + | sort)
+  [ $failed = 0 ]
+}
+
 run_windows_tests() {
   local preset=$1; shift
   ( . "$BED/env.sh"; ctest --preset "$preset" -j "$JOBS" --timeout 300 "$@" )
@@ -63,7 +114,7 @@ run_windows_tests() {
 
 run_step() {
   local step=$1 start=$SECONDS log=$LOGS/$1.log
-  case $step in mingw-release|mingw-debug|package) start_bed ;; esac
+  case $step in mingw-release|mingw-debug|mingw-clang|package|soak) start_bed ;; esac
   printf '== %-14s ' "$step"
   if "step_$step" > "$log" 2>&1; then
     echo "passed in $((SECONDS - start)) s"
@@ -72,7 +123,7 @@ run_step() {
     tail -n 60 "$log"
     failures+=("$step")
   fi
-  case $step in native*|mingw*) count_tests "$log" ;; esac
+  case $step in native*|threads|mingw*) count_tests "$log" ;; esac
 }
 
 for step in "${STEPS[@]}"; do
@@ -82,7 +133,8 @@ mkdir -p "$LOGS"
 "$ROOT/scripts/setup.sh"
 for step in "${STEPS[@]}"; do run_step "$step"; done
 
-say "steps: $((${#STEPS[@]} - ${#failures[@]})) passed, ${#failures[@]} failed${failures:+ (${failures[*]})};" \
+say "steps: $((${#STEPS[@]} - ${#failures[@]})) passed," \
+  "${#failures[@]} failed${failures:+ (${failures[*]})};" \
   "$SECONDS s in all"
 echo "$passed passed, $failed failed"
 [ ${#failures[@]} = 0 ]
