@@ -74,6 +74,7 @@ void BaseDisplayer::SetOSDText(int32_t index, const char* text, uint32_t x, uint
 }
 
 void BaseDisplayer::SetOSDFont(uint32_t first, uint32_t second, const char* face) {
+  CAutoLock guard(&m_textLock);
   std::strncpy(m_szFontFace, face ? face : "", sizeof(m_szFontFace) - 1);
   m_dwFontFirst = first;
   m_dwFontSecond = second;

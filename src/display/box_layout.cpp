@@ -58,7 +58,7 @@ Box AddNestedOutlines(RectCollector& to, Box box, int32_t count) {
   return box;
 }
 
-void AddLabel(std::vector<OverlayLabel>& labels, int64_t x, int64_t y, const char* text) {
+void AddLabel(NothrowList<OverlayLabel>& labels, int64_t x, int64_t y, const char* text) {
   OverlayLabel label{Saturate(x), Saturate(y), {}};
   std::snprintf(label.text, sizeof(label.text), "%s", text);
   labels.push_back(label);
@@ -140,7 +140,7 @@ void LayoutAlgRecord(AlgLayout& layout, const AlgRecord& record, const DisplayMa
   }
 }
 
-void LayoutDsmRecord(std::vector<PixelRect>& rects, const DsmRecord& record, const DisplayMap& map) {
+void LayoutDsmRecord(RectList& rects, const DsmRecord& record, const DisplayMap& map) {
   RectCollector to(rects, map);
   const int32_t points = std::min<int32_t>(record.pointCount, kMaxLandmarks);
   for (int32_t i = 0; i < points; i += 2)

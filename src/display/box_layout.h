@@ -23,10 +23,10 @@ struct ColorRun {
 
 /// Drawing order: all rectangles, then class labels, then distance labels.
 struct AlgLayout {
-  std::vector<PixelRect> rects;
-  std::vector<ColorRun> runs;
-  std::vector<OverlayLabel> classLabels;
-  std::vector<OverlayLabel> distanceLabels;
+  RectList rects;
+  NothrowList<ColorRun> runs;
+  NothrowList<OverlayLabel> classLabels;
+  NothrowList<OverlayLabel> distanceLabels;
 
   void Clear();
 };
@@ -37,4 +37,4 @@ void LayoutAlgRecord(AlgLayout& layout, const AlgRecord& record, const DisplayMa
 
 /// Landmarks, of which only every second is shown, and face boxes of a driver-monitoring record, all green.
 /// Appends.
-void LayoutDsmRecord(std::vector<PixelRect>& rects, const DsmRecord& record, const DisplayMap& map);
+void LayoutDsmRecord(RectList& rects, const DsmRecord& record, const DisplayMap& map);

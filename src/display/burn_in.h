@@ -20,8 +20,8 @@ struct BurnInLabels {
   size_t count = 0;
 };
 
-/// The labels of a record whose areas lie in the picture at least in part. Distances are written in metres with
-/// a tenth.
+/// The labels of a record whose areas lie in the picture at least in part. Distances are written in metres
+/// with a tenth.
 void LayoutBurnInLabels(BurnInLabels& to, const AlgRecord& record, uint32_t width, uint32_t height);
 
 /// Draws a driver-assistance record into a frame: box outlines and the areas of class and distance labels,

@@ -3,9 +3,9 @@
 
 #include <cstdint>
 #include <optional>
-#include <vector>
 
 #include "display/frame_view.h"
+#include "util/nothrow_list.h"
 
 /// Rounds chroma planes up for consumers that take (size + 1) / 2 samples each way, where the client's frames
 /// have size / 2: the missing column and row of an odd-sized video repeat the last ones.
@@ -16,6 +16,6 @@ class EvenChroma {
   std::optional<FrameView> Complete(const FrameView& frame, int32_t width, int32_t height);
 
  private:
-  std::vector<uint8_t> m_u;
-  std::vector<uint8_t> m_v;
+  NothrowList<uint8_t> m_u;
+  NothrowList<uint8_t> m_v;
 };

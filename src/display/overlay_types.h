@@ -3,9 +3,9 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 #include "display/pixel_rect.h"
+#include "util/nothrow_list.h"
 
 struct OverlayColor {
   uint8_t r = 0;
@@ -34,17 +34,19 @@ struct DisplayMap {
   float Y(float y) const { return y * static_cast<float>(displayHeight) / static_cast<float>(videoHeight); }
 };
 
+using RectList = NothrowList<PixelRect>;
+
 /// Collects filled rectangles, cut to a display.
 class RectCollector {
  public:
-  RectCollector(std::vector<PixelRect>& rects, const DisplayMap& map)
+  RectCollector(RectList& rects, const DisplayMap& map)
       : m_rects(rects), m_width(map.displayWidth), m_height(map.displayHeight) {}
 
   /// Corners in any order, both included.
   void Add(int64_t x1, int64_t y1, int64_t x2, int64_t y2);
 
  private:
-  std::vector<PixelRect>& m_rects;
+  RectList& m_rects;
   int64_t m_width;
   int64_t m_height;
 };

@@ -6,8 +6,8 @@
 #include <new>
 #include <optional>
 
-/// Records waiting for their frames, oldest first. Of more than kCapacity the newest are kept. Memory comes with
-/// the first record; a record that there is none for is dropped.
+/// Records waiting for their frames, oldest first. Of more than kCapacity the newest are kept. Memory comes
+/// with the first record; a record that there is none for is dropped.
 template <class Record>
 class RecordRing {
  public:

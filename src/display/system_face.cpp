@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "display/system_face.h"
 
-#include <windows.h>
+#include <cstring>
 
-std::string IconTitleFace() {
+void IconTitleFace(char (&face)[LF_FACESIZE]) {
   LOGFONTA iconTitle{};
-  const bool known = SystemParametersInfoA(SPI_GETICONTITLELOGFONT, sizeof(iconTitle), &iconTitle, 0);
-  return known ? iconTitle.lfFaceName : "Tahoma";
+  std::strcpy(iconTitle.lfFaceName, "Tahoma");
+  SystemParametersInfoA(SPI_GETICONTITLELOGFONT, sizeof(iconTitle), &iconTitle, 0);
+  std::memcpy(face, iconTitle.lfFaceName, sizeof(face));
 }

@@ -4,24 +4,20 @@
 #include <new>
 #include <utility>
 
-std::unique_ptr<WorkingFrame> WorkingFramePool::Take() {
+std::unique_ptr<WorkingFramePool::Node> WorkingFramePool::Take() {
   {
     CAutoLock guard(&m_lock);
-    if (!m_idle.empty()) {
-      auto frame = std::move(m_idle.back());
-      m_idle.pop_back();
+    if (auto frame = std::move(m_idle)) {
+      m_idle = std::move(frame->next);
       return frame;
     }
   }
-  return std::unique_ptr<WorkingFrame>(new (std::nothrow) WorkingFrame);
+  return std::unique_ptr<Node>(new (std::nothrow) Node);
 }
 
-void WorkingFramePool::Return(std::unique_ptr<WorkingFrame> frame) {
+void WorkingFramePool::Return(std::unique_ptr<Node> frame) {
   if (!frame) return;
   CAutoLock guard(&m_lock);
-  try {
-    m_idle.push_back(std::move(frame));
-  } catch (const std::bad_alloc&) {
-    // Nowhere to keep it: the frame is freed and the next caller makes a new one.
-  }
+  frame->next = std::move(m_idle);
+  m_idle = std::move(frame);
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <memory>
-#include <vector>
 
 #include "display/working_frame.h"
 #include "util/mutex_lock.h"
@@ -10,6 +9,12 @@
 /// Working frames of one displayer, reused from frame to frame. Each is with one caller at a time; a second
 /// thread that draws on the same handle gets its own.
 class WorkingFramePool {
+  /// The idle ones form a list, so that giving one back needs no memory.
+  struct Node {
+    WorkingFrame frame;
+    std::unique_ptr<Node> next;
+  };
+
  public:
   /// A frame on loan; goes back to the pool at the end of the scope.
   class Loan {
@@ -19,19 +24,19 @@ class WorkingFramePool {
     Loan(const Loan&) = delete;
     Loan& operator=(const Loan&) = delete;
 
-    /// Null when there is no memory.
-    WorkingFrame* operator->() const { return m_frame.get(); }
+    WorkingFrame* operator->() const { return &m_frame->frame; }
+    /// False when there is no memory.
     explicit operator bool() const { return m_frame != nullptr; }
 
    private:
     WorkingFramePool& m_pool;
-    std::unique_ptr<WorkingFrame> m_frame;
+    std::unique_ptr<Node> m_frame;
   };
 
  private:
-  std::unique_ptr<WorkingFrame> Take();
-  void Return(std::unique_ptr<WorkingFrame> frame);
+  std::unique_ptr<Node> Take();
+  void Return(std::unique_ptr<Node> frame);
 
   CMutexLock m_lock;
-  std::vector<std::unique_ptr<WorkingFrame>> m_idle;
+  std::unique_ptr<Node> m_idle;
 };

@@ -3,8 +3,8 @@
 
 #include <windows.h>
 
-/// Holds a slim lock for a scope. Neither taking nor making such a lock can fail or needs memory; it must not be
-/// taken twice.
+/// Holds a slim lock for a scope. Neither taking nor making such a lock can fail or needs memory; it must
+/// not be taken twice.
 class SrwGuard {
  public:
   explicit SrwGuard(SRWLOCK& lock) : m_lock(lock) { AcquireSRWLockExclusive(&m_lock); }

@@ -17,7 +17,7 @@ D3DDisplayer::D3DDisplayer() {
   D3DXMatrixIdentity(&m_matHuePre);
   D3DXMatrixIdentity(&m_matHuePost);
   D3DXMatrixIdentity(&m_matColour);
-  BaseDisplayer::SetOSDFont(m_dwFontFirst, m_dwFontSecond, IconTitleFace().c_str());
+  IconTitleFace(m_szFontFace);
 }
 
 D3DDisplayer::~D3DDisplayer() {

@@ -2,7 +2,8 @@
 #include "backends/ddraw/ddraw_device.h"
 
 #include <algorithm>
-#include <vector>
+#include <memory>
+#include <new>
 
 #include "backends/ddraw/ddraw_error.h"
 #include "backends/ddraw/draw_layout.h"
@@ -104,9 +105,9 @@ HRESULT DDrawDevice::CreateOffscreen(const DDPIXELFORMAT& format, uint32_t width
 bool DDrawDevice::ListsFourCC(DWORD fourCC) const {
   DWORD count = 0;
   if (FAILED(m_directDraw->GetFourCCCodes(&count, nullptr)) || count == 0) return false;
-  std::vector<DWORD> codes(count);
-  if (FAILED(m_directDraw->GetFourCCCodes(&count, codes.data()))) return false;
-  return std::find(codes.begin(), codes.end(), fourCC) != codes.end();
+  const std::unique_ptr<DWORD[]> codes(new (std::nothrow) DWORD[count]);
+  if (!codes || FAILED(m_directDraw->GetFourCCCodes(&count, codes.get()))) return false;
+  return std::find(codes.get(), codes.get() + count, fourCC) != codes.get() + count;
 }
 
 HRESULT DDrawDevice::Present(HWND window, IDirectDrawSurface7* picture, const PixelRect& area) {

@@ -38,7 +38,7 @@ CDirectDraw::CDirectDraw() : m_workerDone(CreateEventW(nullptr, TRUE, FALSE, nul
     BuildTables();
     MarkPrepared();
   }
-  BaseDisplayer::SetOSDFont(m_dwFontFirst, m_dwFontSecond, IconTitleFace().c_str());
+  IconTitleFace(m_szFontFace);
 }
 
 CDirectDraw::~CDirectDraw() {
@@ -102,7 +102,10 @@ int32_t CDirectDraw::CreateAll() {
   ResetEvent(m_workerDone.get());
   // Before the slots: opening forgets what was raised, and a frame may come as soon as slots let it in.
   m_work.Open();
-  if (!m_slots.Open(m_dwWidth, m_dwHeight)) return kNoMemory;
+  {
+    CAutoLock guard(&m_handOverLock);
+    if (!m_slots.Open(m_dwWidth, m_dwHeight)) return kNoMemory;
+  }
   if (!m_worker.Start(&CDirectDraw::WorkerMain, this)) return kFailed;
   m_bInitialized = true;
   return kOk;
@@ -124,7 +127,7 @@ HRESULT CDirectDraw::CreateSurfaces() {
 
 int32_t CDirectDraw::FreeDraw() {
   if (GetCurrentThreadId() == m_workerId) return kFailed;
-  m_slots.Close();
+  CloseSlots();
   StopWorker();
   const bool shown = m_frameUploaded;
   ReleaseAll();
@@ -133,8 +136,14 @@ int32_t CDirectDraw::FreeDraw() {
   return kOk;
 }
 
-void CDirectDraw::ReleaseAll() {
+/// Returns when no frame is on its way into a slot.
+void CDirectDraw::CloseSlots() {
+  CAutoLock guard(&m_handOverLock);
   m_slots.Close();
+}
+
+void CDirectDraw::ReleaseAll() {
+  CloseSlots();
   StopWorker();
   m_slots.Release();
   m_bInitialized = false;

@@ -8,6 +8,7 @@
 #include "backends/ddraw/frame_surface.h"
 #include "backends/ddraw/gdi_text.h"
 #include "display/base_displayer.h"
+#include "display/overlay_types.h"
 #include "util/thread_base.h"
 #include "util/win_handles.h"
 #include "util/work_signal.h"
@@ -54,6 +55,7 @@ class CDirectDraw : public BaseDisplayer {
  private:
   int32_t CreateAll();
   HRESULT CreateSurfaces();
+  void CloseSlots();
   void ReleaseAll();
   void StopWorker();
 
@@ -76,11 +78,11 @@ class CDirectDraw : public BaseDisplayer {
 
   HRESULT PaintOverlays(const PixelRect& area, const PaneSettings& settings);
   HRESULT PixelateMosaic(const PixelRect& area, const MosaicSettings& mosaic);
-  void DrawTexts(HDC dc, const std::array<TextItem, kTextItemCount>& texts, const OverlayScale& scale);
   void CallDisplayCallback(HDC dc, const PixelRect& area, const PaneSettings& settings);
 
   FrameRoad m_wantedRoad = FrameRoad::Automatic;
-  CMutexLock m_handOverLock;  ///< keeps records with their frames when two threads bring some
+  CMutexLock
+      m_handOverLock;  ///< one thread at a time brings a frame and its records, opens or closes the slots
   FrameSlots m_slots;
   WorkSignal m_work;         ///< a frame or a wish to repaint waits
   UniqueEvent m_workerDone;  ///< manual-reset: the worker has left its body
@@ -96,7 +98,7 @@ class CDirectDraw : public BaseDisplayer {
   PixelRect m_composedArea;
   GdiText m_text;
   GdiLabels m_labels;
-  std::vector<PixelRect> m_dsmRects;
+  RectList m_dsmRects;
   FrameNote m_shown;
   bool m_frameUploaded = false;
 };

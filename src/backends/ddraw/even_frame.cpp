@@ -2,7 +2,6 @@
 #include "backends/ddraw/even_frame.h"
 
 #include <algorithm>
-#include <new>
 
 std::optional<FrameView> EvenFrame::Complete(const FrameView& frame, int32_t width, int32_t height) {
   std::optional<FrameView> whole = m_chroma.Complete(frame, width, height);
@@ -10,11 +9,7 @@ std::optional<FrameView> EvenFrame::Complete(const FrameView& frame, int32_t wid
 
   const int32_t evenWidth = width + width % 2;
   const int32_t evenHeight = height + height % 2;
-  try {
-    m_luma.resize(static_cast<size_t>(evenWidth) * static_cast<size_t>(evenHeight));
-  } catch (const std::bad_alloc&) {
-    return std::nullopt;
-  }
+  if (!m_luma.resize(static_cast<size_t>(evenWidth) * static_cast<size_t>(evenHeight))) return std::nullopt;
   for (int32_t row = 0; row < evenHeight; ++row) {
     const uint8_t* from = frame.y + static_cast<ptrdiff_t>(std::min(row, height - 1)) * frame.strideY;
     uint8_t* to = m_luma.data() + static_cast<ptrdiff_t>(row) * evenWidth;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vector>
-
 #include "display/even_chroma.h"
 
 /// Rounds odd frames up to even sizes, as surfaces with shared chroma and converters of pixel pairs want
@@ -15,5 +13,5 @@ class EvenFrame {
 
  private:
   EvenChroma m_chroma;
-  std::vector<uint8_t> m_luma;
+  NothrowList<uint8_t> m_luma;
 };

@@ -19,7 +19,6 @@ bool FrameSlots::Open(uint32_t width, uint32_t height) {
   const size_t luma = AlignUp(size_t{width} * height);
   const size_t chroma = AlignUp(size_t{width / 2} * (height / 2));
   const auto strideUV = static_cast<int32_t>(width / 2);
-  const std::scoped_lock guard(m_writers, m_states);
   for (Slot& slot : m_slots) {
     slot.memory.reset(new (std::nothrow) uint8_t[luma + 2 * chroma]);
     uint8_t* const start = slot.memory.get();
@@ -35,14 +34,14 @@ bool FrameSlots::Open(uint32_t width, uint32_t height) {
 }
 
 void FrameSlots::Close() {
-  const std::lock_guard writing(m_writers);
   m_open = false;
 }
 
 void FrameSlots::Release() {
-  const std::scoped_lock guard(m_writers, m_states);
-  for (Slot& slot : m_slots)
-    slot = {};
+  for (Slot& slot : m_slots) {
+    slot.memory.reset();
+    slot.state = State::Free;
+  }
 }
 
 bool FrameSlots::Holds(const FrameView& f) const {
@@ -52,7 +51,6 @@ bool FrameSlots::Holds(const FrameView& f) const {
 }
 
 FrameSlots::PutResult FrameSlots::Put(const FrameView& frame, const FrameNote& note) {
-  const std::lock_guard writing(m_writers);
   if (!m_open) return PutResult::Closed;
   if (!Holds(frame)) return PutResult::BadFrame;
   Slot& slot = Claim();
@@ -66,35 +64,26 @@ FrameSlots::PutResult FrameSlots::Put(const FrameView& frame, const FrameNote& n
 }
 
 FrameSlots::Loan FrameSlots::Take() {
-  const std::lock_guard guard(m_states);
   for (size_t i = 0; i < m_slots.size(); ++i) {
-    if (m_slots[i].state != State::Ready) continue;
-    m_slots[i].state = State::Taken;
-    return {this, i};
+    if (m_slots[i].Change(State::Ready, State::Taken)) return {this, i};
   }
   return {};
 }
 
-/// Prefers a free slot, so that a frame that waits stays available until the new one is whole.
+/// Prefers a free slot, so that a frame that waits stays available until the new one is whole. The drawing thread
+/// has at most one slot at a time; one that it takes from under this search leaves the other free.
 FrameSlots::Slot& FrameSlots::Claim() {
-  const std::lock_guard guard(m_states);
-  Slot* chosen = nullptr;
-  for (Slot& slot : m_slots) {
-    if (slot.state == State::Free || (slot.state == State::Ready && !chosen)) chosen = &slot;
+  for (;;) {
+    for (const State wanted : {State::Free, State::Ready}) {
+      for (Slot& slot : m_slots) {
+        if (slot.Change(wanted, State::Writing)) return slot;
+      }
+    }
   }
-  chosen->state = State::Writing;
-  return *chosen;
 }
 
 void FrameSlots::Publish(Slot& slot) {
-  const std::lock_guard guard(m_states);
-  for (Slot& other : m_slots) {
-    if (other.state == State::Ready) other.state = State::Free;
-  }
+  for (Slot& other : m_slots)
+    other.Change(State::Ready, State::Free);
   slot.state = State::Ready;
-}
-
-void FrameSlots::GiveBack(size_t index) {
-  const std::lock_guard guard(m_states);
-  m_slots[index].state = State::Free;
 }

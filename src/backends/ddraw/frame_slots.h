@@ -2,10 +2,10 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <optional>
 
 #include "display/frame_view.h"
@@ -20,7 +20,8 @@ struct FrameNote {
 
 /// Hands frames from the threads that bring them to the one thread that draws them. Two slots: one is with
 /// the drawing thread, the other takes new frames, and a newer frame replaces one that was not drawn yet.
-/// Neither side waits for the other's work on a frame.
+/// Neither side ever waits for the other. Of the threads that bring frames, open or close, one at a time may
+/// call: whoever owns the slots serialises them.
 class FrameSlots {
  public:
   /// A frame on loan to the drawing thread, which may write to the planes. The slot is free again when this
@@ -48,7 +49,7 @@ class FrameSlots {
   /// Only while closed and with no loan out.
   bool Open(uint32_t width, uint32_t height);
 
-  /// Refuses frames from now on and returns when no Put is under way. A loan stays valid.
+  /// Refuses frames from now on. A loan stays valid.
   void Close();
 
   /// Frees the slots. Only while closed and with no loan out.
@@ -70,16 +71,17 @@ class FrameSlots {
     std::unique_ptr<uint8_t[]> memory;
     FrameView planes;
     FrameNote note;
-    State state = State::Free;
+    std::atomic<State> state{State::Free};
+
+    /// Whether it was in the one state and is now in the other.
+    bool Change(State from, State to) { return state.compare_exchange_strong(from, to); }
   };
 
   bool Holds(const FrameView& frame) const;
   Slot& Claim();
   void Publish(Slot& slot);
-  void GiveBack(size_t index);
+  void GiveBack(size_t index) { m_slots[index].state = State::Free; }
 
-  std::mutex m_writers;  ///< held through a whole Put
-  std::mutex m_states;   ///< guards the states only, never held over a copy
   std::array<Slot, 2> m_slots;
   uint32_t m_width = 0;
   uint32_t m_height = 0;

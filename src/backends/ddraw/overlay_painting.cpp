@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // CDirectDraw: what is drawn over the video, on the worker thread.
 #include <algorithm>
+#include <cstring>
 
 #include "backends/ddraw/direct_draw.h"
 #include "backends/ddraw/draw_layout.h"
@@ -11,7 +12,7 @@
 namespace {
 
 /// Fills rectangles with one colour, without a brush to make and free.
-void FillRects(HDC dc, const std::vector<PixelRect>& rects, COLORREF color) {
+void FillRects(HDC dc, const RectList& rects, COLORREF color) {
   const SavedDC state(dc);
   SetDCBrushColor(dc, color);
   const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
@@ -27,9 +28,11 @@ HRESULT CDirectDraw::PaintOverlays(const PixelRect& area, const PaneSettings& se
   const HRESULT hr = settings.mosaic.flag ? PixelateMosaic(area, settings.mosaic) : DD_OK;
   if (FAILED(hr)) return hr;
   std::array<TextItem, kTextItemCount> texts;
+  char face[sizeof(m_szFontFace)];
   {
     CAutoLock guard(&m_textLock);
     texts = m_textItems;
+    std::memcpy(face, m_szFontFace, sizeof(face));
   }
   const bool anyText =
       std::any_of(texts.begin(), texts.end(), [](const TextItem& item) { return item.text[0] != '\0'; });
@@ -42,7 +45,11 @@ HRESULT CDirectDraw::PaintOverlays(const PixelRect& area, const PaneSettings& se
   if (FAILED(dc.Result())) return dc.Result();
   const SavedDC state(dc.Get());
   if (anyLabel) m_labels.Draw(dc.Get(), scale);
-  if (anyText) DrawTexts(dc.Get(), texts, scale);
+  if (anyText) {
+    m_text.SetFont(face, scale.areaHeight);
+    for (const TextItem& item : texts)
+      m_text.Draw(dc.Get(), item, scale);
+  }
   if (m_shown.dsm) {
     m_dsmRects.clear();
     LayoutDsmRecord(m_dsmRects, *m_shown.dsm,
@@ -64,13 +71,6 @@ HRESULT CDirectDraw::PixelateMosaic(const PixelRect& area, const MosaicSettings&
   if (FAILED(lock.Result())) return lock.Result();
   FillBlocks(lock.Pixels(), lock.Pitch(), BytesPerPixel(m_device.Format()), width, height, grid);
   return DD_OK;
-}
-
-void CDirectDraw::DrawTexts(HDC dc, const std::array<TextItem, kTextItemCount>& texts,
-                            const OverlayScale& scale) {
-  m_text.SetFont(m_szFontFace, scale.areaHeight);
-  for (const TextItem& item : texts)
-    m_text.Draw(dc, item, scale);
 }
 
 /// The client draws in client coordinates of its window, wherever the play rectangle is.

@@ -40,6 +40,6 @@ class SdlOverlays {
   SdlMosaic m_mosaic;
   // Kept from frame to frame for their memory.
   AlgLayout m_alg;
-  std::vector<PixelRect> m_dsm;
+  RectList m_dsm;
   std::vector<SDL_Rect> m_batch;
 };

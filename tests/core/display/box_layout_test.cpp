@@ -166,7 +166,7 @@ TEST(DsmLayout, PaintsWhatPointsAndLinesWould) {
         canvas.Corners(left - t + k, top - t + k, right - left + 2 * (t - k), bottom - top + 2 * (t - k),
                        'g');
     }
-    std::vector<PixelRect> rects;
+    RectList rects;
     LayoutDsmRecord(rects, record, map);
     PointCanvas painted(160, 120);
     for (const PixelRect& r : rects)
