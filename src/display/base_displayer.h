@@ -118,6 +118,11 @@ class BaseDisplayer {
   virtual int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
                                int64_t param2);
 
+  /// The road of a frame that is to be mirrored or adjusted: makes a working copy and shows that. A backend
+  /// that copies frames anyway may do both in one.
+  virtual int32_t DisplayAdjusted(const FrameView& client, const ColorValues& colors,
+                                  const PaneSettings& settings, uint32_t param1, int64_t param2);
+
   /// Takes the records due for this frame, or none while paused, and tells which are to be drawn. Every frame
   /// that comes takes its records, so a backend that cannot draw one calls this and draws nothing.
   struct DueOverlays {
@@ -126,7 +131,8 @@ class BaseDisplayer {
   };
   DueOverlays AdvanceOverlays();
 
-  /// Recomputes the mosaic rectangle from its fractions and the play window's client size when `wanted` holds.
+  /// Recomputes the mosaic rectangle from its fractions and the play window's client size when `wanted`
+  /// holds.
   void FitMosaic(bool (*wanted)(const MosaicSettings&));
 
   LockedValue<PaneSettings> m_settings;

@@ -21,6 +21,30 @@ FrameCopier::FrameCopier(uint32_t mirrorMode, const AdjustTables* tables)
       m_kernels(ActiveKernels()) {
 }
 
+void FrameCopier::CopyFrame(const FrameView& to, const FrameView& from, uint32_t width,
+                            uint32_t height) const {
+  const size_t half = width / 2;
+  const size_t halfRows = height / 2;
+  if (from.strideY == to.strideY && from.strideU == to.strideU) {
+    CopyLuma({to.y, from.y, size_t{width} * height}, width);
+    CopyChroma({to.u, from.u, half * halfRows}, {to.v, from.v, half * halfRows}, half);
+    return;
+  }
+  for (size_t row = 0; row < height; ++row)
+    CopyLuma({to.y + row * width, RowBehind(from.y, from.strideY, width, height, row), width}, width);
+  for (size_t row = 0; row < halfRows; ++row) {
+    CopyChroma({to.u + row * half, RowBehind(from.u, from.strideU, half, halfRows, row), half},
+               {to.v + row * half, RowBehind(from.v, from.strideV, half, halfRows, row), half}, half);
+  }
+}
+
+/// The samples that a row of the copy is made of: mirrored rows begin with the end of a stride.
+const uint8_t* FrameCopier::RowBehind(const uint8_t* plane, int32_t stride, size_t width, size_t rows,
+                                      size_t row) const {
+  const auto step = static_cast<size_t>(stride);
+  return plane + (m_halfTurn ? rows - 1 - row : row) * step + (IsMirrored() ? step - width : 0);
+}
+
 void FrameCopier::CopyLuma(const PlaneCopy& plane, size_t stride) const {
   CopyPlane(plane, stride, m_luma);
 }

@@ -6,6 +6,7 @@
 
 #include "colour/adjust_tables.h"
 #include "colour/kernels.h"
+#include "display/frame_view.h"
 
 /// A plane and the place it is copied to, which it does not overlap. A plane of no bytes is not touched.
 struct PlaneCopy {
@@ -21,6 +22,10 @@ class FrameCopier {
   /// `tables` may be null: colours stay. Mirror modes other than MirrorMode's copy only.
   FrameCopier(uint32_t mirrorMode, const AdjustTables* tables);
 
+  /// Copies a frame of whole rows, whose chroma strides are one, into planes without padding: what is seen
+  /// of it when whole strides are mirrored.
+  void CopyFrame(const FrameView& to, const FrameView& from, uint32_t width, uint32_t height) const;
+
   void CopyLuma(const PlaneCopy& plane, size_t stride) const;
 
   /// For planes of one stride.
@@ -33,6 +38,7 @@ class FrameCopier {
                         size_t adjusted) const;
 
  private:
+  const uint8_t* RowBehind(const uint8_t* plane, int32_t stride, size_t width, size_t rows, size_t row) const;
   void CopyPlane(const PlaneCopy& plane, size_t stride, const ByteMap* map) const;
   void Copy(uint8_t* out, const uint8_t* in, size_t count, const ByteMap* map) const;
   bool IsMirrored() const { return m_horizontal || m_halfTurn; }

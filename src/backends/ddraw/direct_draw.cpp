@@ -52,27 +52,42 @@ int32_t CDirectDraw::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t 
 
 int32_t CDirectDraw::DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t,
                                   int64_t param2) {
-  switch (HandOver(frame, settings.paused != 0, param2)) {
-    case FrameSlots::PutResult::Closed:
-      return kNotInitialised;
-    case FrameSlots::PutResult::BadFrame:
-      return kFailed;
-    case FrameSlots::PutResult::Stored:
-      break;
-  }
-  m_work.Raise();
-  if (const auto& callback = settings.decodeCB; callback.function) {
+  const int32_t result = HandOver(frame, settings, {}, param2);
+  const auto& callback = settings.decodeCB;
+  if (result == kOk && callback.function) {
     callback.function(frame.y, static_cast<uint32_t>(frame.strideY), m_dwWidth, m_dwHeight, param2,
                       kPlanarYuv420, callback.user);
   }
-  return kOk;
+  return result;
 }
 
-/// Records go with their frames, also with those that are refused or replaced before the worker comes to them.
-FrameSlots::PutResult CDirectDraw::HandOver(const FrameView& frame, bool paused, int64_t param2) {
-  CAutoLock guard(&m_handOverLock);
-  const FrameNote note = TakeRecords(paused, param2);
-  return IsWindow(m_hPlayWnd) ? m_slots.Put(frame, note) : FrameSlots::PutResult::Closed;
+/// The frame is mirrored and adjusted on its way into the slot, unless a callback wants to see what became
+/// of it.
+int32_t CDirectDraw::DisplayAdjusted(const FrameView& client, const ColorValues& colors,
+                                     const PaneSettings& settings, uint32_t param1, int64_t param2) {
+  if (settings.frameCB.function || settings.decodeCB.function || client.strideU != client.strideV)
+    return BaseDisplayer::DisplayAdjusted(client, colors, settings, param1, param2);
+  return HandOver(client, settings, {settings.mirrorMode, colors}, param2);
+}
+
+/// Records go with their frames, also with those that are refused or replaced before the worker comes to
+/// them.
+int32_t CDirectDraw::HandOver(const FrameView& frame, const PaneSettings& settings, const FrameChange& change,
+                              int64_t param2) {
+  FrameSlots::PutResult result = FrameSlots::PutResult::Closed;
+  {
+    CAutoLock guard(&m_handOverLock);
+    const FrameNote note = TakeRecords(settings.paused != 0, param2);
+    if (!IsWindow(m_hPlayWnd)) return kNotInitialised;
+    const bool adjust = IsAdjustActive(change.colors);
+    if (adjust) m_tables.Update(change.colors);
+    const FrameCopier copier(change.mirrorMode, adjust ? &m_tables : nullptr);
+    result = m_slots.Put(frame, note, adjust || change.mirrorMode ? &copier : nullptr);
+  }
+  if (result != FrameSlots::PutResult::Stored)
+    return result == FrameSlots::PutResult::Closed ? kNotInitialised : kFailed;
+  m_work.Raise();
+  return kOk;
 }
 
 FrameNote CDirectDraw::TakeRecords(bool paused, int64_t param2) {

@@ -62,7 +62,16 @@ class CDirectDraw : public BaseDisplayer {
   int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
                        int64_t param2) override;
 
-  FrameSlots::PutResult HandOver(const FrameView& frame, bool paused, int64_t param2);
+  int32_t DisplayAdjusted(const FrameView& client, const ColorValues& colors, const PaneSettings& settings,
+                          uint32_t param1, int64_t param2) override;
+
+  /// What becomes of a frame's samples on its way into a slot.
+  struct FrameChange {
+    uint32_t mirrorMode = 0;
+    ColorValues colors;
+  };
+  int32_t HandOver(const FrameView& frame, const PaneSettings& settings, const FrameChange& change,
+                   int64_t param2);
   FrameNote TakeRecords(bool paused, int64_t param2);
 
   static DWORD WorkerMain(void* self);
@@ -83,6 +92,7 @@ class CDirectDraw : public BaseDisplayer {
   FrameRoad m_wantedRoad = FrameRoad::Automatic;
   CMutexLock
       m_handOverLock;  ///< one thread at a time brings a frame and its records, opens or closes the slots
+  AdjustTables m_tables;
   FrameSlots m_slots;
   WorkSignal m_work;         ///< a frame or a wish to repaint waits
   UniqueEvent m_workerDone;  ///< manual-reset: the worker has left its body

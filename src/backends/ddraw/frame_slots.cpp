@@ -50,14 +50,19 @@ bool FrameSlots::Holds(const FrameView& f) const {
          f.strideV >= half;
 }
 
-FrameSlots::PutResult FrameSlots::Put(const FrameView& frame, const FrameNote& note) {
+FrameSlots::PutResult FrameSlots::Put(const FrameView& frame, const FrameNote& note,
+                                      const FrameCopier* copier) {
   if (!m_open) return PutResult::Closed;
   if (!Holds(frame)) return PutResult::BadFrame;
   Slot& slot = Claim();
   const FrameView& planes = slot.planes;
-  CopyPlane(planes.y, planes.strideY, frame.y, frame.strideY, m_width, m_height);
-  CopyPlane(planes.u, planes.strideU, frame.u, frame.strideU, m_width / 2, m_height / 2);
-  CopyPlane(planes.v, planes.strideV, frame.v, frame.strideV, m_width / 2, m_height / 2);
+  if (copier) {
+    copier->CopyFrame(planes, frame, m_width, m_height);
+  } else {
+    CopyPlane(planes.y, planes.strideY, frame.y, frame.strideY, m_width, m_height);
+    CopyPlane(planes.u, planes.strideU, frame.u, frame.strideU, m_width / 2, m_height / 2);
+    CopyPlane(planes.v, planes.strideV, frame.v, frame.strideV, m_width / 2, m_height / 2);
+  }
   slot.note = note;
   Publish(slot);
   return PutResult::Stored;
@@ -70,8 +75,8 @@ FrameSlots::Loan FrameSlots::Take() {
   return {};
 }
 
-/// Prefers a free slot, so that a frame that waits stays available until the new one is whole. The drawing thread
-/// has at most one slot at a time; one that it takes from under this search leaves the other free.
+/// Prefers a free slot, so that a frame that waits stays available until the new one is whole. The drawing
+/// thread has at most one slot at a time; one that it takes from under this search leaves the other free.
 FrameSlots::Slot& FrameSlots::Claim() {
   for (;;) {
     for (const State wanted : {State::Free, State::Ready}) {

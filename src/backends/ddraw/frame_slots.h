@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 
+#include "display/frame_copier.h"
 #include "display/frame_view.h"
 #include "display/records.h"
 
@@ -57,8 +58,9 @@ class FrameSlots {
 
   enum class PutResult { Stored, Closed, BadFrame };
 
-  /// Copies the frame. BadFrame without a plane or with a stride that is shorter than its row.
-  PutResult Put(const FrameView& frame, const FrameNote& note);
+  /// Copies the frame, by `copier` when it is to be changed on the way, which wants chroma of one stride.
+  /// BadFrame without a plane or with a stride that is shorter than its row.
+  PutResult Put(const FrameView& frame, const FrameNote& note, const FrameCopier* copier = nullptr);
 
   /// The newest frame not taken yet; empty when there is none or when a newer one is just being written,
   /// whose Put is then still to return.
