@@ -13,7 +13,7 @@ constexpr COLORREF kColorMask = 0x00FFFFFF;
 
 constexpr char kLabelFace[] = "Arial";
 constexpr COLORREF kLabelColor = RGB(255, 255, 255);
-constexpr int32_t kMinLabelHeight = 5;  ///< below it letters are blots
+constexpr int32_t kMinLabelHeight = 7;  ///< below it letters are blots
 
 HFONT CreateLabelFont(int32_t cellHeight, int32_t averageWidth) {
   return CreateFontA(cellHeight, averageWidth, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
