@@ -20,6 +20,14 @@ RECT ToRect(const PixelRect& r) {
   return {r.left, r.top, r.right, r.bottom};
 }
 
+/// An area of a window's client area in screen coordinates; empty when the window is gone.
+PixelRect OnScreen(HWND window, const PixelRect& area) {
+  POINT origin{area.left, area.top};
+  if (!ClientToScreen(window, &origin)) return {};
+  return {origin.x, origin.y, origin.x + static_cast<int32_t>(area.Width()),
+          origin.y + static_cast<int32_t>(area.Height())};
+}
+
 }  // namespace
 
 HRESULT DDrawDevice::Create() {
@@ -111,16 +119,29 @@ bool DDrawDevice::ListsFourCC(DWORD fourCC) const {
 }
 
 HRESULT DDrawDevice::Present(HWND window, IDirectDrawSurface7* picture, const PixelRect& area) {
-  POINT origin{area.left, area.top};
-  if (!ClientToScreen(window, &origin)) return DD_OK;
+  const PixelRect screen = OnScreen(window, area);
   // A destination that reaches beyond the desktop is refused even with a clipper.
-  const ScreenCopy copy = CutToScreen(origin.x, origin.y, static_cast<int32_t>(area.Width()),
-                                      static_cast<int32_t>(area.Height()), DesktopBounds());
-  if (copy.target.Empty()) return DD_OK;
+  const ScreenCopy copy = CutToScreen(screen.left, screen.top, static_cast<int32_t>(screen.Width()),
+                                      static_cast<int32_t>(screen.Height()), DesktopBounds());
+  return copy.target.Empty() ? DD_OK : BlitToScreen(window, picture, copy.source, copy.target);
+}
 
+HRESULT DDrawDevice::PresentScaled(HWND window, IDirectDrawSurface7* picture, const PixelRect& part,
+                                   const PixelRect& area) {
+  const PixelRect screen = OnScreen(window, area);
+  return screen.Empty() ? DD_OK : BlitToScreen(window, picture, part, screen);
+}
+
+bool DDrawDevice::IsOnDesktop(HWND window, const PixelRect& area) {
+  const PixelRect screen = OnScreen(window, area);
+  return Intersect(screen, DesktopBounds()) == screen;
+}
+
+HRESULT DDrawDevice::BlitToScreen(HWND window, IDirectDrawSurface7* picture, const PixelRect& part,
+                                  const PixelRect& target) {
   const HRESULT hr = BindWindow(window);
   if (FAILED(hr)) return hr;
-  RECT source = ToRect(copy.source);
-  RECT target = ToRect(copy.target);
-  return Reported("Present: Blt", m_primary->Blt(&target, picture, &source, DDBLT_WAIT, nullptr));
+  RECT from = ToRect(part);
+  RECT to = ToRect(target);
+  return Reported("Present: Blt", m_primary->Blt(&to, picture, &from, DDBLT_WAIT, nullptr));
 }

@@ -130,6 +130,7 @@ HRESULT CDirectDraw::CreateSurfaces() {
   m_composition.reset();
   m_frameSurface.Release();
   m_frameUploaded = false;
+  m_plainRefused = false;
   HRESULT hr = m_device.Create();
   if (SUCCEEDED(hr)) hr = m_frameSurface.Create(m_device, m_dwWidth, m_dwHeight, m_wantedRoad);
   if (FAILED(hr)) {

@@ -8,6 +8,7 @@
 #include "backends/ddraw/frame_surface.h"
 #include "backends/ddraw/gdi_text.h"
 #include "display/base_displayer.h"
+#include "display/mosaic_layout.h"
 #include "display/overlay_types.h"
 #include "util/thread_base.h"
 #include "util/win_handles.h"
@@ -84,9 +85,22 @@ class CDirectDraw : public BaseDisplayer {
   PixelRect RefreshArea(HWND window, PaneSettings& settings);
   HRESULT Compose(const PixelRect& area, const PaneSettings& settings);
   HRESULT Show();
+  HRESULT ShowPlain(HWND window, const PixelRect& area);
+  HRESULT ShowComposed(HWND window, const PixelRect& area, const PaneSettings& settings);
 
+  /// What is to be drawn over the picture, taken when a frame is shown.
+  struct Overlays {
+    OverlayScale scale;
+    MosaicGrid mosaic;
+    std::array<TextItem, kTextItemCount> texts;
+    char face[LF_FACESIZE];
+    bool anyText;
+    bool anyLabel;
+    bool needDC;
+  };
+  bool CollectOverlays(const PixelRect& area, const PaneSettings& settings);
   HRESULT PaintOverlays(const PixelRect& area, const PaneSettings& settings);
-  HRESULT PixelateMosaic(const PixelRect& area, const MosaicSettings& mosaic);
+  HRESULT PixelateMosaic();
   void CallDisplayCallback(HDC dc, const PixelRect& area, const PaneSettings& settings);
 
   FrameRoad m_wantedRoad = FrameRoad::Automatic;
@@ -110,5 +124,7 @@ class CDirectDraw : public BaseDisplayer {
   GdiLabels m_labels;
   RectList m_dsmRects;
   FrameNote m_shown;
+  Overlays m_overlays{};
   bool m_frameUploaded = false;
+  bool m_plainRefused = false;  ///< the driver does not take frames straight to the screen
 };

@@ -81,10 +81,26 @@ HRESULT CDirectDraw::Show() {
   PaneSettings settings = m_settings.Copy();
   const PixelRect area = RefreshArea(window, settings);
   if (area.Empty()) return DD_OK;
-  HRESULT hr = Compose(area, settings);
-  if (SUCCEEDED(hr)) hr = m_device.Present(window, m_composition.get(), area);
+  const bool anyOverlay = CollectOverlays(area, settings);
+  HRESULT hr = anyOverlay ? S_FALSE : ShowPlain(window, area);
+  if (hr == S_FALSE) hr = ShowComposed(window, area, settings);
   if (SUCCEEDED(hr)) ++m_shownCount;
   return hr;
+}
+
+/// A picture that nothing lies over goes from its surface straight into the window. S_FALSE when it cannot: a
+/// scaled picture cannot be cut at the desktop's edge without its pixels moving.
+HRESULT CDirectDraw::ShowPlain(HWND window, const PixelRect& area) {
+  if (m_plainRefused || !m_device.IsOnDesktop(window, area)) return S_FALSE;
+  const HRESULT hr = m_frameSurface.PresentTo(m_device, window, area);
+  if (SUCCEEDED(hr) || IsLost(hr)) return hr;
+  m_plainRefused = true;
+  return S_FALSE;
+}
+
+HRESULT CDirectDraw::ShowComposed(HWND window, const PixelRect& area, const PaneSettings& settings) {
+  const HRESULT hr = Compose(area, settings);
+  return FAILED(hr) ? hr : m_device.Present(window, m_composition.get(), area);
 }
 
 HRESULT CDirectDraw::Compose(const PixelRect& area, const PaneSettings& settings) {

@@ -120,3 +120,7 @@ HRESULT FrameSurface::StretchTo(IDirectDrawSurface7* target) const {
   RECT source{0, 0, m_width, m_height};
   return Reported("StretchTo: Blt", target->Blt(nullptr, m_surface.get(), &source, DDBLT_WAIT, nullptr));
 }
+
+HRESULT FrameSurface::PresentTo(DDrawDevice& device, HWND window, const PixelRect& area) const {
+  return device.PresentScaled(window, m_surface.get(), {0, 0, m_width, m_height}, area);
+}

@@ -23,6 +23,9 @@ class FrameSurface {
   /// Scales the whole frame over the whole target.
   HRESULT StretchTo(IDirectDrawSurface7* target) const;
 
+  /// The same into an area of a window, all of which lies on the desktop.
+  HRESULT PresentTo(DDrawDevice& device, HWND window, const PixelRect& area) const;
+
  private:
   HRESULT CreateYv12(const DDrawDevice& device);
   HRESULT TryBlit(const DDrawDevice& device);

@@ -24,52 +24,57 @@ void FillRects(HDC dc, const RectList& rects, COLORREF color) {
 
 }  // namespace
 
-HRESULT CDirectDraw::PaintOverlays(const PixelRect& area, const PaneSettings& settings) {
-  const HRESULT hr = settings.mosaic.flag ? PixelateMosaic(area, settings.mosaic) : DD_OK;
-  if (FAILED(hr)) return hr;
-  std::array<TextItem, kTextItemCount> texts;
-  char face[sizeof(m_szFontFace)];
+/// Whether there is anything to be drawn over the picture. The mosaic rectangle is in client coordinates.
+bool CDirectDraw::CollectOverlays(const PixelRect& area, const PaneSettings& settings) {
+  Overlays& o = m_overlays;
+  o.scale = {static_cast<int32_t>(area.Width()), static_cast<int32_t>(area.Height()),
+             static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight)};
+  const MosaicSettings& mosaic = settings.mosaic;
+  o.mosaic = mosaic.flag ? LayoutMosaic(SeenFrom(area.left, area.top, mosaic.rect),
+                                        MosaicBlockSize(mosaic.level), o.scale.areaWidth, o.scale.areaHeight)
+                         : MosaicGrid{};
   {
     CAutoLock guard(&m_textLock);
-    texts = m_textItems;
-    std::memcpy(face, m_szFontFace, sizeof(face));
+    o.texts = m_textItems;
+    std::memcpy(o.face, m_szFontFace, sizeof(o.face));
   }
-  const bool anyText =
-      std::any_of(texts.begin(), texts.end(), [](const TextItem& item) { return item.text[0] != '\0'; });
-  const OverlayScale scale{static_cast<int32_t>(area.Width()), static_cast<int32_t>(area.Height()),
-                           static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight)};
-  const bool anyLabel = m_shown.alg && m_labels.Layout(*m_shown.alg, scale);
-  if (!anyText && !anyLabel && !m_shown.dsm && !settings.displayCB.function) return DD_OK;
+  o.anyText =
+      std::any_of(o.texts.begin(), o.texts.end(), [](const TextItem& item) { return item.text[0] != '\0'; });
+  o.anyLabel = m_shown.alg && m_labels.Layout(*m_shown.alg, o.scale);
+  o.needDC = o.anyText || o.anyLabel || m_shown.dsm || settings.displayCB.function;
+  return o.needDC || o.mosaic.columns != 0;
+}
+
+HRESULT CDirectDraw::PaintOverlays(const PixelRect& area, const PaneSettings& settings) {
+  const Overlays& o = m_overlays;
+  const HRESULT hr = o.mosaic.columns != 0 ? PixelateMosaic() : DD_OK;
+  if (FAILED(hr) || !o.needDC) return hr;
 
   const SurfaceDC dc(m_composition.get());
   if (FAILED(dc.Result())) return dc.Result();
   const SavedDC state(dc.Get());
-  if (anyLabel) m_labels.Draw(dc.Get(), scale);
-  if (anyText) {
-    m_text.SetFont(face, scale.areaHeight);
-    for (const TextItem& item : texts)
-      m_text.Draw(dc.Get(), item, scale);
+  if (o.anyLabel) m_labels.Draw(dc.Get(), o.scale);
+  if (o.anyText) {
+    m_text.SetFont(o.face, o.scale.areaHeight);
+    for (const TextItem& item : o.texts)
+      m_text.Draw(dc.Get(), item, o.scale);
   }
   if (m_shown.dsm) {
     m_dsmRects.clear();
     LayoutDsmRecord(m_dsmRects, *m_shown.dsm,
-                    {scale.videoWidth, scale.videoHeight, scale.areaWidth, scale.areaHeight});
+                    {o.scale.videoWidth, o.scale.videoHeight, o.scale.areaWidth, o.scale.areaHeight});
     FillRects(dc.Get(), m_dsmRects, RGB(0, 255, 0));
   }
   CallDisplayCallback(dc.Get(), area, settings);
   return DD_OK;
 }
 
-/// The mosaic rectangle is in client coordinates.
-HRESULT CDirectDraw::PixelateMosaic(const PixelRect& area, const MosaicSettings& mosaic) {
-  const auto width = static_cast<int32_t>(area.Width());
-  const auto height = static_cast<int32_t>(area.Height());
-  const MosaicGrid grid =
-      LayoutMosaic(SeenFrom(area.left, area.top, mosaic.rect), MosaicBlockSize(mosaic.level), width, height);
-  if (grid.columns == 0) return DD_OK;
+HRESULT CDirectDraw::PixelateMosaic() {
   const SurfaceLock lock(m_composition.get());
   if (FAILED(lock.Result())) return lock.Result();
-  FillBlocks(lock.Pixels(), lock.Pitch(), BytesPerPixel(m_device.Format()), width, height, grid);
+  const OverlayScale& scale = m_overlays.scale;
+  FillBlocks(lock.Pixels(), lock.Pitch(), BytesPerPixel(m_device.Format()), scale.areaWidth, scale.areaHeight,
+             m_overlays.mosaic);
   return DD_OK;
 }
 

@@ -68,6 +68,13 @@ TEST_P(DDrawPicture, ScalesAGradientWithStridesAndMirror) {
   pane.displayer->SetMirrorMode(1);
   EXPECT_TRUE(Near(pane.DrawUntil(narrow, 254, 30, dark, 3), dark, 3));
   EXPECT_TRUE(Near(WaitForPixel(pane.window.Handle(), 1, 30, light, 3), light, 3));
+  const ScreenShot plain(ClientOnScreen(pane.window.Handle()));
+  pane.displayer->SetDisplayCB(nullptr, [](auto...) {});  // composed outside the screen, for nobody
+  pane.Draw(narrow);
+  Pump(100);
+  const ScreenShot composed(ClientOnScreen(pane.window.Handle()));
+  for (int x = 0; x < 256; ++x)
+    EXPECT_TRUE(Near(plain.At(x, x / 4), composed.At(x, x / 4), 0)) << x;
 }
 
 TEST_P(DDrawPicture, FollowsTheWindowWhereverItIs) {
