@@ -3,8 +3,10 @@
 #include <memory>
 
 #include "api/guard.h"
+#include "api/window_note.h"
 #include "display/base_displayer.h"
 #include "nivral/nivral.h"
+#include "util/log_file.h"
 
 extern "C" {
 
@@ -20,7 +22,12 @@ uint32_t NIVRAL_CALL NIVRAL_DWFreeDraw(void* hDraw) {
 }
 
 uint32_t NIVRAL_CALL NIVRAL_DWInitDraw(void* hDraw, uint32_t width, uint32_t height, uint32_t param) {
-  return Forward<BaseDisplayer>(hDraw, [&](BaseDisplayer& d) { d.InitDraw(width, height, param); });
+  return Forward<BaseDisplayer>(hDraw, [&](BaseDisplayer& d) {
+    const int32_t result = d.InitDraw(width, height, param);
+    // The client is not told otherwise before its first frame. An unchanged size may give a code as well.
+    if (!d.IsInitialized())
+      CLogFile::GetInstance()->Write(2, L"NIVRAL_DWInitDraw: the pane cannot draw, code 0x%x", result);
+  });
 }
 
 uint32_t NIVRAL_CALL NIVRAL_DWDrawYUV420(void* hDraw, uint8_t* pY, uint32_t strideY, uint8_t* pU, uint8_t* pV,
@@ -32,11 +39,17 @@ uint32_t NIVRAL_CALL NIVRAL_DWDrawYUV420(void* hDraw, uint8_t* pY, uint32_t stri
 }
 
 uint32_t NIVRAL_CALL NIVRAL_DWSetHwnd(void* hDraw, HWND hwnd) {
-  return Forward<BaseDisplayer>(hDraw, [&](BaseDisplayer& d) { d.SetPlayWnd(hwnd); });
+  return Forward<BaseDisplayer>(hDraw, [&](BaseDisplayer& d) {
+    NoteWindow(hwnd);
+    d.SetPlayWnd(hwnd);
+  });
 }
 
 uint32_t NIVRAL_CALL NIVRAL_DWSetHwndEx(void* hDraw, HWND hwnd, int64_t param, uint32_t flag) {
-  return Forward<BaseDisplayer>(hDraw, [&](BaseDisplayer& d) { d.SetPlayWndEx(hwnd, param, flag); });
+  return Forward<BaseDisplayer>(hDraw, [&](BaseDisplayer& d) {
+    NoteWindow(hwnd);
+    d.SetPlayWndEx(hwnd, param, flag);
+  });
 }
 
 uint32_t NIVRAL_CALL NIVRAL_DWAdjustedWnd(void* hDraw) {

@@ -28,6 +28,7 @@ uint32_t Store(void** phDraw, BaseDisplayer* displayer) {
 /// Without a Direct3D run-time the whole process goes over to SDL. SDL may not have been asked for at
 /// start-up, so it is started here; NIVRAL_UnInitialize shuts it down.
 uint32_t FallBackToSdl(void** phDraw) {
+  CLogFile::GetInstance()->Write(2, L"NIVRAL_DWOpenDrawEx: Direct3D 9 cannot be loaded, SDL2 is used");
   g_library.bUseSDL = 1;
   StartSdl();
   return NIVRAL_DWOpenDraw(phDraw);

@@ -85,7 +85,10 @@ bool CAudio::OpenWaveOut(const WAVEFORMATEX& format) {
   HWAVEOUT device = nullptr;
   const MMRESULT result = waveOutOpen(&device, WAVE_MAPPER, padded.get(), GetThreadId(m_hThread.get()),
                                       reinterpret_cast<DWORD_PTR>(this), CALLBACK_THREAD);
-  if (result != MMSYSERR_NOERROR) return false;
+  if (result != MMSYSERR_NOERROR) {
+    CLogFile::GetInstance()->Write(2, L"CAudio::OpenDevice: waveOutOpen failed, result %u", result);
+    return false;
+  }
   CAutoLock lock(&m_deviceLock);
   m_hWaveOut = device;
   return true;

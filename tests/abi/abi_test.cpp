@@ -97,7 +97,7 @@ TEST(Abi, LibraryCarriesTheHeadersVersion) {
   EXPECT_EQ(HIWORD(fixed->dwFileVersionLS), NIVRAL_VERSION_PATCH);
 }
 
-TEST(Abi, LogCarriesTheLibrarysName) {
+TEST(Abi, LogCarriesTheLibrarysNameAndWhyNothingShows) {
   namespace fs = std::filesystem;
   wchar_t path[MAX_PATH];
   GetModuleFileNameW(nullptr, path, MAX_PATH);
@@ -107,6 +107,7 @@ TEST(Abi, LogCarriesTheLibrarysName) {
 
   void* pane = nullptr;
   ASSERT_EQ(NIVRAL_DWOpenDrawEx(&pane, 0), 0U);
+  EXPECT_EQ(NIVRAL_DWInitDraw(pane, 64, 36, 0), 0U);
   EXPECT_EQ(NIVRAL_DWCloseDraw(pane), 0U);
   std::string text;
   for (const auto& entry : fs::directory_iterator(folder)) {
@@ -115,6 +116,7 @@ TEST(Abi, LogCarriesTheLibrarysName) {
     text.append(std::istreambuf_iterator<char>(file), {});
   }
   EXPECT_NE(text.find("] NIVRAL_DWOpenDrawEx: new SDLDisplayer\r\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("] NIVRAL_DWInitDraw: the pane cannot draw, code 0x1\r\n"), std::string::npos) << text;
 }
 
 }  // namespace
