@@ -84,6 +84,7 @@ run() {
 
 unpack
 check_documents
+"$ROOT/scripts/check_snippets.sh" "$KIT/include"
 say "package: plain compiler lines"
 compile_by_hand
 say "package: CMake"

@@ -93,17 +93,19 @@ step_fuzz() {
   [ $failed = 0 ]
 }
 
-# Every test suite named ...Soak: NIVRAL_SOAK_CYCLES times open and close, NIVRAL_SOAK_SECONDS of many panes.
+# The suites named ...Soak, and what the conformance suite has of the kind, on each backend: NIVRAL_SOAK_CYCLES
+# times open and close, NIVRAL_SOAK_SECONDS of NIVRAL_SOAK_PANES panes.
 step_soak() {
   build_preset mingw-release
   export NIVRAL_SOAK_CYCLES=${NIVRAL_SOAK_CYCLES:-1000} NIVRAL_SOAK_SECONDS=${NIVRAL_SOAK_SECONDS:-60}
+  export NIVRAL_SOAK_PANES=${NIVRAL_SOAK_PANES:-16}
   . "$BED/env.sh"
   local program failed=0
   while read -r program; do
-    echo "$program: $NIVRAL_SOAK_CYCLES cycles, $NIVRAL_SOAK_SECONDS s"
+    echo "$program: $NIVRAL_SOAK_CYCLES cycles, $NIVRAL_SOAK_SECONDS s, $NIVRAL_SOAK_PANES panes"
     ( cd "$(dirname "$program")" && "$ROOT/tests/support/run_wine.sh" "./$(basename "$program")" \
-      --gtest_filter='*Soak.*' ) || failed=1
-  done < <(find build/mingw-release/bin -name '*_test.exe' -exec grep -lE 'Soak' {} + | sort)
+      --gtest_filter='*Soak.*:*Conformance.*Keeps*:*Conformance.*Survive*' ) || failed=1
+  done < <(find build/mingw-release/bin -name '*_test.exe' -exec grep -lE 'Soak|NIVRAL_SOAK_' {} + | sort)
   [ $failed = 0 ]
 }
 
