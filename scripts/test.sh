@@ -93,7 +93,7 @@ step_fuzz() {
   [ $failed = 0 ]
 }
 
-# The suites named ...Soak, and what the conformance suite has of the kind, on each backend: NIVRAL_SOAK_CYCLES
+# The suites named ...Soak, and the long cases of the conformance suite on each backend: NIVRAL_SOAK_CYCLES
 # times open and close, NIVRAL_SOAK_SECONDS of NIVRAL_SOAK_PANES panes.
 step_soak() {
   build_preset mingw-release
