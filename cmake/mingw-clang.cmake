@@ -8,8 +8,9 @@ set(CMAKE_C_COMPILER_TARGET x86_64-w64-mingw32)
 set(CMAKE_CXX_COMPILER_TARGET x86_64-w64-mingw32)
 set(CMAKE_CXX_FLAGS_INIT
     "-isystem ${gcc_folder}/include/c++ -isystem ${gcc_folder}/include/c++/x86_64-w64-mingw32")
+# Clang calls libatomic for atomic structures, which GCC loads and stores itself.
 foreach(kind EXE SHARED)
-  set(CMAKE_${kind}_LINKER_FLAGS_INIT "-fuse-ld=lld -B ${gcc_folder} -L ${gcc_folder} -lpthread")
+  set(CMAKE_${kind}_LINKER_FLAGS_INIT "-fuse-ld=lld -B ${gcc_folder} -L ${gcc_folder} -lpthread -latomic")
 endforeach()
 # CMake's own way needs an option that lld learned later.
 set(CMAKE_CXX_LINK_LIBRARY_USING_WHOLE_ARCHIVE
