@@ -224,9 +224,10 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetHwndEx(void* hDraw, HWND hwnd, int64
 /** Announces the video size and makes the drawing resources. Call it again when the size changes, with no
  * frame of the old size in flight; whatever comes of the call, frames after it are read in the new size.
  * Thread: window.
- * - SDL2: needs a live window, which it shows (SW_SHOW). The size that is in use already changes nothing.
- * - Direct3D 9: needs a live window. On a pane that draws, pictures of the new size are scaled to the old
- *   one's pixels.
+ * - SDL2: needs a live window, which it shows (SW_SHOW). The size that is in use already changes nothing, nor
+ *   does a width or height of 0.
+ * - Direct3D 9: needs a live window. A pane that draws keeps the old size's pixels, to which pictures of the
+ *   new size are scaled and in which overlays are placed; NIVRAL_DWFreeDraw first makes it anew.
  * - DirectDraw: needs no window. Sides up to 16384. The pane starts anew, also with the same size.
  *
  * @param hDraw the pane
