@@ -21,13 +21,6 @@ TEST(HslMatrix, RotatesRowVectors) {
   EXPECT_NEAR(p.z, 2, 1e-6);
 }
 
-TEST(HslMatrix, ShearsAlongZ) {
-  const Vector3 p = TransformPoint({1, 2, 4}, ShearAlongZ(3, 5));
-  EXPECT_FLOAT_EQ(p.x, 1);
-  EXPECT_FLOAT_EQ(p.y, 2);
-  EXPECT_FLOAT_EQ(p.z, 4 + 3 + 10);
-}
-
 // cos 35 = 0.8191520, sin 35 = 0.5735764, cos 45 = sin 45 = 0.7071068.
 TEST(HslMatrix, TiltsBy45And35DegreesWithoutShear) {
   const HueMatrices hue = BuildHueMatrices();
@@ -60,20 +53,6 @@ TEST(HslMatrix, CombinesSaturationAndHue) {
   // A third of a turn about an axis close to grey nearly swaps the primaries.
   const Vector3 red = TransformPoint({1, 0, 0}, ColorMatrix(100, 120, hue));
   EXPECT_GT(red.y, 0.98f);
-}
-
-TEST(HslMatrix, CoversTheFrameWithAQuad) {
-  const auto quad = FrameQuad(320, 240);
-  double twiceArea = 0;
-  for (size_t i = 0; i < quad.size(); i += 3) {
-    const HslVertex &a = quad[i], &b = quad[i + 1], &c = quad[i + 2];
-    twiceArea += double{b.x - a.x} * double{c.y - a.y} - double{c.x - a.x} * double{b.y - a.y};
-  }
-  EXPECT_EQ(twiceArea, 2.0 * 320 * 240) << "both triangles the same way round";
-  for (const HslVertex& v : quad) {
-    EXPECT_EQ(v.x, v.u * 320 - 0.5f);
-    EXPECT_EQ(v.y, v.v * 240 - 0.5f);
-  }
 }
 
 }  // namespace

@@ -48,16 +48,6 @@ class D3dHsl : public testing::Test {
   size_t m_expectedUnreleased = 0;
 };
 
-TEST_F(D3dHsl, SkipsTheSetUpForTheSameSizeOrNone) {
-  for (const auto& [width, height] :
-       {std::pair<uint32_t, uint32_t>{kPaneWidth, kPaneHeight}, {0, 50}, {50, 0}, {16, 50}, {50, 16}}) {
-    EXPECT_EQ(Displayer().SetupHslShader(width, height), 0);
-  }
-  EXPECT_EQ(m_faults->devicesMade, 1);
-  TestFrame frame = FlatFrame(kPaneWidth, kPaneHeight, 90, 128, 128);
-  EXPECT_EQ(m_pane->Draw(frame), 0);
-}
-
 TEST_F(D3dHsl, WithoutAShaderFileTheQuadIsDrawnPlain) {
   UseShader("");
   EXPECT_EQ(Displayer().SetupHslShader(kWidth, kHeight), 1);
@@ -94,24 +84,6 @@ TEST_F(D3dHsl, ColoursGoThroughMatrixAndConstants) {
   };
   EXPECT_PIXEL(window, 80, 60, {channel(turned.x), channel(turned.y), channel(turned.z)});
   m_expectedUnreleased = 2 + 4;
-}
-
-TEST_F(D3dHsl, NothingIsDrawnWithoutADevice) {
-  D3DDisplayer closed;
-  EXPECT_EQ(closed.RenderHsl(0, 0, 100, 0), 0);
-  EXPECT_EQ(closed.SetupHslShader(kWidth, kHeight), 1);
-}
-
-TEST(HslMatrixOfD3dx, IsTheSame) {
-  using RotationFunction = D3DXMATRIX*(WINAPI*)(D3DXMATRIX*, FLOAT);
-  const char* const names[] = {"D3DXMatrixRotationX", "D3DXMatrixRotationY", "D3DXMatrixRotationZ"};
-  for (int axis = 0; axis < 3; ++axis) {
-    D3DXMATRIX expected;
-    LoadedFunction<RotationFunction>("d3dx9_42.dll", names[axis])(&expected, 35 * 0.017453292f);
-    const Matrix4 actual = Rotation(static_cast<Axis>(axis), 35);
-    for (int i = 0; i < 16; ++i)
-      EXPECT_NEAR(actual.m[i / 4][i % 4], expected.m[i / 4][i % 4], 1e-6f) << names[axis] << " " << i;
-  }
 }
 
 }  // namespace
