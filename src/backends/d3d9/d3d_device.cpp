@@ -7,12 +7,6 @@
 #include "display/system_face.h"
 #include "util/log_file.h"
 
-namespace {
-
-constexpr D3DFORMAT kYv12 = static_cast<D3DFORMAT>(MAKEFOURCC('Y', 'V', '1', '2'));
-
-}  // namespace
-
 D3DDisplayer::D3DDisplayer() {
   D3DXMatrixIdentity(&m_matHuePre);
   D3DXMatrixIdentity(&m_matHuePost);
@@ -127,6 +121,7 @@ bool D3DDisplayer::ResetDevice() {
   if (m_pOSDFont && FAILED(m_pOSDFont->OnLostDevice()))
     LogStep(L"D3DDisplayer::ResetDevice: m_pOSDFont->OnLostDevice failed");
   m_pd3dSurface.reset();
+  m_pFrameTarget.reset();
   m_pBackBuffer.reset();
   // Some run-times crash over a window that is gone.
   if (!IsWindow(m_d3dpp.hDeviceWindow) || FAILED(m_pd3dDevice->Reset(&m_d3dpp))) {
@@ -151,6 +146,8 @@ void D3DDisplayer::ReleaseDeviceObjects() {
   m_pLineBuffer.reset();
   m_pLine.reset();
   m_pVertexBuffer.reset();
+  m_pFrameTarget.reset();
+  m_stretch = Stretch::Unknown;
   m_pd3dSurface.reset();
   m_pBackBuffer.reset();
 }

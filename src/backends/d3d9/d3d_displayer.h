@@ -17,6 +17,8 @@
 #include "display/display_codes.h"
 #include "util/com_ptr.h"
 
+constexpr D3DFORMAT kYv12 = static_cast<D3DFORMAT>(MAKEFOURCC('Y', 'V', '1', '2'));
+
 /// Shows frames through a windowed Direct3D 9 device on the play window: one YV12 surface of the frame's
 /// size, stretched to a back buffer of the size at creation and presented to the whole client area.
 ///
@@ -86,6 +88,9 @@ class D3DDisplayer : public BaseDisplayer {
   void CopyFrame(const Yv12Surface& surface, const FrameView& frame, const MosaicSettings& mosaic) const;
   void DrawMosaics(const Yv12Surface& surface, const FrameView& frame, const PaneSettings& settings) const;
   void DrawScene();
+  void ChooseStretch();
+  void StretchFrame();
+  bool IsCornerReached(uint8_t luma, bool bright);
 
   static MilleRect CurrentMosaic(const MosaicSettings& mosaic);
   void SetCurrentMosaic(const MilleRect& rect);
@@ -145,6 +150,10 @@ class D3DDisplayer : public BaseDisplayer {
   ComPtr<ID3DXLine> m_pLine;
   std::unique_ptr<D3DXVECTOR2[]> m_pLineBuffer;
   ComPtr<IDirect3DVertexBuffer9> m_pVertexBuffer;
+  /// Whether the device stretches a frame onto the whole back buffer or cuts it at the window's size.
+  enum class Stretch { Unknown, Whole, Cut } m_stretch = Stretch::Unknown;
+  /// Of the frame's size, while the device would cut.
+  ComPtr<IDirect3DSurface9> m_pFrameTarget;
   int32_t m_nLastStrideY = 0;
   int32_t m_nLastStrideU = 0;
   int32_t m_nLastStrideV = 0;

@@ -97,8 +97,9 @@ void D3DDisplayer::DrawMosaics(const Yv12Surface& surface, const FrameView& fram
 }
 
 void D3DDisplayer::DrawScene() {
+  ChooseStretch();
   m_pd3dDevice->BeginScene();
-  m_pd3dDevice->StretchRect(m_pd3dSurface.get(), nullptr, m_pBackBuffer.get(), nullptr, D3DTEXF_NONE);
+  StretchFrame();
   DrawOSDText();
   DrawOverlays();
   m_pd3dDevice->EndScene();
