@@ -83,15 +83,15 @@ void D3DDisplayer::DrawThickBrackets(const PixelRect& rect, int32_t thickness) {
 // All landmarks go into one batch, since every lock of the buffer may wait for the device. They have one
 // colour: behind one that covers the picture nothing is left to draw.
 void D3DDisplayer::DrawDiscs(const DsmRecord& record) {
-  PrimitiveBatch points(m_pd3dDevice.get(), m_pVertexBuffer.get(), D3DPT_POINTLIST);
+  PrimitiveBatch parts(m_pd3dDevice.get(), m_pVertexBuffer.get(), D3DPT_TRIANGLELIST);
   const auto width = static_cast<int32_t>(m_d3dpp.BackBufferWidth);
   const auto height = static_cast<int32_t>(m_d3dpp.BackBufferHeight);
   const int32_t count = std::min<int32_t>(record.pointCount, kMaxLandmarks);
   for (int32_t i = 0; i < count; ++i) {
     const int32_t x = TruncToInt(record.x[i]);
     const int32_t y = TruncToInt(record.y[i]);
-    ForEachDiscPixel(x, y, record.pointSize, width, height,
-                     [&](int64_t px, int64_t py) { points.Add(VertexAt(px, py, kGreen)); });
+    ForEachDiscPart(x, y, record.pointSize, width, height,
+                    [&](const PixelRect& part) { parts.Add(FilledRect(part, kGreen)); });
     if (DiscCovers(x, y, record.pointSize, width, height)) return;
   }
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 
 #include "display/pixel_rect.h"
@@ -60,18 +61,24 @@ constexpr bool DiscCovers(int64_t centerX, int64_t centerY, int64_t radius, int3
   return dx < radius && dy < radius && dx * dx + dy * dy <= radius * radius;
 }
 
-/// Calls point(x, y) for every pixel of a disc that lies in a picture of that size, from its right edge to
-/// its left and each column from the bottom up.
-template <class Point>
-void ForEachDiscPixel(int64_t centerX, int64_t centerY, int64_t radius, int32_t width, int32_t height,
-                      Point&& point) {
-  const int64_t lastX = std::min(radius, width - 1 - centerX);
-  const int64_t lastY = std::min(radius, height - 1 - centerY);
-  const int64_t firstX = std::max(1 - radius, -centerX);
+/// Calls fill(rectangle) for rectangles that together are the pixels of a disc within a picture of that size:
+/// those at most `radius` away from its middle, without the outermost column at the left and row at the top.
+template <class Fill>
+void ForEachDiscPart(int64_t centerX, int64_t centerY, int64_t radius, int32_t width, int32_t height,
+                     Fill&& fill) {
   const int64_t firstY = std::max(1 - radius, -centerY);
-  for (int64_t dx = lastX; dx >= firstX; --dx) {
-    for (int64_t dy = lastY; dy >= firstY; --dy) {
-      if (dx * dx + dy * dy <= radius * radius) point(centerX + dx, centerY + dy);
+  const int64_t lastY = std::min(radius, height - 1 - centerY);
+  PixelRect part;
+  for (int64_t dy = firstY; dy <= lastY; ++dy) {
+    const auto reach = static_cast<int64_t>(std::sqrt(static_cast<double>(radius * radius - dy * dy)));
+    const auto left = static_cast<int32_t>(std::max(centerX - std::min(reach, radius - 1), int64_t{0}));
+    const auto right = static_cast<int32_t>(std::min(centerX + reach + 1, int64_t{width}));
+    const auto y = static_cast<int32_t>(centerY + dy);
+    if (part.left != left || part.right != right) {
+      if (!part.Empty()) fill(part);
+      part = {left, y, right, y};
     }
+    part.bottom = y + 1;
   }
+  if (!part.Empty()) fill(part);
 }

@@ -6,7 +6,7 @@
 namespace {
 
 UINT VerticesPerPrimitive(D3DPRIMITIVETYPE type) {
-  return type == D3DPT_POINTLIST ? 1 : type == D3DPT_LINELIST ? 2 : 3;
+  return type == D3DPT_LINELIST ? 2 : 3;
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ constexpr DWORD kOverlayFvf = D3DFVF_XYZRHW | D3DFVF_DIFFUSE;
 /// buffer by full buffer and the rest at the end of its life.
 class PrimitiveBatch {
  public:
-  /// `type` is a point, line or triangle list. Device and buffer must outlive this.
+  /// `type` is a line or triangle list. Device and buffer must outlive this.
   PrimitiveBatch(IDirect3DDevice9* device, IDirect3DVertexBuffer9* buffer, D3DPRIMITIVETYPE type)
       : m_device(device), m_buffer(buffer), m_type(type) {}
   ~PrimitiveBatch() { Flush(); }

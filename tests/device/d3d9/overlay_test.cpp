@@ -204,8 +204,12 @@ TEST_F(D3dOverlays, LandmarksAreDiscs) {
   for (uint16_t size : {3, 40}) {  // the larger ones are more than one batch
     std::set<std::pair<int64_t, int64_t>> green;
     for (const auto& [x, y] : points)
-      ForEachDiscPixel(static_cast<int>(x), static_cast<int>(y), size, kWidth, kHeight,
-                       [&](int64_t px, int64_t py) { green.emplace(px, py); });
+      ForEachDiscPart(static_cast<int>(x), static_cast<int>(y), size, kWidth, kHeight,
+                      [&](const PixelRect& part) {
+                        for (int32_t py = part.top; py < part.bottom; ++py)
+                          for (int32_t px = part.left; px < part.right; ++px)
+                            green.emplace(px, py);
+                      });
     Monitor(points, {}, size);
     DrawAndExpect([&](const ScreenShot& shot) -> std::string {
       for (int y = 0; y < kHeight; ++y)
