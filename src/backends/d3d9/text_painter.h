@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <d3dx9.h>
+
+#include <array>
+#include <memory>
+
+#include "backends/d3d9/text_batch.h"
+#include "backends/d3d9/text_rasteriser.h"
+
+/// The font a text painter starts with.
+struct TextFont {
+  ID3DXFont* d3dx;  ///< may be null; else it outlives its use
+  int32_t height;   ///< as for D3DXCreateFont
+  const char* face;
+  int32_t frameHeight;  ///< of the picture that the texts lie over
+};
+
+/// Draws texts in one font. What a text looks like is found out once and kept while it is in use, for the
+/// last kKept different ones: by D3DX, or by GDI where D3DX has no font or fails.
+class TextPainter {
+ public:
+  static constexpr size_t kKept = 64;
+
+  TextPainter();
+  ~TextPainter();
+
+  bool Started() const { return m_rasteriser != nullptr; }
+  void Start(IDirect3DDevice9* device, const TextFont& font);
+  void Stop();
+
+  /// Lets go of all textures, before the device is reset.
+  void Forget();
+
+  /// Draws lines that begin at (x, y) and are broken between words before `right`.
+  void Draw(TextBatch& batch, const char* text, int32_t x, int32_t y, int32_t right, uint32_t color);
+
+ private:
+  struct Kept;
+
+  const Kept* Find(const char* text, int32_t room);
+  const Kept* Make(const char* text, int32_t room);
+  bool Rasterise(const char* text, int32_t room, Kept& kept);
+  void FallBackToGdi();
+
+  IDirect3DDevice9* m_device = nullptr;
+  TextFont m_font{};
+  bool m_byD3dx = false;
+  std::unique_ptr<TextRasteriser> m_rasteriser;
+  uint64_t m_uses = 0;
+  std::array<std::unique_ptr<Kept>, kKept> m_kept;
+};
