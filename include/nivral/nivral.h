@@ -174,8 +174,8 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWOpenDraw(void** phDraw);
 /** Opens a pane on a given backend. Thread: start-up.
  *
  * @param phDraw receives the handle, on success only
- * @param type 0 SDL2, 1 Direct3D 9, any other value DirectDraw. Where `d3d9.dll` or `d3dx9_43.dll` is
- *        missing, 1 opens an SDL2 pane, starts SDL2 and makes it the choice of the process.
+ * @param type 0 SDL2, 1 Direct3D 9, any other value DirectDraw. Where `d3d9.dll` is missing, 1
+ *        opens an SDL2 pane, starts SDL2 and makes it the choice of the process.
  * @return 0; 1 when phDraw is null or memory ran out */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWOpenDrawEx(void** phDraw, uint32_t type);
 

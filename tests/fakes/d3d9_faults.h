@@ -9,6 +9,7 @@ struct D3D9Faults {
   bool noDirect3D;
   HRESULT createDevice;
   HRESULT createSurface;
+  HRESULT createTexture;
   HRESULT cooperativeLevel;
   HRESULT reset;
 

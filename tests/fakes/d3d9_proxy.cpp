@@ -21,6 +21,8 @@ HRESULT WINAPI TestCooperativeLevel(IDirect3DDevice9* self);
 HRESULT WINAPI Reset(IDirect3DDevice9* self, D3DPRESENT_PARAMETERS* parameters);
 HRESULT WINAPI Present(IDirect3DDevice9* self, const RECT* from, const RECT* to, HWND window,
                        const RGNDATA* dirty);
+HRESULT WINAPI CreateTexture(IDirect3DDevice9* self, UINT width, UINT height, UINT levels, DWORD usage,
+                             D3DFORMAT format, D3DPOOL pool, IDirect3DTexture9** texture, HANDLE* shared);
 HRESULT WINAPI CreateOffscreenPlainSurface(IDirect3DDevice9* self, UINT width, UINT height, D3DFORMAT format,
                                            D3DPOOL pool, IDirect3DSurface9** surface, HANDLE* shared);
 
@@ -30,6 +32,7 @@ VtableSlot g_releaseDevice(2, &ReleaseDevice);
 VtableSlot g_testCooperativeLevel(3, &TestCooperativeLevel);
 VtableSlot g_reset(16, &Reset);
 VtableSlot g_present(17, &Present);
+VtableSlot g_createTexture(23, &CreateTexture);
 VtableSlot g_createSurface(36, &CreateOffscreenPlainSurface);
 
 ULONG WINAPI ReleaseDirect3D(IDirect3D9* self) {
@@ -53,6 +56,7 @@ void Adopt(IDirect3DDevice9* device) {
   g_testCooperativeLevel.Patch(device);
   g_reset.Patch(device);
   g_present.Patch(device);
+  g_createTexture.Patch(device);
   g_createSurface.Patch(device);
 }
 
@@ -85,6 +89,12 @@ HRESULT WINAPI CreateOffscreenPlainSurface(IDirect3DDevice9* self, UINT width, U
                                            D3DPOOL pool, IDirect3DSurface9** surface, HANDLE* shared) {
   if (g_faults.createSurface) return g_faults.createSurface;
   return g_createSurface.Forward(self, width, height, format, pool, surface, shared);
+}
+
+HRESULT WINAPI CreateTexture(IDirect3DDevice9* self, UINT width, UINT height, UINT levels, DWORD usage,
+                             D3DFORMAT format, D3DPOOL pool, IDirect3DTexture9** texture, HANDLE* shared) {
+  if (g_faults.createTexture) return g_faults.createTexture;
+  return g_createTexture.Forward(self, width, height, levels, usage, format, pool, texture, shared);
 }
 
 HMODULE SystemDirect3D() {

@@ -18,6 +18,8 @@
 
 namespace {
 
+D3dxFaults g_faults{};
+
 class Line : public ID3DXLine {
  public:
   explicit Line(IDirect3DDevice9* device) : m_device(device) { device->AddRef(); }
@@ -78,6 +80,7 @@ struct Vertex {
 // What a caller set on the device is as it was afterwards, as with the real object.
 HRESULT WINAPI Line::Draw(const D3DXVECTOR2* points, DWORD count, D3DCOLOR color) {
   if (!m_begun || count < 2) return D3DERR_INVALIDCALL;
+  if (g_faults.drawLine) return g_faults.drawLine;
   IDirect3DStateBlock9* state = nullptr;
   if (FAILED(m_device->CreateStateBlock(D3DSBT_ALL, &state))) return E_FAIL;
   std::vector<Vertex> strip;
@@ -92,8 +95,6 @@ HRESULT WINAPI Line::Draw(const D3DXVECTOR2* points, DWORD count, D3DCOLOR color
   return D3D_OK;
 }
 
-D3dxFaults g_faults{};
-
 INT WINAPI DrawTextOrFail(ID3DXFont* self, ID3DXSprite* sprite, LPCSTR text, INT length, RECT* rect,
                           DWORD format, D3DCOLOR color);
 VtableSlot g_drawTextA(14, &DrawTextOrFail);
@@ -101,6 +102,7 @@ VtableSlot g_drawTextA(14, &DrawTextOrFail);
 INT WINAPI DrawTextOrFail(ID3DXFont* self, ID3DXSprite* sprite, LPCSTR text, INT length, RECT* rect,
                           DWORD format, D3DCOLOR color) {
   if (g_faults.onDrawText) g_faults.onDrawText();
+  if (g_faults.drawText) return 0;
   return g_drawTextA.Forward(self, sprite, text, length, rect, format, color);
 }
 
@@ -112,6 +114,7 @@ std::string g_shaderFileAsked;
 extern "C" {
 
 HRESULT WINAPI ShimCreateLine(IDirect3DDevice9* device, ID3DXLine** line) {
+  if (g_faults.createLine) return g_faults.createLine;
   *line = new Line(device);
   return D3D_OK;
 }
@@ -119,6 +122,7 @@ HRESULT WINAPI ShimCreateLine(IDirect3DDevice9* device, ID3DXLine** line) {
 HRESULT WINAPI ShimCreateFontA(IDirect3DDevice9* device, INT height, UINT width, UINT weight, UINT levels,
                                WINBOOL italic, DWORD charset, DWORD precision, DWORD quality, DWORD pitch,
                                LPCSTR face, ID3DXFont** font) {
+  if (g_faults.createFont) return g_faults.createFont;
   const auto create = LoadedFunction<decltype(&D3DXCreateFontA)>("d3dx9_42.dll", "D3DXCreateFontA");
   const HRESULT result =
       create(device, height, width, weight, levels, italic, charset, precision, quality, pitch, face, font);

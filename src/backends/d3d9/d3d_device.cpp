@@ -26,7 +26,7 @@ int32_t D3DDisplayer::LoadDirect3D() {
   if (!m_hD3D9Module) m_hD3D9Module = LoadLibraryA("d3d9.dll");
   if (!m_hD3D9Module) return 0;
   m_pD3dx = LoadD3dx();
-  const FARPROC create = m_pD3dx ? GetProcAddress(m_hD3D9Module, "Direct3DCreate9") : nullptr;
+  const FARPROC create = GetProcAddress(m_hD3D9Module, "Direct3DCreate9");
   m_pfnDirect3DCreate9 = reinterpret_cast<decltype(m_pfnDirect3DCreate9)>(reinterpret_cast<void*>(create));
   return m_pfnDirect3DCreate9 ? 1 : 0;
 }
@@ -118,6 +118,8 @@ bool D3DDisplayer::InitSurface() {
 bool D3DDisplayer::ResetDevice() {
   LogStep(L"D3DDisplayer::ResetDevice");
   if (!m_pd3dDevice) return false;
+  m_osdPainter.Forget();
+  m_labelPainter.Forget();
   if (m_pOSDFont && FAILED(m_pOSDFont->OnLostDevice()))
     LogStep(L"D3DDisplayer::ResetDevice: m_pOSDFont->OnLostDevice failed");
   m_pd3dSurface.reset();
@@ -141,6 +143,9 @@ void D3DDisplayer::ResetDisplay() {
 }
 
 void D3DDisplayer::ReleaseDeviceObjects() {
+  m_osdPainter.Stop();
+  m_labelPainter.Stop();
+  m_outlines.reset();
   m_pOSDFont.reset();
   m_pLabelFont.reset();
   m_pLineBuffer.reset();

@@ -11,11 +11,15 @@
 #include "backends/d3d9/d3dx_library.h"
 #include "backends/d3d9/frame_strides.h"
 #include "backends/d3d9/mosaic_map.h"
+#include "backends/d3d9/outlines.h"
 #include "backends/d3d9/overlay_layout.h"
 #include "backends/d3d9/surface_copy.h"
+#include "backends/d3d9/text_painter.h"
 #include "display/base_displayer.h"
 #include "display/display_codes.h"
 #include "util/com_ptr.h"
+
+class BoxLayer;
 
 constexpr D3DFORMAT kYv12 = static_cast<D3DFORMAT>(MAKEFOURCC('Y', 'V', '1', '2'));
 
@@ -60,7 +64,7 @@ class D3DDisplayer : public BaseDisplayer {
   /// UpdateMosaics commits it. 0, or 1 for an empty rectangle, which ends the current mosaic.
   virtual int32_t SetMosaicRect(const MilleRect* displayed);
 
-  /// Loads the Direct3D 9 run-time and D3DX. 1 when everything needed was found, else 0.
+  /// Loads the Direct3D 9 run-time, and D3DX where there is one. 1 when Direct3D was found, else 0.
   int32_t LoadDirect3D();
 
   /// The colour path on the device's shaders, which nothing calls with effect: InitDraw calls the set-up with
@@ -97,16 +101,16 @@ class D3DDisplayer : public BaseDisplayer {
   ZoomState Zoom() const { return {m_nZoomX, m_nZoomY, m_nZoom}; }
   FrameSize Frame() const { return {static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight)}; }
 
-  void CreateFontOnce(ComPtr<ID3DXFont>& font, int32_t linesPerHeight, const char* face);
+  void StartOnce(TextPainter& painter, ComPtr<ID3DXFont>& font, int32_t linesPerHeight, const char* face);
   void DrawOSDText();
-  void DrawTextItem(const TextItem& item);
-  void DrawLabel(const LabelEntry& label);
+  void DrawLabel(TextBatch& batch, const LabelEntry& label);
 
   bool EnsureLine();
   bool EnsureVertexBuffer();
   bool CanDrawOverlays();
-  void FillRect(const PixelRect& rect, uint32_t color);
-  void DrawOutline(const PixelRect& rect, uint16_t type, int32_t thickness);
+  bool OutlineByVertices();
+  bool IsSideVisible(const PixelRect& rect) const;
+  void DrawOutline(BoxLayer& layer, const PixelRect& rect, uint16_t type, int32_t thickness);
   void DrawDiscs(const DsmRecord& record);
   void DrawThickBrackets(const PixelRect& rect, int32_t thickness);
 
@@ -150,6 +154,9 @@ class D3DDisplayer : public BaseDisplayer {
   ComPtr<ID3DXLine> m_pLine;
   std::unique_ptr<D3DXVECTOR2[]> m_pLineBuffer;
   ComPtr<IDirect3DVertexBuffer9> m_pVertexBuffer;
+  TextPainter m_osdPainter;
+  TextPainter m_labelPainter;
+  std::unique_ptr<Outlines> m_outlines;
   /// Whether the device stretches a frame onto the whole back buffer or cuts it at the window's size.
   enum class Stretch { Unknown, Whole, Cut } m_stretch = Stretch::Unknown;
   /// Of the frame's size, while the device would cut.

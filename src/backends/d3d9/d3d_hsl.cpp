@@ -88,6 +88,7 @@ bool D3DDisplayer::CreateHslShader() {
   LeaveUnreleased(m_pConstantTable);
   LeaveUnreleased(m_pHslShader);
   m_hTex0S = nullptr;
+  if (!m_pD3dx) return false;
   ComPtr<ID3DXBuffer> code;
   const HRESULT compiled = m_pD3dx->compileShaderFromFile(kShaderFile, nullptr, nullptr, "hslMain", "ps_2_0",
                                                           0, code.put(), nullptr, m_pConstantTable.put());

@@ -4,13 +4,12 @@
 #include <array>
 #include <new>
 
+#include "backends/d3d9/box_layer.h"
 #include "backends/d3d9/d3d_displayer.h"
 #include "backends/d3d9/primitive_batch.h"
 #include "display/geometry.h"
 
 namespace {
-
-constexpr size_t kOutlinePoints = 5;
 
 /// The labels of one pass, drawn after all boxes.
 struct LabelList {
@@ -20,18 +19,28 @@ struct LabelList {
   void Append(const LabelEntry& label) { entries[count++] = label; }
 };
 
-D3DXVECTOR2 Point(int32_t x, int32_t y) {
-  return {static_cast<float>(x), static_cast<float>(y)};
-}
-
 }  // namespace
 
+/// Where D3DX has no line object, outlines are drawn without it.
 bool D3DDisplayer::EnsureLine() {
   if (!m_pd3dDevice) return false;
-  if (m_pLine) return true;
-  if (FAILED(m_pD3dx->createLine(m_pd3dDevice.get(), m_pLine.put()))) return false;
-  if (!m_pLineBuffer) m_pLineBuffer.reset(new (std::nothrow) D3DXVECTOR2[kOutlinePoints]);
-  return m_pLineBuffer != nullptr;
+  if (m_outlines) return true;
+  if (!m_pLineBuffer) m_pLineBuffer.reset(new (std::nothrow) D3DXVECTOR2[D3dxOutlines::kCorners]);
+  if (m_pD3dx && m_pLineBuffer && SUCCEEDED(m_pD3dx->createLine(m_pd3dDevice.get(), m_pLine.put()))) {
+    m_outlines.reset(new (std::nothrow) D3dxOutlines(m_pLine.get(), m_pLineBuffer.get()));
+  } else {
+    OutlineByVertices();
+  }
+  return m_outlines != nullptr;
+}
+
+bool D3DDisplayer::OutlineByVertices() {
+  std::unique_ptr<Outlines> made(new (std::nothrow)
+                                     VertexOutlines(m_pd3dDevice.get(), m_pVertexBuffer.get()));
+  if (!made) return false;
+  m_outlines = std::move(made);
+  m_pLine.reset();
+  return true;
 }
 
 bool D3DDisplayer::EnsureVertexBuffer() {
@@ -42,30 +51,22 @@ bool D3DDisplayer::EnsureVertexBuffer() {
 }
 
 bool D3DDisplayer::CanDrawOverlays() {
-  return m_pD3D9 && m_pd3dDevice && m_pd3dSurface && EnsureLine() && EnsureVertexBuffer();
+  return m_pD3D9 && m_pd3dDevice && m_pd3dSurface && EnsureVertexBuffer() && EnsureLine();
 }
 
-void D3DDisplayer::FillRect(const PixelRect& rect, uint32_t color) {
-  if (!m_pd3dDevice || !m_pVertexBuffer) return;
-  PrimitiveBatch(m_pd3dDevice.get(), m_pVertexBuffer.get(), D3DPT_TRIANGLELIST).Add(FilledRect(rect, color));
+bool D3DDisplayer::IsSideVisible(const PixelRect& rect) const {
+  return SidesVisible(rect, static_cast<int32_t>(m_d3dpp.BackBufferWidth),
+                      static_cast<int32_t>(m_d3dpp.BackBufferHeight));
 }
 
-void D3DDisplayer::DrawOutline(const PixelRect& rect, uint16_t type, int32_t thickness) {
-  if (!m_pLine || !m_pLineBuffer) return;
+void D3DDisplayer::DrawOutline(BoxLayer& layer, const PixelRect& rect, uint16_t type, int32_t thickness) {
   const D3DCOLOR color = type == kPersonClass ? kOrangeRed : kGreen;
   for (int32_t i = 0; i < thickness; ++i) {
     const PixelRect pass = NestedRect(rect, i);
-    if (!SidesVisible(pass, static_cast<int32_t>(m_d3dpp.BackBufferWidth),
-                      static_cast<int32_t>(m_d3dpp.BackBufferHeight))) {
-      continue;
-    }
-    m_pLineBuffer[0] = m_pLineBuffer[4] = Point(pass.left, pass.top);
-    m_pLineBuffer[1] = Point(pass.right, pass.top);
-    m_pLineBuffer[2] = Point(pass.right, pass.bottom);
-    m_pLineBuffer[3] = Point(pass.left, pass.bottom);
-    m_pLine->Begin();
-    m_pLine->Draw(m_pLineBuffer.get(), kOutlinePoints, color);
-    m_pLine->End();
+    if (!IsSideVisible(pass) || layer.Outline(pass, color)) continue;
+    // Some D3DX can make a line object and not draw with it. A device lost meanwhile is not its fault.
+    if (!m_pLine || m_pd3dDevice->TestCooperativeLevel() != D3D_OK) return;
+    if (!OutlineByVertices() || !layer.Outline(pass, color)) return;
   }
 }
 
@@ -73,10 +74,7 @@ void D3DDisplayer::DrawThickBrackets(const PixelRect& rect, int32_t thickness) {
   PrimitiveBatch lines(m_pd3dDevice.get(), m_pVertexBuffer.get(), D3DPT_LINELIST);
   for (int32_t i = 0; i < thickness; ++i) {
     const PixelRect pass = NestedRect(rect, i);
-    if (SidesVisible(pass, static_cast<int32_t>(m_d3dpp.BackBufferWidth),
-                     static_cast<int32_t>(m_d3dpp.BackBufferHeight))) {
-      lines.Add(CornerBrackets(pass, kGreen));
-    }
+    if (IsSideVisible(pass)) lines.Add(CornerBrackets(pass, kGreen));
   }
 }
 
@@ -101,19 +99,23 @@ void D3DDisplayer::DrawAlgInfo() {
   const AlgRecord& record = m_alg.record;
   LabelList types;
   LabelList distances;
-  for (int32_t i = 0; i < std::min<int32_t>(record.count, kMaxBoxes); ++i) {
-    const std::optional<AlgBoxLayout> box = LayOutAlgBox(record, i, Frame());
-    if (!box) continue;
-    DrawOutline(box->outline, record.classId[i], record.lineWidth);
-    FillRect(box->typeBackground, box->labelColor);
-    types.Append(box->typeLabel);
-    if (!box->distanceLabel) continue;
-    FillRect(box->distanceLabel->rect, box->labelColor);
-    distances.Append(*box->distanceLabel);
+  {
+    BoxLayer layer(m_outlines, m_pd3dDevice.get(), m_pVertexBuffer.get());
+    for (int32_t i = 0; i < std::min<int32_t>(record.count, kMaxBoxes); ++i) {
+      const std::optional<AlgBoxLayout> box = LayOutAlgBox(record, i, Frame());
+      if (!box) continue;
+      DrawOutline(layer, box->outline, record.classId[i], record.lineWidth);
+      layer.Fill(box->typeBackground, box->labelColor);
+      types.Append(box->typeLabel);
+      if (!box->distanceLabel) continue;
+      layer.Fill(box->distanceLabel->rect, box->labelColor);
+      distances.Append(*box->distanceLabel);
+    }
   }
+  TextBatch letters(m_pd3dDevice.get());
   for (const LabelList* list : {&types, &distances})
     for (size_t i = 0; i < list->count; ++i)
-      DrawLabel(list->entries[i]);
+      DrawLabel(letters, list->entries[i]);
 }
 
 void D3DDisplayer::DrawDsmAlgInfo() {

@@ -7,6 +7,14 @@ std::array<OverlayVertex, 6> FilledRect(const PixelRect& r, uint32_t color) {
           VertexAt(r.left, r.top, color),    VertexAt(r.right, r.top, color)};
 }
 
+std::array<OverlayVertex, 8> ClosedOutline(const PixelRect& r, uint32_t color) {
+  const OverlayVertex topLeft = VertexAt(r.left, r.top, color);
+  const OverlayVertex topRight = VertexAt(r.right, r.top, color);
+  const OverlayVertex bottomRight = VertexAt(r.right, r.bottom, color);
+  const OverlayVertex bottomLeft = VertexAt(r.left, r.bottom, color);
+  return {topLeft, topRight, topRight, bottomRight, bottomRight, bottomLeft, bottomLeft, topLeft};
+}
+
 std::array<OverlayVertex, 16> CornerBrackets(const PixelRect& rect, uint32_t color) {
   const int64_t l = rect.left;
   const int64_t t = rect.top;

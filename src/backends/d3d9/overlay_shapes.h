@@ -37,6 +37,9 @@ constexpr OverlayVertex VertexAt(int64_t x, int64_t y, uint32_t color) {
 /// Two triangles, clockwise, that fill the rectangle.
 std::array<OverlayVertex, 6> FilledRect(const PixelRect& rect, uint32_t color);
 
+/// Four segments around the rectangle, whose sides lie on its edges.
+std::array<OverlayVertex, 8> ClosedOutline(const PixelRect& rect, uint32_t color);
+
 /// Eight segments at the corners; the middle three fifths of every side stay open.
 std::array<OverlayVertex, 16> CornerBrackets(const PixelRect& rect, uint32_t color);
 

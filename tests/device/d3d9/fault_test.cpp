@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "fakes/d3d9_faults.h"
+#include "fakes/d3dx_faults.h"
 #include "fakes/loaded.h"
 #include "nivral/nivral.h"
 #include "pane.h"
@@ -160,6 +161,28 @@ TEST_F(D3dFaults, OverlayBuffersMakeAResetFailAndComeBack) {
   EXPECT_EQ(m_log.Take(), kMadeAnew);
   ShowTextAndLandmark();
   ExpectDrawn();
+}
+
+TEST_F(D3dFaults, ATextThatCannotBeMadeComesWithALaterFrame) {
+  LoadedFunction<GetD3dxFaultsFunction>("d3dx9_43.dll", "GetD3dxFaults")()->createFont = E_FAIL;
+  Start();
+  m_displayer->SetOSDText(0, "HHHHHHHH", 0, 0, 0, 0x0000FF);
+  const auto redPixels = [&] {
+    const ScreenShot shot(ClientOnScreen(m_window.Handle()));
+    int count = 0;
+    for (int i = 0; i < 30 * 10; ++i)
+      count += shot.At(i % 30, i / 30).r > shot.At(i % 30, i / 30).b + 40;
+    return count;
+  };
+  m_faults->createTexture = D3DERR_DEVICELOST;
+  ExpectDrawn();
+  EXPECT_EQ(redPixels(), 0);
+  m_faults->createTexture = 0;
+  ExpectDrawn();
+  for (const ULONGLONG end = GetTickCount64() + 60'000; redPixels() == 0 && GetTickCount64() < end;)
+    Sleep(10);
+  EXPECT_GT(redPixels(), 0);
+  *LoadedFunction<GetD3dxFaultsFunction>("d3dx9_43.dll", "GetD3dxFaults")() = {};
 }
 
 TEST_F(D3dFaults, WithoutANewDeviceEveryFrameTriesAgain) {

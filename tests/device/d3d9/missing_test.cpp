@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-// A machine on which a part of Direct3D is missing. Run once without d3d9.dll and once without D3DX.
-#include <gtest/gtest.h>
+// A machine on which a part of Direct3D is missing. Each test runs in a process without that part.
+#include <bit>
 
-#include "backends/d3d9/d3d_displayer.h"
 #include "backends/sdl2/sdl_displayer.h"
 #include "nivral/nivral.h"
+#include "pane.h"
 
 namespace {
 
-TEST(D3dMissing, OpensSdlInsteadFromThenOn) {
+TEST(D3dMissing, WithoutDirect3DOpensSdlInsteadFromThenOn) {
   D3DDisplayer displayer;
   ASSERT_EQ(displayer.LoadDirect3D(), 0);
   for (int i = 0; i < 2; ++i) {
@@ -18,6 +18,29 @@ TEST(D3dMissing, OpensSdlInsteadFromThenOn) {
     NIVRAL_DWCloseDraw(pane);
   }
   EXPECT_EQ(NIVRAL_UnInitialize(), 0u);
+}
+
+TEST(D3dMissing, WithoutD3dxDrawsByItself) {
+  void* opened = nullptr;
+  ASSERT_EQ(NIVRAL_DWOpenDrawEx(&opened, 1), 0u);
+  EXPECT_NE(dynamic_cast<D3DDisplayer*>(static_cast<BaseDisplayer*>(opened)), nullptr);
+  NIVRAL_DWCloseDraw(opened);
+
+  ASSERT_EQ(LoadD3dx(), nullptr);
+  D3DPane pane;
+  TestFrame frame = FlatFrame(kPaneWidth, kPaneHeight, 16, 128, 128);
+  pane.DrawTwice(frame);
+  pane.displayer.SetOSDText(0, "MMMMMMMM", 10, 10, 0, 0xFFFFFF);
+  const uint32_t edge[] = {std::bit_cast<uint32_t>(60.0f), std::bit_cast<uint32_t>(100.0f)};
+  const uint16_t type = 4, unused = 0;
+  pane.displayer.SetAlgInfo(1, &edge[0], &edge[0], &edge[1], &edge[1], &type, &unused, &unused, &unused, 1);
+  EXPECT_EQ(pane.Draw(frame), 0);
+  EXPECT_PIXEL(pane.window.Handle(), 80, 60, {0, 255, 0});
+  const ScreenShot shot = pane.Shot();
+  int bright = 0;
+  for (int x = 10; x < 60; ++x)
+    bright += shot.At(x, 13).g > 0x40;
+  EXPECT_GT(bright, 5) << "of the text";
 }
 
 }  // namespace

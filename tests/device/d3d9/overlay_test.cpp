@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Texts, boxes, labels and landmarks on the screen. Runs beside a D3DX whose lines are drawn.
+// Texts, boxes, labels and landmarks on the screen. Runs beside a D3DX whose lines are drawn, and which fails
+// when asked to.
 #include <bit>
 #include <future>
 #include <set>
@@ -24,6 +25,12 @@ bool IsRed(const Rgb& c) {
 }
 bool IsBlue(const Rgb& c) {
   return c.b >= 0x80 && c.r <= 0x80;
+}
+
+/// Not the colour of the frame or of a shape, as far as a letter shines through.
+bool IsLetter(const Rgb& c) {
+  const Rgb shapes[] = {kBlack, kGreenPixel, kAmberPixel, kOrangeRedPixel};
+  return std::none_of(std::begin(shapes), std::end(shapes), [&](const Rgb& s) { return Near(s, c, 2); });
 }
 
 struct Found {
@@ -57,6 +64,8 @@ std::string Complain(const ScreenShot& shot, const std::vector<Expected>& pixels
              std::to_string(p.x) + "," + std::to_string(p.y);
   return "";
 }
+
+constexpr D3dxFaults kCannotMake{E_FAIL, E_FAIL, 0, 0, nullptr};
 
 struct Box {
   float left, top, right, bottom;
@@ -94,6 +103,26 @@ class D3dOverlays : public testing::Test {
                                    edges[2].data(), edges[3].data(), size);
   }
 
+  /// A scene on a pane that starts anew: texts, boxes over each other's labels, landmarks and brackets.
+  ScreenShot ShootScene(const D3dxFaults& faults) {
+    *m_d3dx = faults;
+    m_pane.displayer.FreeDraw();
+    TestFrame white = FlatFrame(kWidth, kHeight, 235, 128, 128);
+    m_pane.Draw(white);
+    EXPECT_PIXEL(m_pane.window.Handle(), 0, 0, {235, 235, 235});
+    m_pane.displayer.SetOSDText(0, "Side Wg 12:34", 100, 50, 0, 0x0000FF);
+    m_pane.displayer.SetOSDText(5, "One two three four five six seven", 700, 120, 1, 0x0000FF);
+    const auto edges = [](auto... values) { return std::array{std::bit_cast<uint32_t>(float{values})...}; };
+    const std::array<uint16_t, 3> types = {1, 4, 2}, distances = {123, 456, 0}, unused{};
+    m_pane.displayer.SetAlgInfo(3, edges(200.f, 300.f, 600.f).data(), edges(200.f, 190.f, 380.f).data(),
+                                edges(500.f, 420.f, 640.f).data(), edges(500.f, 490.f, 400.f).data(),
+                                types.data(), distances.data(), unused.data(), unused.data(), 3);
+    Monitor({{700, 300}, {705, 303}, {800, 500}}, {{640, 240, 760, 340}}, 9);
+    EXPECT_EQ(m_pane.Draw(m_black), 0);
+    EXPECT_PIXEL(m_pane.window.Handle(), 0, 0, {kBlack});
+    return m_pane.Shot();
+  }
+
   void DrawAndExpect(const std::function<std::string(const ScreenShot&)>& complain) {
     EXPECT_EQ(m_pane.Draw(m_black), 0);
     ExpectPicture(m_pane, complain);
@@ -126,18 +155,6 @@ TEST_F(D3dOverlays, TextsStandWhereTheyWerePut) {
   });
 }
 
-TEST_F(D3dOverlays, TextsWithoutRoomForTheirCharactersAreSurvived) {
-  for (const uint32_t x : {kWidth - 20u, kWidth - 2u, kWidth + 0u, kWidth + 5u, 0x80000000u, 0xFFFFFFFFu}) {
-    for (const char* text : {"Wide", "i i W", " ", "\n", "a\n\n b"}) {
-      m_pane.displayer.SetOSDText(0, text, x, 50, 0, 0x0000FF);
-      EXPECT_EQ(m_pane.Draw(m_black), 0) << x << text;
-    }
-  }
-  m_pane.displayer.SetOSDText(0, "", 0, 0, 0, 0);
-  Assist({kWidth - 3.0f, 200, kWidth, 300}, 3, 5, 1);
-  EXPECT_EQ(m_pane.Draw(m_black), 0);
-}
-
 D3DDisplayer* g_setWhileDrawing = nullptr;
 bool g_wasSet = false;
 
@@ -156,6 +173,55 @@ TEST_F(D3dOverlays, TextsCanBeSetWhileOthersAreDrawn) {
   g_setWhileDrawing = &m_pane.displayer;
   EXPECT_EQ(m_pane.Draw(m_black), 0);
   EXPECT_TRUE(g_wasSet);
+}
+
+TEST_F(D3dOverlays, LookTheSameWhateverD3dxCanDo) {
+  const ScreenShot all = ShootScene({});
+  for (const D3dxFaults& faults : {kCannotMake, D3dxFaults{0, 0, E_FAIL, E_NOTIMPL, nullptr}}) {
+    const ScreenShot own = ShootScene(faults);
+    int different = 0;
+    for (int y = 0; y < kHeight; ++y)
+      for (int x = 0; x < kWidth; ++x)
+        if (!IsLetter(all.At(x, y)) && !IsLetter(own.At(x, y)) && !Near(all.At(x, y), own.At(x, y), 0))
+          ++different;
+    EXPECT_EQ(different, 0);
+    for (const PixelRect& text : {PixelRect{0, 0, kWidth, 150},
+                                  {0, 600, kWidth, kHeight},
+                                  {190, 170, 290, 199},
+                                  {590, 360, 700, 380},
+                                  {300, 470, 420, 500}}) {
+      const PixelRect a = Find(all, text, IsLetter).bounds;
+      const PixelRect b = Find(own, text, IsLetter).bounds;
+      EXPECT_LT(a.left, a.right) << "nothing was written at " << text.left << "," << text.top;
+      for (const auto& [edge, other] : {std::pair{a.left, b.left}, {a.top, b.top}, {a.right, b.right}})
+        EXPECT_NEAR(edge, other, 2) << "of the text at " << text.left << "," << text.top;
+      EXPECT_NEAR(a.bottom, b.bottom, 2);
+    }
+  }
+}
+
+TEST_F(D3dOverlays, AnyTextIsSurvived) {
+  std::string lines;
+  for (int i = 0; i < 170; ++i)
+    lines += "W\n\t";
+  const std::string texts[] = {std::string(511, 'W'),    std::string(511, ' '), lines, "\n", "i i W",
+                               "\xFC\xE4\x80\xDF & \x01"};
+  for (const D3dxFaults& faults : {D3dxFaults{}, kCannotMake}) {
+    *m_d3dx = faults;
+    m_pane.displayer.FreeDraw();
+    for (const std::string& text : texts) {
+      // Beside the right edge not one character has room.
+      for (const uint32_t x : {0u, kWidth - 20u, kWidth - 2u, kWidth + 5u, 0x80000000u, 0xFFFFFFFFu}) {
+        m_pane.displayer.SetOSDText(0, text.c_str(), x, 0x7FFFFFF0u, 1, 0x0000FF);
+        m_pane.displayer.SetOSDText(1, text.c_str(), x, 5, 0, 0x0000FF);
+        EXPECT_EQ(m_pane.Draw(m_black), 0) << x << text;
+      }
+    }
+    for (uint16_t distance = 1; distance < 4000; distance = static_cast<uint16_t>(distance + 37)) {
+      Assist({kWidth - 3.0f, 200, kWidth, 500}, 1, distance, 1);  // more labels than are kept
+      EXPECT_EQ(m_pane.Draw(m_black), 0);
+    }
+  }
 }
 
 TEST_F(D3dOverlays, BoxesHaveOutlinesAndLabels) {
