@@ -32,41 +32,9 @@ TEST(Abi, HeaderFunctionsAreTheExportedOnes) {
 }
 
 TEST(Abi, NullHandlesAreRefused) {
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWCloseDraw), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWFreeDraw), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetHwnd), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetHwndEx), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWInitDraw), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWDrawYUV420), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWAdjustedWnd), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetPlayRect), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetZoom), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetMirrorMode), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetIndex), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetPause), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetOSDText), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetMosaics), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetMosaicFlag), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetMosaicLevel), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetMosaicAreaScale), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWUpdateMosaics), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetRClickPt), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetAlgInfo), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetDsmAlgInfo), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetDecCB), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetDisplayCB), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetDrawYUV420CB), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_DWSetFlashWndCB), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_SetColorParams), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_GetColorParams), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_GetColorParamsEx), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_WVCloseWave), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_WVSetWaveFormat), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_WVSetWriteWaveCB), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_WVPlayWave), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_WVPauseWave), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_WVStopWave), 1U);
-  EXPECT_EQ(WithNullHandle(NIVRAL_WVSetVolume), 1U);
+#define HANDLE(function) EXPECT_EQ(WithNullHandle(function), 1U) << #function;
+#define OTHER(function)
+#include "abi/exports.inc"
 }
 
 TEST(Abi, NullOutPointersAreRefused) {
