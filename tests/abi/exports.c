@@ -4,15 +4,21 @@
 
 #include "abi/exports.h"
 
-#define HANDLE(function) {#function, (AbiFunction)function},
+/* In an initialiser the address would be that of a stub in this program. */
+#define HANDLE(function) Add(list, &count, #function, (AbiFunction)function);
 #define OTHER HANDLE
 
+static void Add(struct AbiExport list[kAbiExportCount], size_t* count, const char* name,
+                AbiFunction function) {
+  if (*count < kAbiExportCount) {
+    list[*count].name = name;
+    list[*count].function = function;
+  }
+  ++*count;
+}
+
 size_t ListAbiExports(struct AbiExport list[kAbiExportCount]) {
-  const struct AbiExport all[] = {
+  size_t count = 0;
 #include "abi/exports.inc"
-  };
-  const size_t count = sizeof(all) / sizeof(all[0]);
-  for (size_t i = 0; i < count && i < kAbiExportCount; ++i)
-    list[i] = all[i];
   return count;
 }
