@@ -34,9 +34,10 @@
  *   do not wait for a frame being drawn.
  *
  * No call may be in flight on a handle that is being closed. On a Direct3D 9 pane no two calls may overlap at
- * all, whatever their threads. Calls that belong to the window thread may wait for the frame being drawn; that
- * thread goes on receiving messages that other threads send to its windows meanwhile. Made while the thread
- * handles such a message, they do not wait for a busy SDL2 pane: what they ask for is done right after.
+ * all, whatever their threads. Calls that belong to the window thread may wait for the frame being drawn;
+ * that thread goes on receiving messages that other threads send to its windows meanwhile. Made while the
+ * thread handles such a message, they do not wait for a busy SDL2 pane: what they ask for is done right
+ * after.
  *
  * Units. Widths and heights are pixels, strides bytes from row to row. Video pixels count in the size given
  * to NIVRAL_DWInitDraw, client pixels in the client area of the window. The picture always fills the client
@@ -389,8 +390,8 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetRClickPt(void* hDraw, POINT pt);
 /** @defgroup algorithms Panes: results of driver algorithms
  *
  * Set one record per frame, before the frame that it belongs to: each frame handed to the pane takes the
- * oldest record waiting, also a frame that is refused or not shown. The newest 256 are kept waiting. Without a
- * new one the last record stays for less than a second; the very first one of a pane stays for one frame,
+ * oldest record waiting, also a frame that is refused or not shown. The newest 256 are kept waiting. Without
+ * a new one the last record stays for less than a second; the very first one of a pane stays for one frame,
  * except driver assistance on DirectDraw. A paused pane takes none and draws the last ones again.
  * @{ */
 
