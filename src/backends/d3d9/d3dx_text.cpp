@@ -19,11 +19,14 @@ constexpr D3DCOLOR kWhite = 0xFFFFFFFF;
 class LetterRecorder final : public ID3DXSprite {
  public:
   explicit LetterRecorder(TextPieces& pieces) : m_pieces(pieces) {}
+  LetterRecorder(const LetterRecorder&) = delete;
+  LetterRecorder& operator=(const LetterRecorder&) = delete;
+  virtual ~LetterRecorder() = default;
 
   bool Complete() const { return m_complete; }
 
   HRESULT WINAPI Draw(IDirect3DTexture9* texture, const RECT* part, const D3DXVECTOR3* center,
-                      const D3DXVECTOR3* position, D3DCOLOR) override {
+                      const D3DXVECTOR3* position, D3DCOLOR) noexcept override {
     if (!texture || !part || !position) return D3DERR_INVALIDCALL;
     const float x = position->x - (center ? center->x : 0);
     const float y = position->y - (center ? center->y : 0);
@@ -33,25 +36,25 @@ class LetterRecorder final : public ID3DXSprite {
     return m_complete ? D3D_OK : E_OUTOFMEMORY;
   }
 
-  HRESULT WINAPI QueryInterface(REFIID, void** object) override {
+  HRESULT WINAPI QueryInterface(REFIID, void** object) noexcept override {
     *object = nullptr;
     return E_NOINTERFACE;
   }
-  ULONG WINAPI AddRef() override { return 1; }
-  ULONG WINAPI Release() override { return 1; }
-  HRESULT WINAPI GetDevice(IDirect3DDevice9**) override { return E_NOTIMPL; }
-  HRESULT WINAPI GetTransform(D3DXMATRIX* transform) override {
+  ULONG WINAPI AddRef() noexcept override { return 1; }
+  ULONG WINAPI Release() noexcept override { return 1; }
+  HRESULT WINAPI GetDevice(IDirect3DDevice9**) noexcept override { return E_NOTIMPL; }
+  HRESULT WINAPI GetTransform(D3DXMATRIX* transform) noexcept override {
     D3DXMatrixIdentity(transform);
     return D3D_OK;
   }
-  HRESULT WINAPI SetTransform(const D3DXMATRIX*) override { return D3D_OK; }
-  HRESULT WINAPI SetWorldViewRH(const D3DXMATRIX*, const D3DXMATRIX*) override { return D3D_OK; }
-  HRESULT WINAPI SetWorldViewLH(const D3DXMATRIX*, const D3DXMATRIX*) override { return D3D_OK; }
-  HRESULT WINAPI Begin(DWORD) override { return D3D_OK; }
-  HRESULT WINAPI Flush() override { return D3D_OK; }
-  HRESULT WINAPI End() override { return D3D_OK; }
-  HRESULT WINAPI OnLostDevice() override { return D3D_OK; }
-  HRESULT WINAPI OnResetDevice() override { return D3D_OK; }
+  HRESULT WINAPI SetTransform(const D3DXMATRIX*) noexcept override { return D3D_OK; }
+  HRESULT WINAPI SetWorldViewRH(const D3DXMATRIX*, const D3DXMATRIX*) noexcept override { return D3D_OK; }
+  HRESULT WINAPI SetWorldViewLH(const D3DXMATRIX*, const D3DXMATRIX*) noexcept override { return D3D_OK; }
+  HRESULT WINAPI Begin(DWORD) noexcept override { return D3D_OK; }
+  HRESULT WINAPI Flush() noexcept override { return D3D_OK; }
+  HRESULT WINAPI End() noexcept override { return D3D_OK; }
+  HRESULT WINAPI OnLostDevice() noexcept override { return D3D_OK; }
+  HRESULT WINAPI OnResetDevice() noexcept override { return D3D_OK; }
 
  private:
   TextPieces& m_pieces;
