@@ -107,7 +107,6 @@ INT WINAPI DrawTextOrFail(ID3DXFont* self, ID3DXSprite* sprite, LPCSTR text, INT
 }
 
 std::string g_shaderFile;
-std::string g_shaderFileAsked;
 
 }  // namespace
 
@@ -134,7 +133,6 @@ HRESULT WINAPI ShimCompileShaderFromFileA(const char* file, const D3DXMACRO* mac
                                           const char* entry, const char* profile, DWORD flags,
                                           ID3DXBuffer** code, ID3DXBuffer** errors,
                                           ID3DXConstantTable** constants) {
-  g_shaderFileAsked = file;
   const auto compile =
       LoadedFunction<decltype(&D3DXCompileShaderFromFileA)>("d3dx9_42.dll", "D3DXCompileShaderFromFileA");
   return compile(g_shaderFile.empty() ? file : g_shaderFile.c_str(), macros, include, entry, profile, flags,
@@ -148,9 +146,5 @@ D3dxFaults* GetD3dxFaults() {
 /// The file to compile instead of the one asked for; empty for that one itself.
 void SetShimShaderFile(const char* file) {
   g_shaderFile = file;
-}
-
-const char* GetShaderFileAsked() {
-  return g_shaderFileAsked.c_str();
 }
 }
