@@ -57,7 +57,7 @@ inline TestFrame PlacesFrame(int32_t width = kPaneWidth, int32_t height = kPaneH
 inline void ExpectPicture(const D3DPane& pane,
                           const std::function<std::string(const ScreenShot&)>& complain) {
   std::string complaint;
-  const ULONGLONG end = GetTickCount64() + 2000;
+  const ULONGLONG end = GetTickCount64() + 60'000;
   do {
     complaint = complain(pane.Shot());
     if (complaint.empty()) return;
