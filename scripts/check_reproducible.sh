@@ -1,10 +1,10 @@
 #!/bin/bash
-# Builds the package a second time, from a copy of the tree in another-folder and without the compiler's
+# Builds the package a second time, from a copy of the tree in another folder and without the compiler's
 # cache, and compares it byte by byte with the one in build/package, which scripts/package.sh has made of
 # the same commit. The libraries of scripts/deps.sh are the same in both.
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"
-COPY="$ROOT/build/another folder/nivral"
+COPY=$ROOT/build/another-folder/nivral
 export CCACHE_DISABLE=1
 SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
 export SOURCE_DATE_EPOCH
