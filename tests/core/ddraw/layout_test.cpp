@@ -5,7 +5,6 @@
 
 #include "backends/ddraw/draw_layout.h"
 #include "backends/ddraw/even_frame.h"
-#include "backends/ddraw/pixel_layout.h"
 #include "support/frames.h"
 
 namespace {
@@ -22,12 +21,6 @@ TEST(DrawnArea, IsThePlayRectangleOrTheClientArea) {
   EXPECT_TRUE(DrawnArea({0, 0, 8193, 10}, kClient).Empty());
   EXPECT_TRUE(DrawnArea({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, kClient).Empty());
   EXPECT_TRUE(DrawnArea({INT_MAX - 1, 0, INT_MAX, 10}, kClient).Empty());
-}
-
-TEST(SeenFrom, MovesTheOriginWithoutOverflow) {
-  EXPECT_EQ(SeenFrom(10, -20, {0, 0, 100, 50}), (PixelRect{-10, 20, 90, 70}));
-  EXPECT_EQ(SeenFrom(1, -1, {INT_MIN, INT_MAX, INT_MAX, INT_MIN}),
-            (PixelRect{INT_MIN, INT_MAX, INT_MAX - 1, INT_MIN + 1}));
 }
 
 TEST(CutToScreen, KeepsSourceAndTargetTogether) {
@@ -47,18 +40,6 @@ TEST(CutToScreen, KeepsSourceAndTargetTogether) {
     EXPECT_EQ(copy.source, c.source) << c.x << "," << c.y;
     EXPECT_EQ(copy.target, c.target) << c.x << "," << c.y;
   }
-}
-
-TEST(IdentifyPixels, KnowsTheFormatsOfDisplayModes) {
-  EXPECT_EQ(IdentifyPixels(32, 0xFF0000, 0xFF00, 0xFF), PixelFormat::Bgrx32);
-  EXPECT_EQ(IdentifyPixels(24, 0xFF0000, 0xFF00, 0xFF), PixelFormat::Bgr24);
-  EXPECT_EQ(IdentifyPixels(16, 0xF800, 0x07E0, 0x1F), PixelFormat::Rgb565);
-  EXPECT_EQ(IdentifyPixels(16, 0x7C00, 0x03E0, 0x1F), PixelFormat::Rgb555);
-  EXPECT_EQ(IdentifyPixels(15, 0x7C00, 0x03E0, 0x1F), PixelFormat::Rgb555);
-  EXPECT_EQ(IdentifyPixels(32, 0xFF, 0xFF00, 0xFF0000), std::nullopt);
-  EXPECT_EQ(IdentifyPixels(8, 0, 0, 0), std::nullopt);
-  EXPECT_EQ(BytesPerPixel(PixelFormat::Bgr24), 3);
-  EXPECT_EQ(BytesPerPixel(PixelFormat::Rgb555), 2);
 }
 
 TEST(EvenFrame, RepeatsTheLastColumnAndRow) {

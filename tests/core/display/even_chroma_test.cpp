@@ -13,15 +13,6 @@ std::vector<uint8_t> Bytes(const uint8_t* plane, size_t count) {
   return {plane, plane + count};
 }
 
-TEST(EvenChroma, EvenFramesPassUntouched) {
-  TestFrame frame = FlatFrame(4, 2, 1, 2, 3);
-  EvenChroma chroma;
-  const auto complete = chroma.Complete(frame.View(), 4, 2);
-  ASSERT_TRUE(complete);
-  EXPECT_EQ(complete->u, frame.u.data());
-  EXPECT_EQ(complete->v, frame.v.data());
-}
-
 TEST(EvenChroma, OddFramesRepeatTheirLastSamples) {
   TestFrame frame(5, 5, 5, 2);
   frame.u = {1, 2, 3, 4};

@@ -65,12 +65,4 @@ TEST(BurnInTiming, NewRecordsNeverRestartIt) {
                              {7041, 0, 0}});
 }
 
-TEST(BurnInTiming, TakesOverAClockThatOverlaysStarted) {
-  ShownRecord<int> last;
-  AdvanceOverlay<int>(last, 1, 3000);
-  AdvanceOverlay<int>(last, 2, 3040);
-  EXPECT_TRUE(AdvanceBurnIn<int>(last, std::nullopt, 4039));
-  EXPECT_FALSE(AdvanceBurnIn<int>(last, std::nullopt, 4040));
-}
-
 }  // namespace

@@ -8,7 +8,6 @@
 #include <random>
 
 #include "burn_in_reference.h"
-#include "display/class_label.h"
 #include "support/frames.h"
 #include "support/one_box.h"
 
@@ -106,22 +105,6 @@ TEST(BurnIn, NeverReachesIntoThePaddingBehindThePicture) {
     BurnInAlgRecord(draw, random.Next(40, 30), frame.View(), 40, 30);
     EXPECT_TRUE(std::all_of(frame.y.begin() + 40 * 30, frame.y.end(), [](uint8_t b) { return b == 200; }));
   }
-}
-
-TEST(ClassLabel, NamesEveryClassInAZeroFilledBuffer) {
-  const char* const names[] = {"unknown", "Person",  "car",         "bus", "truck",
-                               "minibus", "vehicle", "non-vehicle", "Unk"};
-  for (uint16_t id = 0; id < 9; ++id) {
-    std::vector<char> buffer(kClassLabelBytes, '?');
-    EXPECT_TRUE(CopyClassLabel(buffer.data(), id));
-    EXPECT_STREQ(buffer.data(), names[id]);
-    const auto rest = static_cast<long>(std::string(names[id]).size());
-    EXPECT_EQ(std::count(buffer.begin() + rest, buffer.end(), '\0'), kClassLabelBytes - rest);
-  }
-  char buffer[kClassLabelBytes];
-  CopyClassLabel(buffer, 65535);
-  EXPECT_STREQ(buffer, "Unk");
-  EXPECT_FALSE(CopyClassLabel(nullptr, 1));
 }
 
 }  // namespace

@@ -260,59 +260,6 @@ TEST(DDrawThreads, FreeDrawOnTheWindowsThreadAnswersTheCallback) {
   }
 }
 
-/// A handle of the worker thread, opened in the first display callback.
-void NIVRAL_CALL OpenWorker(int32_t, void*, uint32_t, uint32_t, int64_t, int32_t, int32_t, uint32_t,
-                            void* user) {
-  auto* worker = static_cast<std::atomic<HANDLE>*>(user);
-  if (!*worker) *worker = OpenThread(SYNCHRONIZE, FALSE, GetCurrentThreadId());
-}
-
-TEST(DDrawThreads, TheWorkerStopsWithinATenthOfASecondUnderLoad) {
-  DDrawPane pane(640, 360);
-  TestFrame frame = GradientFrame(1280, 720);
-  long long best = 1000000;
-  long long allowed = 100;
-  for (int round = 0; round < 4 && best > allowed; ++round) {
-    ASSERT_EQ(pane.displayer->InitDraw(1280, 720, 0), kOk);
-    std::atomic<HANDLE> worker{nullptr};
-    pane.displayer->SetDisplayCB(&worker, &OpenWorker);
-    std::atomic<bool> stop{false};
-    std::thread feeder([&] {
-      while (!stop)
-        pane.Draw(frame);
-    });
-    for (int i = 0; i < 1000 && !worker; ++i)
-      Pump(10);
-    ASSERT_TRUE(worker.load());
-    pane.displayer->SetDisplayCB(nullptr, nullptr);
-    const uint32_t shown = pane.displayer->ShownCount();
-    const auto loaded = Clock::now();
-    Pump(300);
-    const auto frames = std::max<uint32_t>(pane.displayer->ShownCount() - shown, 1);
-    const auto frameMs =
-        std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - loaded) / frames;
-    // On a machine that cannot draw ten frames a second, the one under way is what the stop has to wait for.
-    allowed = std::max<long long>(100, 3 * frameMs.count());
-
-    const auto start = Clock::now();
-    Clock::time_point ended;
-    std::thread waiter([&] {
-      WaitForSingleObject(worker, INFINITE);
-      ended = Clock::now();
-    });
-    pane.displayer->FreeDraw();
-    waiter.join();
-    CloseHandle(worker);
-    best = std::min<long long>(best,
-                               std::chrono::duration_cast<std::chrono::milliseconds>(ended - start).count());
-    EXPECT_EQ(pane.Draw(frame), kNotInitialised);
-    stop = true;
-    feeder.join();
-  }
-  std::printf("the worker stopped after %lld ms, %lld allowed\n", best, allowed);
-  EXPECT_LE(best, allowed);
-}
-
 /// NIVRAL_SOAK_CYCLES sets another length.
 int Cycles() {
   const char* wanted = std::getenv("NIVRAL_SOAK_CYCLES");
