@@ -132,9 +132,17 @@ HRESULT DDrawDevice::PresentScaled(HWND window, IDirectDrawSurface7* picture, co
   return screen.Empty() ? DD_OK : BlitToScreen(window, picture, part, screen);
 }
 
-bool DDrawDevice::IsOnDesktop(HWND window, const PixelRect& area) {
-  const PixelRect screen = OnScreen(window, area);
-  return Intersect(screen, DesktopBounds()) == screen;
+bool DDrawDevice::ShowsWhole(HWND window, const PixelRect& area) {
+  RECT wanted = ToRect(OnScreen(window, area));
+  if (FAILED(BindWindow(window))) return false;
+  struct {
+    RGNDATAHEADER header;
+    RECT only;
+  } visible{};
+  // Fails for want of room when there is more than one rectangle to be seen.
+  DWORD size = sizeof(visible);
+  return SUCCEEDED(m_clipper->GetClipList(&wanted, reinterpret_cast<RGNDATA*>(&visible), &size)) &&
+         visible.header.nCount == 1 && EqualRect(&visible.only, &wanted);
 }
 
 HRESULT DDrawDevice::BlitToScreen(HWND window, IDirectDrawSurface7* picture, const PixelRect& part,

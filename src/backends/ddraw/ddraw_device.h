@@ -31,13 +31,13 @@ class DDrawDevice {
   /// window can be seen. The picture has the size of the area.
   HRESULT Present(HWND window, IDirectDrawSurface7* picture, const PixelRect& area);
 
-  /// The same for a part of a picture of any size and format, which is stretched over the area. The area must
-  /// not reach beyond the desktop.
+  /// The same for a part of a picture of any size and format, which is stretched over the area. Only for an
+  /// area that can be seen as a whole: a scaled picture cannot be cut without its pixels moving.
   HRESULT PresentScaled(HWND window, IDirectDrawSurface7* picture, const PixelRect& part,
                         const PixelRect& area);
 
-  /// Whether all of an area of a window's client area lies on the desktop.
-  static bool IsOnDesktop(HWND window, const PixelRect& area);
+  /// Whether all of an area of a window's client area is on the desktop and covered by no other window.
+  bool ShowsWhole(HWND window, const PixelRect& area);
 
   /// Gives every surface of this object its memory back; contents are undefined afterwards.
   HRESULT Restore() { return m_directDraw->RestoreAllSurfaces(); }

@@ -23,7 +23,7 @@ class FrameSurface {
   /// Scales the whole frame over the whole target.
   HRESULT StretchTo(IDirectDrawSurface7* target) const;
 
-  /// The same into an area of a window, all of which lies on the desktop.
+  /// The same into an area of a window, all of which can be seen.
   HRESULT PresentTo(DDrawDevice& device, HWND window, const PixelRect& area) const;
 
  private:
