@@ -11,7 +11,7 @@
 namespace {
 
 /// What one of our procedures in a window's chain does. It goes on passing messages to the client when its
-/// pane is gone, since a procedure that the client has put on top may still call it.
+/// pane is gone, since a procedure that the client has put on top may still call it; the library is never unloaded.
 struct Link {
   WNDPROC next = nullptr;  ///< SDL's procedure; the client's without a pane
   WNDPROC client = nullptr;
@@ -85,13 +85,6 @@ void SetWindowProcedure(HWND window, WNDPROC procedure) {
   SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
 }
 
-/// The client's procedure goes on calling ours, so the library has to stay.
-void StayLoaded() {
-  HMODULE module = nullptr;
-  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
-                     reinterpret_cast<LPCWSTR>(&StayLoaded), &module);
-}
-
 }  // namespace
 
 UINT RedrawMessage() {
@@ -123,6 +116,5 @@ void WindowHook::RemoveWith(SdlWindow& sdlWindow) {
   Retire(subclassed);
   sdlWindow.reset();
   if (!subclassed) return;
-  StayLoaded();
   SetWindowProcedure(m_window, top);
 }

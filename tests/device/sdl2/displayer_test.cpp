@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <memory>
+#include <string>
 #include <thread>
 
 #include "backends/sdl2/sdl_displayer.h"
@@ -15,6 +16,34 @@
 #include "support/test_window.h"
 
 namespace {
+
+/// What the log says on the standard output from now on.
+class LogEcho {
+ public:
+  LogEcho() {
+    CreatePipe(&m_read, &m_write, nullptr, 65536);
+    SetStdHandle(STD_OUTPUT_HANDLE, m_write);
+  }
+
+  /// Once; ends the listening.
+  int Count(const std::string& text) {
+    SetStdHandle(STD_OUTPUT_HANDLE, m_before);
+    CloseHandle(m_write);
+    std::string all(65536, '\0');
+    DWORD bytes = 0;
+    ReadFile(m_read, all.data(), static_cast<DWORD>(all.size()), &bytes, nullptr);
+    CloseHandle(m_read);
+    int count = 0;
+    for (size_t at = all.find(text); at != std::string::npos; at = all.find(text, at + 1))
+      ++count;
+    return count;
+  }
+
+ private:
+  HANDLE m_before = GetStdHandle(STD_OUTPUT_HANDLE);
+  HANDLE m_read = nullptr;
+  HANDLE m_write = nullptr;
+};
 
 class SdlDisplayerTest : public testing::Test {
  protected:
@@ -80,21 +109,6 @@ TEST_F(SdlDisplayerTest, TheWindowIsTaggedAsLongAsThePaneUsesIt) {
   EXPECT_EQ(GetPropA(other.Handle(), "sdl2-display"), nullptr);
 }
 
-TEST_F(SdlDisplayerTest, FreeingFromAnotherThreadCompletesBeforeItReturns) {
-  m_displayer->InitDraw(64, 48, 0);
-  int32_t result = -1;
-  std::atomic<bool> done{false};
-  std::thread other([&] {
-    result = m_displayer->FreeDraw();
-    done = true;
-  });
-  while (!done)
-    Pump(5);
-  other.join();
-  EXPECT_EQ(result, 0);
-  EXPECT_EQ(Draw(), 1);
-}
-
 TEST_F(SdlDisplayerTest, RebuildsAfterALostRenderDevice) {
   m_displayer->InitDraw(64, 48, 0);
   EXPECT_EQ(Draw(), 0);
@@ -109,21 +123,29 @@ TEST_F(SdlDisplayerTest, APaneThatOutlivesSdlIsOnlyForgotten) {
   m_displayer->InitDraw(64, 48, 0);
   EXPECT_EQ(Draw(), 0);
   StopSdl();
+  LogEcho said;
   for (int i = 0; i < 3; ++i) {
     EXPECT_EQ(Draw(), 1);
     EXPECT_EQ(m_displayer->InitDraw(64, 48, 0), 1);
   }
+  EXPECT_EQ(said.Count("call NIVRAL_InitializeEx(1)"), 1) << "named once, not every time";
   StartSdl();
   EXPECT_EQ(m_displayer->InitDraw(64, 48, 0), 0);
   EXPECT_EQ(Draw(), 0);
 }
 
-/// Sends its window a message in the middle of every frame, as graphics drivers do.
+/// Sends a message whose handler makes call `which`. Whether its answer came when the handler had ended.
+bool SendCall(HWND window, WPARAM which) {
+  bool ended = false;
+  return SendMessageW(window, WM_APP, which, reinterpret_cast<LPARAM>(&ended)) == 42 && ended;
+}
+
+/// Sends its window messages in the middle of every frame, as graphics drivers do.
 class MessagingDisplayer : public SDLDisplayer {
  public:
   MessagingDisplayer() { SetPause(1); }  // DrawAlgInfo is called on every frame
 
-  void DrawAlgInfo() override { SendMessageW(m_hPlayWnd, WM_APP, m_sent++ % 5, 0); }
+  void DrawAlgInfo() override { wrong += SendCall(m_hPlayWnd, sent++ % 5) ? 0 : 1; }
 
   int32_t DrawGrey() {
     TestFrame frame = FlatFrame(64, 48, 126, 128, 128);
@@ -131,8 +153,8 @@ class MessagingDisplayer : public SDLDisplayer {
     return DrawYUV420(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0);
   }
 
- private:
-  WPARAM m_sent = 0;
+  std::atomic<int> wrong{0};
+  std::atomic<WPARAM> sent{0};
 };
 
 void Call(MessagingDisplayer& displayer, HWND window, WPARAM which) {
@@ -143,30 +165,46 @@ void Call(MessagingDisplayer& displayer, HWND window, WPARAM which) {
   if (which == 4) displayer.DrawGrey();
 }
 
+MessagingDisplayer* g_called = nullptr;
+
 LRESULT CALLBACK CallingProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
-  auto* displayer = static_cast<MessagingDisplayer*>(GetPropA(hwnd, kDisplayerKey));
-  if (displayer && message == WM_APP) Call(*displayer, hwnd, wParam);
-  return DefWindowProcW(hwnd, message, wParam, lParam);
+  if (message != WM_APP || !g_called) return DefWindowProcW(hwnd, message, wParam, lParam);
+  Call(*g_called, hwnd, wParam);
+  Sleep(wParam == 0 ? 1 : 0);
+  *reinterpret_cast<bool*>(lParam) = true;
+  return 42;
 }
 
-TEST_F(SdlDisplayerTest, ADrawingThreadMaySendToAWindowWhoseThreadCallsThePane) {
+TEST_F(SdlDisplayerTest, CallsFromHandlersOfSentMessagesNeitherHangNorAnswerThem) {
   m_displayer.reset();
   SetWindowLongPtrW(m_window.Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CallingProc));
   MessagingDisplayer displayer;
+  g_called = &displayer;
   displayer.SetPlayWnd(m_window.Handle());
   displayer.InitDraw(64, 48, 0);
-  std::atomic<int> frames{0};
-  std::atomic<bool> stopped{false};
-  std::thread feeder([&] {
-    while (frames < 8)
-      frames += displayer.DrawGrey() == 0 ? 1 : 0;
-    stopped = true;
+  std::atomic<bool> enough{false};
+  std::atomic<int> atWork{2};
+  std::thread sender([&] {
+    for (WPARAM i = 0; i < 300; ++i)
+      displayer.wrong += SendCall(m_window.Handle(), i % 3 ? 0 : i / 3 % 5) ? 0 : 1;
+    enough = true;
+    --atWork;
   });
-  for (WPARAM i = 0; !stopped; ++i) {
-    Call(displayer, m_window.Handle(), i % 5);
+  // Binding and freeing belong on the window's thread; from elsewhere they must not hang either.
+  std::thread feeder([&] {
+    for (WPARAM i = 0; !enough || displayer.sent < 3; ++i) {
+      if (displayer.DrawGrey() != 0) Call(displayer, m_window.Handle(), 3 - i % 2 * 2);
+    }
+    --atWork;
+  });
+  for (WPARAM i = 0; atWork > 0; ++i) {
+    Call(displayer, i % 6 == 5 ? nullptr : m_window.Handle(), i % 6 == 5 ? 2 : i % 6);
     Pump(3);
   }
+  sender.join();
   feeder.join();
+  EXPECT_EQ(displayer.wrong, 0);
+  g_called = nullptr;
 }
 
 int CountQueued(uint32_t first, uint32_t last) {
