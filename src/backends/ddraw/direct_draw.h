@@ -16,9 +16,10 @@
 
 /// Shows frames through DirectDraw 7 surfaces, on machines without 3D acceleration too.
 ///
-/// Display copies the frame and returns; a worker thread composes it outside the screen, draws over it with
-/// GDI and copies it into the window. The worker owns every surface from InitDraw to FreeDraw. It holds no
-/// lock that a setter takes while it draws, so setters never wait for a blit.
+/// Display copies the frame with its records and returns; a worker thread stretches it into the window, or
+/// composes it outside the screen first when something lies over it, which GDI draws. The worker owns every
+/// surface from InitDraw to FreeDraw. It holds no lock that a setter takes while it draws, so setters never
+/// wait for a blit.
 class CDirectDraw : public BaseDisplayer {
  public:
   CDirectDraw();
@@ -104,8 +105,7 @@ class CDirectDraw : public BaseDisplayer {
   void CallDisplayCallback(HDC dc, const PixelRect& area, const PaneSettings& settings);
 
   FrameRoad m_wantedRoad = FrameRoad::Automatic;
-  CMutexLock
-      m_handOverLock;  ///< one thread at a time brings a frame and its records, opens or closes the slots
+  CMutexLock m_handOverLock;  ///< for who brings a frame with its records, opens or closes the slots
   AdjustTables m_tables;
   FrameSlots m_slots;
   WorkSignal m_work;         ///< a frame or a wish to repaint waits
