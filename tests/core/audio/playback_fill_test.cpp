@@ -97,26 +97,17 @@ TEST(DeviceVolume, SetsBothChannelsAndWrapsAboveFull) {
 }
 
 TEST(FormatPresets, AreTheFixedOnes) {
-  const struct {
-    FormatPreset preset;
-    uint32_t tag, channels, rate, bytesPerSecond, block, bits, extra;
-    int32_t playBytes, captureBytes;
-  } expected[] = {{kNarrowBandPreset, 1, 1, 8000, 16000, 2, 16, 0, 4050, 4050},
-                  {kWideBandStereoPreset, 1, 2, 48000, 192000, 4, 16, 22, 9216, 9216},
-                  {kTelephonyPreset, 1, 1, 8000, 16000, 2, 16, 0, 1280, 160},
-                  {kMuLawPreset, 7, 1, 8000, 8000, 1, 8, 0, 508, 508}};
-  for (const auto& e : expected) {
-    const WaveFormat& f = e.preset.format;
-    EXPECT_EQ(f.tag, e.tag);
-    EXPECT_EQ(f.channels, e.channels);
-    EXPECT_EQ(f.samplesPerSecond, e.rate);
-    EXPECT_EQ(f.averageBytesPerSecond, e.bytesPerSecond);
-    EXPECT_EQ(f.blockAlign, e.block);
-    EXPECT_EQ(f.bitsPerSample, e.bits);
-    EXPECT_EQ(f.extraBytes, e.extra);
-    EXPECT_EQ(e.preset.playBytes, e.playBytes);
-    EXPECT_EQ(e.preset.captureBytes, e.captureBytes);
-  }
+  const auto numbers = [](const FormatPreset& p) {
+    const WaveFormat& f = p.format;
+    return std::vector<int64_t>{f.tag,         f.channels,      f.samplesPerSecond, f.averageBytesPerSecond,
+                                f.blockAlign,  f.bitsPerSample, f.extraBytes,       p.playBytes,
+                                p.captureBytes};
+  };
+  EXPECT_EQ(numbers(kNarrowBandPreset), (std::vector<int64_t>{1, 1, 8000, 16000, 2, 16, 0, 4050, 4050}));
+  EXPECT_EQ(numbers(kWideBandStereoPreset),
+            (std::vector<int64_t>{1, 2, 48000, 192000, 4, 16, 22, 9216, 9216}));
+  EXPECT_EQ(numbers(kTelephonyPreset), (std::vector<int64_t>{1, 1, 8000, 16000, 2, 16, 0, 1280, 160}));
+  EXPECT_EQ(numbers(kMuLawPreset), (std::vector<int64_t>{7, 1, 8000, 8000, 1, 8, 0, 508, 508}));
 }
 
 }  // namespace

@@ -272,33 +272,4 @@ TEST_P(Convert, ZeroAndNegativeStridesStayInside) {
 
 INSTANTIATE_KERNEL_TEST(Convert);
 
-TEST(ConvertValues, KnownColours) {
-  struct Case {
-    uint8_t y, u, v;
-    reference::Pixel want;
-  };
-  for (const Case& c :
-       {Case{16, 128, 128, {0, 0, 0}}, Case{235, 128, 128, {254, 254, 254}},
-        Case{255, 128, 128, {255, 255, 255}}, Case{0, 128, 128, {0, 0, 0}}, Case{81, 90, 240, {0, 0, 254}}}) {
-    const uint8_t y[4] = {c.y, c.y, c.y, c.y};
-    reference::Pixel got[4];
-    Yv12ToRgb24(got[0].data(), 2, y, &c.u, &c.v, 2, 1, 2, 2);
-    for (const reference::Pixel& pixel : got)
-      EXPECT_EQ(c.want, pixel) << int{c.y};
-  }
-  for (const auto& [grey, luma] : {std::pair{uint8_t{0}, 16}, {uint8_t{255}, 235}}) {
-    const std::vector<uint8_t> bgr(12, grey);
-    uint8_t y[4], u, v;
-    Rgb24ToYv12(y, &u, &v, bgr.data(), 2, 2, 2);
-    EXPECT_EQ((std::array<int, 4>{luma, luma, 128, 128}), (std::array<int, 4>{y[0], y[3], u, v}));
-  }
-}
-
-TEST(ConvertValues, GreySnapshot) {
-  const std::vector<uint8_t> y(256, 128), uv(64, 128);
-  std::vector<uint8_t> bgr(768);
-  YuvToBottomUpBgr24(bgr.data(), y.data(), 16, uv.data(), 8, uv.data(), 8, 16, 16);
-  EXPECT_EQ(std::vector<uint8_t>(768, 130), bgr);
-}
-
 }  // namespace

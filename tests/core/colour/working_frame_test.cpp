@@ -164,24 +164,6 @@ TEST_P(Working, EveryChromaUnderAllKindsOfSettings) {
   }
 }
 
-TEST_P(Working, EveryHueOnEveryPair) {
-  const ClientFrame f = EveryPair(0);
-  for (int32_t hue = -kMaxHue; hue <= kMaxHue; ++hue) {
-    const double c = std::cos(hue * 3.1415926 / 180.0);
-    const double s = std::sin(hue * 3.1415926 / 180.0);
-    Planes want{{}, std::vector<uint8_t>(65536), std::vector<uint8_t>(65536)};
-    for (size_t i = 0; i < 65536; ++i) {
-      const int32_t v = f.v[i] - 128;
-      const auto newU = static_cast<int32_t>((f.u[i] - 128) * c + v * s);
-      want.u[i] = reference::Clamp(newU + 128);
-      want.v[i] = reference::Clamp(static_cast<int32_t>(v * c + newU * s) + 128);
-    }
-    const FrameView got = Prepare(m_working, f, 3, {0, 0, 0, hue});
-    ASSERT_EQ(0, std::memcmp(want.u.data(), got.u, 65536)) << "U of hue " << hue;
-    ASSERT_EQ(0, std::memcmp(want.v.data(), got.v, 65536)) << "V of hue " << hue;
-  }
-}
-
 TEST_P(Working, AllWidthsMirroredAndAdjusted) {
   for (int32_t width = 0; width < 300; ++width) {
     const Layout layout{static_cast<uint32_t>(Random(0, 7)), width, width / 2, width / 2};
@@ -202,41 +184,6 @@ TEST_P(Working, DifferentChromaStrides) {
 }
 
 INSTANTIATE_KERNEL_TEST(Working);
-
-TEST(WorkingFrame, KnownValues) {
-  WorkingFrame working;
-  const auto luma = [&](uint8_t value, const ColorValues& c) {
-    return int{*working.Prepare({&value, 1, nullptr, 0, nullptr, 0}, 1, 0, c).y};
-  };
-  EXPECT_EQ(210, luma(200, {.brightness = 10}));
-  EXPECT_EQ(255, luma(250, {.brightness = 10}));
-  EXPECT_EQ(255, luma(200, {.contrast = 100}));
-  EXPECT_EQ(72, luma(100, {.contrast = 100}));
-  // -3.5 and -0.8 below the middle, 3.5 above it: truncated toward the middle.
-  EXPECT_EQ(125, luma(121, {.contrast = -50}));
-  EXPECT_EQ(131, luma(135, {.contrast = -50}));
-  EXPECT_EQ(128, luma(127, {.contrast = -20}));
-
-  const auto chroma = [&](uint8_t u, uint8_t v, const ColorValues& c) {
-    const FrameView f = working.Prepare({nullptr, 0, &u, 1, &v, 1}, 2, 0, c);
-    return std::pair<int, int>{*f.u, *f.v};
-  };
-  EXPECT_EQ(std::pair(3, 250), chroma(3, 250, {.brightness = 10}));
-  EXPECT_EQ(std::pair(128, 128), chroma(3, 250, {.saturation = -100}));
-  // A quarter turn of a little less than 90 degrees: u takes v, short of 41, and v takes the new u.
-  EXPECT_EQ(std::pair(168, 168), chroma(28, 169, {.hue = 90}));
-}
-
-TEST(WorkingFrame, HalfTurnOfFourByTwo) {
-  uint8_t y[] = {'a', 'b', 'c', 'd', 'e', 'f', 'g', 'h'}, u[] = {1, 2}, v[] = {3, 4};
-  WorkingFrame working;
-  const FrameView turned = working.Prepare({y, 4, u, 2, v, 2}, 2, 2, {});
-  EXPECT_EQ(0, std::memcmp(turned.y, "hgfedcba", 8));
-  EXPECT_EQ(2, turned.u[0]);
-  EXPECT_EQ(4, turned.v[0]);
-  const FrameView flipped = working.Prepare({y, 4, u, 2, v, 2}, 2, 1, {});
-  EXPECT_EQ(0, std::memcmp(flipped.y, "dcbahgfe", 8));
-}
 
 TEST(WorkingFrame, OneValueOutOfRangeSwitchesOff) {
   EXPECT_FALSE(IsAdjustActive({}));

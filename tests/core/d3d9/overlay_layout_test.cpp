@@ -6,23 +6,11 @@
 #include <cmath>
 #include <limits>
 
+#include "support/one_box.h"
+
 namespace {
 
 constexpr FrameSize kFrame{1920, 1080};  // label fonts are 27 high
-
-AlgRecord OneBox(float left, float top, float right, float bottom, uint16_t type, uint16_t distance,
-                 uint16_t lineWidth = 2) {
-  AlgRecord record{};
-  record.left[0] = left;
-  record.top[0] = top;
-  record.right[0] = right;
-  record.bottom[0] = bottom;
-  record.classId[0] = type;
-  record.distance[0] = distance;
-  record.count = 1;
-  record.lineWidth = lineWidth;
-  return record;
-}
 
 AlgBoxLayout Layout(const AlgRecord& record) {
   const auto layout = LayOutAlgBox(record, 0, kFrame);

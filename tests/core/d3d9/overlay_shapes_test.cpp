@@ -52,8 +52,4 @@ TEST(OverlayShapes, DiscsEndAtTheFrame) {
   EXPECT_TRUE(Disc(std::numeric_limits<int32_t>::max(), 10, 65535, 100, 100).empty());
 }
 
-TEST(OverlayShapes, TurnColorRefsIntoOpaqueArgb) {
-  EXPECT_EQ(OpaqueArgb(0x77332211u), 0xFF112233u);
-}
-
 }  // namespace

@@ -38,24 +38,6 @@ TEST(SurfaceCopy, PutsVBeforeU) {
                                                  3, 3, 3, 3, 2, 2, 2, 2}));
 }
 
-TEST(SurfaceCopy, ReadsFramesStoredBottomUp) {
-  std::mt19937 random(2);
-  TestFrame frame = RandomFrame(16, 8, random);
-  FrameView f = frame.View();
-  TestSurface upright(16, 8, 16);
-  CopyPlain(upright.view, f);
-  f.y += 7 * 16;
-  f.u += 3 * 8;
-  f.v += 3 * 8;
-  f.strideY = -16;
-  f.strideU = f.strideV = -8;
-  TestSurface flipped(16, 8, 16);
-  CopyPlain(flipped.view, f);
-  for (int row = 0; row < 8; ++row)
-    EXPECT_TRUE(std::equal(upright.view.Luma().Row(row), upright.view.Luma().Row(row) + 16,
-                           flipped.view.Luma().Row(7 - row)));
-}
-
 void CheckZoomAtEveryFactorAndPlace() {
   std::mt19937 random(3);
   for (const Shape& s : kShapes) {

@@ -9,6 +9,7 @@
 #include <random>
 
 #include "point_canvas.h"
+#include "support/one_box.h"
 
 namespace {
 
@@ -29,20 +30,6 @@ Rows Paint(const AlgLayout& layout, const DisplayMap& map) {
   }
   EXPECT_EQ(at, layout.rects.size());
   return canvas.Picture();
-}
-
-AlgRecord OneBox(float left, float top, float right, float bottom, uint16_t classId, uint16_t distance,
-                 uint16_t lineWidth) {
-  AlgRecord record{};
-  record.count = 1;
-  record.lineWidth = lineWidth;
-  record.left[0] = left;
-  record.top[0] = top;
-  record.right[0] = right;
-  record.bottom[0] = bottom;
-  record.classId[0] = classId;
-  record.distance[0] = distance;
-  return record;
 }
 
 /// Driver-assistance boxes step by step, with labels.
@@ -121,18 +108,6 @@ TEST(AlgLayout, PlacesLabelsByTheOutermostAndInnermostRectangle) {
   EXPECT_EQ(layout.classLabels[0].y, -12);
   EXPECT_TRUE(layout.distanceLabels.empty());
   EXPECT_EQ(layout.runs[0].color, kOverlayOrange);
-}
-
-TEST(AlgLayout, LeavesOutUnknownThingsAndLabelsWithoutAFont) {
-  AlgLayout layout;
-  LayoutAlgRecord(layout, OneBox(10, 30, 60, 80, 0, 0, 2), kOneToOne, true);
-  EXPECT_TRUE(layout.rects.empty());
-  LayoutAlgRecord(layout, OneBox(10, 30, 60, 80, 0, 5, 1), kOneToOne, true);
-  EXPECT_STREQ(layout.classLabels[0].text, "unknown");
-  EXPECT_EQ(layout.rects[4], (PixelRect{10, 18, 63, 30}));
-  LayoutAlgRecord(layout, OneBox(10, 30, 60, 80, 3, 5, 1), kOneToOne, false);
-  EXPECT_EQ(layout.rects.size(), 4u);
-  EXPECT_TRUE(layout.classLabels.empty() && layout.distanceLabels.empty());
 }
 
 TEST(DsmLayout, PaintsWhatPointsAndLinesWould) {

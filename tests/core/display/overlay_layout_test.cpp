@@ -22,16 +22,6 @@ TEST(Mosaic, BlockSizes) {
     EXPECT_EQ(MosaicBlockSize(static_cast<uint32_t>(c.level)), c.block) << c.level;
 }
 
-TEST(Mosaic, DrawsWholeBlocksPastTheArea) {
-  const MosaicGrid grid = LayoutMosaic({10, 20, 31, 33}, 9, 640, 480);
-  EXPECT_EQ(grid.columns, 3);
-  EXPECT_EQ(grid.rows, 2);
-  EXPECT_EQ(grid.target, (PixelRect{10, 20, 37, 38}));
-  EXPECT_EQ(grid.source, (PixelRect{10, 20, 31, 33}));
-  EXPECT_EQ(grid.SourceX(2), 18);
-  EXPECT_EQ(grid.SourceY(1), 9);
-}
-
 TEST(Mosaic, DrawsNothingForEmptyAreasAndLevels) {
   EXPECT_EQ(LayoutMosaic({10, 10, 10, 40}, 9, 640, 480).columns, 0);
   EXPECT_EQ(LayoutMosaic({10, 40, 40, 10}, 9, 640, 480).columns, 0);
@@ -118,10 +108,6 @@ TEST(FontChoice, TakesTheFirstThatExistsElseTheLast) {
   EXPECT_EQ(ChooseFontFile("F", &Exists), "F\\simfang.ttf");
   g_fonts.insert("F\\Microsoft YaHei UI.ttf");
   EXPECT_EQ(ChooseFontFile("F", &Exists), "F\\Microsoft YaHei UI.ttf");
-}
-
-TEST(OverlayColor, ReadsColorRef) {
-  EXPECT_EQ(FromColorRef(0x00112233), (OverlayColor{0x33, 0x22, 0x11}));
 }
 
 }  // namespace

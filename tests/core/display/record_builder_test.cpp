@@ -3,8 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <bit>
 #include <cstring>
 #include <numeric>
 #include <vector>
@@ -12,98 +10,78 @@
 namespace {
 
 /// Client arrays of exactly `count` entries, all different, so that reading past an end is caught.
+template <class Value>
 struct ClientArrays {
-  explicit ClientArrays(int32_t count) : words(8), halves(4) {
-    uint32_t next = std::bit_cast<uint32_t>(1.5f);
-    for (auto& array : words) {
-      array.resize(static_cast<size_t>(std::max(count, 0)));
-      std::iota(array.begin(), array.end(), next);
-      next += 100;
-    }
-    for (auto& array : halves) {
-      array.resize(static_cast<size_t>(std::max(count, 0)));
-      std::iota(array.begin(), array.end(), static_cast<uint16_t>(next += 100));
+  explicit ClientArrays(size_t count, Value next = 7) {
+    for (auto& array : arrays) {
+      array.resize(count);
+      std::iota(array.begin(), array.end(), next = static_cast<Value>(next + 100));
     }
   }
-
-  EdgeArrays Edges(size_t from = 0) const {
-    return {words[from].data(), words[from + 1].data(), words[from + 2].data(), words[from + 3].data()};
-  }
-  BoxValueArrays Values() const {
-    return {halves[0].data(), halves[1].data(), halves[2].data(), halves[3].data()};
-  }
-
-  std::vector<std::vector<uint32_t>> words;
-  std::vector<std::vector<uint16_t>> halves;
+  const Value* operator[](size_t i) const { return arrays[i].data(); }
+  std::vector<Value> arrays[4];
 };
 
-/// Bytes of a record at an offset against a client array, and zeros behind it up to `entries`.
-template <class Record, class Value>
-void ExpectAt(const Record& record, size_t offset, const std::vector<Value>& values, size_t entries) {
-  std::vector<Value> seen(entries);
-  std::memcpy(seen.data(), reinterpret_cast<const char*>(&record) + offset, entries * sizeof(Value));
-  std::vector<Value> expected = values;
-  expected.resize(entries);
-  EXPECT_EQ(seen, expected) << "offset " << offset;
+/// A record's array against the client's bits, and zeros behind it.
+template <class Value, class Field, size_t kEntries>
+void ExpectCopied(const Field (&field)[kEntries], std::vector<Value> expected) {
+  expected.resize(kEntries);
+  std::vector<Value> seen(kEntries);
+  std::memcpy(seen.data(), field, sizeof(field));
+  EXPECT_EQ(seen, expected);
 }
 
-TEST(AlgRecord, LiesInMemoryAsClientsExpect) {
+TEST(Records, HoldWhatTheClientGaveAndZerosBehind) {
   for (const int32_t count : {1, 7, 12}) {
-    const ClientArrays arrays(count);
-    AlgRecord record;
-    std::memset(&record, 0xEE, sizeof(record));
-    ASSERT_TRUE(BuildAlgRecord(record, count, arrays.Edges(), arrays.Values(), 3));
-    for (size_t i = 0; i < 4; ++i) {
-      ExpectAt(record, i * 48, arrays.words[i], 12);
-      ExpectAt(record, 192 + i * 24, arrays.halves[i], 12);
-    }
-    ExpectAt(record, 288, std::vector<uint16_t>{static_cast<uint16_t>(count), 3}, 2);
+    const ClientArrays<uint32_t> edges(static_cast<size_t>(count));
+    const ClientArrays<uint16_t> values(static_cast<size_t>(count));
+    AlgRecord r;
+    std::memset(&r, 0xEE, sizeof(r));
+    ASSERT_TRUE(BuildAlgRecord(r, count, {edges[0], edges[1], edges[2], edges[3]},
+                               {values[0], values[1], values[2], values[3]}, 3));
+    size_t i = 0;
+    for (const auto* field : {&r.left, &r.top, &r.right, &r.bottom})
+      ExpectCopied(*field, edges.arrays[i++]);
+    i = 0;
+    for (const auto* field : {&r.classId, &r.distance, &r.third, &r.fourth})
+      ExpectCopied(*field, values.arrays[i++]);
+    EXPECT_TRUE(r.count == count && r.lineWidth == 3);
   }
-}
-
-TEST(AlgRecord, IgnoresOtherCountsAndMissingArrays) {
-  const ClientArrays arrays(12);
-  AlgRecord record{};
-  record.count = 77;
-  for (const int32_t count : {0, 13, -1, INT32_MIN, INT32_MAX})
-    EXPECT_FALSE(BuildAlgRecord(record, count, arrays.Edges(), arrays.Values(), 1)) << count;
-  EdgeArrays edges = arrays.Edges();
-  edges.bottom = nullptr;
-  EXPECT_FALSE(BuildAlgRecord(record, 1, edges, arrays.Values(), 1));
-  BoxValueArrays values = arrays.Values();
-  values.third = nullptr;
-  EXPECT_FALSE(BuildAlgRecord(record, 1, arrays.Edges(), values, 1));
-  EXPECT_EQ(record.count, 77);
-}
-
-TEST(DsmRecord, LiesInMemoryAsClientsExpect) {
   for (const int32_t points : {0, 1, 68}) {
-    const ClientArrays landmarks(points);
-    const ClientArrays boxes(12);
-    DsmRecord record;
-    std::memset(&record, 0xEE, sizeof(record));
-    ASSERT_TRUE(BuildDsmRecord(record, points, landmarks.words[0].data(), landmarks.words[1].data(), 12,
-                               boxes.Edges(4), 5));
-    ExpectAt(record, 0, std::vector<uint16_t>{5, static_cast<uint16_t>(points)}, 2);
-    ExpectAt(record, 4, landmarks.words[0], 68);
-    ExpectAt(record, 276, landmarks.words[1], 68);
-    ExpectAt(record, 548, std::vector<uint32_t>{12}, 1);
-    for (size_t i = 0; i < 4; ++i)
-      ExpectAt(record, 552 + i * 48, boxes.words[4 + i], 12);
+    const ClientArrays<uint32_t> landmarks(static_cast<size_t>(points)), edges(12, 5000);
+    DsmRecord r;
+    std::memset(&r, 0xEE, sizeof(r));
+    ASSERT_TRUE(BuildDsmRecord(r, points, landmarks[0], landmarks[1], 12,
+                               {edges[0], edges[1], edges[2], edges[3]}, 5));
+    ExpectCopied(r.x, landmarks.arrays[0]);
+    ExpectCopied(r.y, landmarks.arrays[1]);
+    size_t i = 0;
+    for (const auto* field : {&r.left, &r.top, &r.right, &r.bottom})
+      ExpectCopied(*field, edges.arrays[i++]);
+    EXPECT_TRUE(r.pointCount == points && r.boxCount == 12 && r.pointSize == 5);
   }
 }
 
-TEST(DsmRecord, IgnoresOtherCountsAndMissingArrays) {
-  const ClientArrays arrays(68);
-  const uint32_t* x = arrays.words[0].data();
-  DsmRecord record{};
+TEST(Records, OfOtherCountsOrMissingArraysAreIgnored) {
+  const ClientArrays<uint32_t> e(68);
+  const ClientArrays<uint16_t> v(12);
+  const EdgeArrays edges{e[0], e[1], e[2], e[3]};
+  const BoxValueArrays values{v[0], v[1], v[2], v[3]};
+  AlgRecord alg{};
+  alg.count = 77;
+  for (const int32_t count : {0, 13, -1, INT32_MIN, INT32_MAX})
+    EXPECT_FALSE(BuildAlgRecord(alg, count, edges, values, 1)) << count;
+  EXPECT_FALSE(BuildAlgRecord(alg, 1, {e[0], e[1], e[2], nullptr}, values, 1));
+  EXPECT_FALSE(BuildAlgRecord(alg, 1, edges, {v[0], v[1], nullptr, v[3]}, 1));
+  EXPECT_EQ(alg.count, 77);
+  DsmRecord dsm{};
   for (const int32_t points : {-1, 69, INT32_MAX, INT32_MIN})
-    EXPECT_FALSE(BuildDsmRecord(record, points, x, x, 1, arrays.Edges(), 1)) << points;
-  EXPECT_FALSE(BuildDsmRecord(record, 1, x, x, 13, arrays.Edges(), 1));
-  EXPECT_FALSE(BuildDsmRecord(record, 1, x, nullptr, 0, arrays.Edges(), 1));
-  EXPECT_FALSE(BuildDsmRecord(record, 0, nullptr, nullptr, 1, {x, x, nullptr, x}, 1));
-  EXPECT_TRUE(BuildDsmRecord(record, 0, nullptr, nullptr, -5, {}, 1));
-  EXPECT_EQ(record.boxCount, -5);
+    EXPECT_FALSE(BuildDsmRecord(dsm, points, e[0], e[0], 1, edges, 1)) << points;
+  EXPECT_FALSE(BuildDsmRecord(dsm, 1, e[0], e[0], 13, edges, 1));
+  EXPECT_FALSE(BuildDsmRecord(dsm, 1, e[0], nullptr, 0, edges, 1));
+  EXPECT_FALSE(BuildDsmRecord(dsm, 0, nullptr, nullptr, 1, {e[0], e[0], nullptr, e[0]}, 1));
+  EXPECT_TRUE(BuildDsmRecord(dsm, 0, nullptr, nullptr, -5, {}, 1));
+  EXPECT_EQ(dsm.boxCount, -5);
 }
 
 }  // namespace

@@ -41,12 +41,4 @@ TEST(PlayerLayout, PicturesKeepTheirProportionsInTheMiddle) {
   EXPECT_EQ(FitInto({0, 0, 0, 0}, {16384, 2}).height, 1) << "a minimised window";
 }
 
-TEST(PlayerLayout, OnePictureHasItsSizeAndSeveralShareAUsualWindow) {
-  EXPECT_EQ(WindowSizeFor(1, {352, 288}).width, 352);
-  EXPECT_EQ(WindowSizeFor(1, {352, 288}).height, 288);
-  EXPECT_EQ(WindowSizeFor(4, {1920, 1080}).width, 1280);
-  EXPECT_EQ(WindowSizeFor(4, {1920, 1080}).height, 720);
-  EXPECT_EQ(WindowSizeFor(2, {640, 360}).height, 360);
-}
-
 }  // namespace

@@ -62,16 +62,4 @@ TEST(Wav, EveryTruncationIsAnError) {
   EXPECT_NO_THROW(Read(whole));
 }
 
-TEST(Wav, TheHumJoinsItsBeginning) {
-  const PcmSound hum = EngineHum();
-  ASSERT_EQ(hum.data.size(), 160'000u);
-  const auto sample = [&](size_t i) {
-    return static_cast<int16_t>(hum.data[2 * i] | hum.data[2 * i + 1] << 8);
-  };
-  int largestStep = 0;
-  for (size_t i = 1; i < 80'000; ++i)
-    largestStep = std::max(largestStep, std::abs(sample(i) - sample(i - 1)));
-  EXPECT_LE(std::abs(sample(0) - sample(79'999)), largestStep);
-}
-
 }  // namespace

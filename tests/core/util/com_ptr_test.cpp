@@ -13,57 +13,29 @@ struct Counted {
   unsigned long references = 1;
 };
 
-unsigned long Create(Counted& object, void** out) {
-  *out = &object;
-  return 0;
-}
-
-TEST(ComPtr, ReleasesOnceAtTheEndOfTheScope) {
-  Counted object;
+TEST(ComPtr, EachReferenceIsReleasedOnce) {
+  Counted first, second;
   {
-    ComPtr<Counted> owner;
-    EXPECT_FALSE(owner);
-    Create(object, owner.put_void());
-    ASSERT_TRUE(owner);
-    EXPECT_EQ(owner.get(), &object);
-    EXPECT_EQ(owner->Value(), 7);
-    EXPECT_EQ(object.references, 1u);
+    ComPtr<Counted> a;
+    EXPECT_FALSE(a);
+    *a.put_void() = &first;
+    ASSERT_TRUE(a && a.get() == &first && a->Value() == 7);
+    ComPtr<Counted> b(std::move(a));
+    EXPECT_TRUE(!a && first.references == 1);
+    a = ComPtr<Counted>(&second);
+    b = std::move(a);
+    EXPECT_TRUE(first.references == 0 && second.references == 1 && b.get() == &second);
+    auto& self = b;
+    b = std::move(self);
+    EXPECT_TRUE(second.references == 1 && b.get() == &second);
+    first.references = 1;
+    b.reset(&first);
+    EXPECT_TRUE(second.references == 0 && first.references == 1);
+    EXPECT_EQ(b.detach(), &first);
+    EXPECT_FALSE(b);
+    b = ComPtr<Counted>(&first);
   }
-  EXPECT_EQ(object.references, 0u);
-}
-
-TEST(ComPtr, MovesTheReferenceAndEmptiesTheSource) {
-  Counted first;
-  Counted second;
-  ComPtr<Counted> a(&first);
-  ComPtr<Counted> b(std::move(a));
-  EXPECT_FALSE(a);
-  EXPECT_EQ(first.references, 1u);
-
-  a = ComPtr<Counted>(&second);
-  b = std::move(a);
   EXPECT_EQ(first.references, 0u);
-  EXPECT_EQ(second.references, 1u);
-  EXPECT_EQ(b.get(), &second);
-
-  auto& self = b;
-  b = std::move(self);
-  EXPECT_EQ(second.references, 1u);
-  EXPECT_EQ(b.get(), &second);
-}
-
-TEST(ComPtr, ResetAdoptsAndDetachHandsOver) {
-  Counted first;
-  Counted second;
-  ComPtr<Counted> owner(&first);
-  owner.reset(&second);
-  EXPECT_EQ(first.references, 0u);
-  EXPECT_EQ(second.references, 1u);
-  EXPECT_EQ(owner.detach(), &second);
-  EXPECT_FALSE(owner);
-  EXPECT_EQ(second.references, 1u);
-  owner.reset();
-  EXPECT_EQ(second.references, 1u);
 }
 
 #ifndef NDEBUG

@@ -67,22 +67,6 @@ TEST(BurnIn, MatchesTheReferenceForRandomRecordsAndSizes) {
     ExpectLikeReference(random.Next(1280, 720), 1280, 720);
 }
 
-TEST(BurnIn, PlacesTheDistanceInsideOnlyWhereItFits) {
-  // "12m" is 18 wide: 30 + 100 / 2 - 9 = 71, and 10 above the bottom.
-  TestFrame frame = FlatFrame(160, 120, 200, 128, 128);
-  CYuvDraw draw;
-  BurnInAlgRecord(draw, OneBox(30, 20, 130, 70, 0, 12), frame.View(), 160, 120);
-  const auto luma = [&](int x, int y) { return int{frame.y[static_cast<size_t>(y * 160 + x)]}; };
-  EXPECT_THAT((std::vector{luma(70, 60), luma(71, 60), luma(89, 69), luma(90, 69), luma(80, 59)}),
-              testing::ElementsAre(200, 0, 0, 200, 200));
-  EXPECT_EQ(luma(31, 72), 200);
-
-  frame.Fill(200, 128, 128);
-  BurnInAlgRecord(draw, OneBox(30, 20, 130, 50, 0, 12), frame.View(), 160, 120);
-  EXPECT_THAT((std::vector{luma(30, 51), luma(30, 52), luma(48, 61), luma(49, 61), luma(48, 62)}),
-              testing::ElementsAre(200, 0, 0, 200, 200));
-}
-
 TEST(BurnIn, LeavesFramesAloneThatItCannotHold) {
   const AlgRecord record = OneBox(0, 0, 8, 8, 1, 1);
   CYuvDraw draw;

@@ -59,24 +59,6 @@ TEST(Snapshot, WritesHeadersAndPixels) {
   EXPECT_THAT(std::vector<uint8_t>(file.begin() + 54, file.end()), testing::Each(130));
 }
 
-TEST(Snapshot, ConvertsLimitedRangeBottomUp) {
-  TestFrame frame = FlatFrame(4, 4, 16, 128, 128);
-  std::fill_n(frame.y.begin(), 8, uint8_t{235});
-  frame.u[3] = 90;
-  frame.v[3] = 240;
-  frame.y[15] = 81;
-  const std::vector<uint8_t> file = SaveFrame(frame);
-  ASSERT_EQ(file.size(), 54u + 48);
-  const auto pixel = [&](size_t x, size_t row) {
-    const size_t at = 54 + ((3 - row) * 4 + x) * 3;
-    return std::vector<int>{file[at], file[at + 1], file[at + 2]};
-  };
-  EXPECT_THAT(pixel(0, 0), testing::Each(254));
-  EXPECT_THAT(pixel(0, 3), testing::Each(0));
-  // 65 * 76309 - 38 * 132201 is below 0; + 38 * 25675 - 112 * 53279 as well; + 112 * 104597 = 254.44.
-  EXPECT_THAT(pixel(3, 3), testing::ElementsAre(0, 0, 254));
-}
-
 TEST(Snapshot, ReadsStridesAndPackedBuffersAlike) {
   std::mt19937 random(7);
   TestFrame frame(20, 10, 33, 17);
