@@ -48,10 +48,10 @@ std::deque<Channel> OpenClips(const Options& options) {
 
 }  // namespace
 
-std::unique_ptr<Overlays> Channel::MakeOverlays(Backend backend, const OverlaySwitches& switches) const {
+std::unique_ptr<Overlays> Channel::MakeOverlays(const OverlaySwitches& switches) const {
   switch (kind) {
     case ChannelKind::kRoad:
-      return MakeRoadOverlays(name, Size(), backend, switches);
+      return MakeRoadOverlays(name, Size(), switches);
     case ChannelKind::kDriver:
       return MakeDriverOverlays(name, Size(), switches);
     default:

@@ -20,7 +20,7 @@ struct Channel {
   PictureSettings picture;
 
   PixelSize Size() const { return {source->Current().width, source->Current().height}; }
-  std::unique_ptr<Overlays> MakeOverlays(Backend backend, const OverlaySwitches& switches) const;
+  std::unique_ptr<Overlays> MakeOverlays(const OverlaySwitches& switches) const;
 };
 
 /// The pane with number `index` of a player without clips: road scenes and driver scenes in turn.

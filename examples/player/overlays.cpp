@@ -50,10 +50,9 @@ class Texts : public Overlays {
 
 class RoadOverlays : public Overlays {
  public:
-  RoadOverlays(std::string name, PixelSize size, Backend backend, const OverlaySwitches& switches)
+  RoadOverlays(std::string name, PixelSize size, const OverlaySwitches& switches)
       : m_texts(std::move(name), RoadScene::kFramesPerSecond, switches),
         m_scene(size.width, size.height),
-        m_distanceUnits(backend == Backend::kDirectDraw ? 1 : 10),
         m_switches(switches) {}
 
   void SetTexts(void* handle, int64_t frame) override { m_texts.SetTexts(handle, frame); }
@@ -70,7 +69,7 @@ class RoadOverlays : public Overlays {
       right[i] = Bits(vehicles[i].box.right);
       bottom[i] = Bits(vehicles[i].box.bottom);
       classId[i] = vehicles[i].classId;
-      distance[i] = static_cast<uint16_t>(vehicles[i].distanceMetres * m_distanceUnits);
+      distance[i] = static_cast<uint16_t>(vehicles[i].distanceMetres * kDistanceUnits);
     }
     nivral.DWSetAlgInfo(handle, n, left.data(), top.data(), right.data(), bottom.data(), classId.data(),
                         distance.data(), unused.data(), unused.data(), kLineWidth);
@@ -79,7 +78,7 @@ class RoadOverlays : public Overlays {
  private:
   Texts m_texts;
   RoadScene m_scene;
-  int m_distanceUnits;  ///< per metre: the DirectDraw backend reads whole metres, the others tenths
+  static constexpr int kDistanceUnits = 10;  ///< per metre
   const OverlaySwitches& m_switches;
 };
 
@@ -118,9 +117,9 @@ std::unique_ptr<Overlays> MakeTexts(std::string name, double framesPerSecond,
   return std::make_unique<Texts>(std::move(name), framesPerSecond, switches);
 }
 
-std::unique_ptr<Overlays> MakeRoadOverlays(std::string name, PixelSize size, Backend backend,
+std::unique_ptr<Overlays> MakeRoadOverlays(std::string name, PixelSize size,
                                            const OverlaySwitches& switches) {
-  return std::make_unique<RoadOverlays>(std::move(name), size, backend, switches);
+  return std::make_unique<RoadOverlays>(std::move(name), size, switches);
 }
 
 std::unique_ptr<Overlays> MakeDriverOverlays(std::string name, PixelSize size,

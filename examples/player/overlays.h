@@ -6,7 +6,6 @@
 #include <string>
 
 #include "player/layout.h"
-#include "player/options.h"
 #include "player/overlay_switches.h"
 
 /// What is laid over a pane's frames. Used on the drawing thread.
@@ -25,8 +24,7 @@ std::unique_ptr<Overlays> MakeTexts(std::string name, double framesPerSecond,
                                     const OverlaySwitches& switches);
 
 /// Texts, and boxes with class and distance around the vehicles of a road scene of this size.
-std::unique_ptr<Overlays> MakeRoadOverlays(std::string name, PixelSize size, Backend backend,
-                                           const OverlaySwitches& switches);
+std::unique_ptr<Overlays> MakeRoadOverlays(std::string name, PixelSize size, const OverlaySwitches& switches);
 
 /// Texts, and landmarks and box of a driver scene's face.
 std::unique_ptr<Overlays> MakeDriverOverlays(std::string name, PixelSize size,

@@ -9,7 +9,7 @@ View::View(HWND main, Channel& channel, Backend backend, const OverlaySwitches& 
            DrawThread::Plan plan, std::function<void()> onSelect)
     : m_picture(channel.Size()),
       m_onSelect(std::move(onSelect)),
-      m_overlays(channel.MakeOverlays(backend, switches)),
+      m_overlays(channel.MakeOverlays(switches)),
       m_window(main, m_picture),
       m_pane(backend, m_window.Handle(), m_picture.width, m_picture.height),
       m_control(channel.picture, m_pane),
