@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "util/srw_guard.h"
+#include <mutex>
+
+#include "util/spin_lock.h"
 
 /// A value that threads read and change as a whole. The lock is held while plain memory is copied or changed
 /// and for nothing else, so nobody waits for another's work behind it and no order of locks can be violated.
@@ -13,30 +15,30 @@ class LockedValue {
   LockedValue& operator=(const LockedValue&) = delete;
 
   Value Copy() const {
-    const SrwGuard guard(m_lock);
+    const std::lock_guard guard(m_lock);
     return m_value;
   }
 
   template <class Member>
   Member Get(Member Value::*member) const {
-    const SrwGuard guard(m_lock);
+    const std::lock_guard guard(m_lock);
     return m_value.*member;
   }
 
   template <class Member>
   void Set(Member Value::*member, const Member& to) {
-    const SrwGuard guard(m_lock);
+    const std::lock_guard guard(m_lock);
     m_value.*member = to;
   }
 
   /// `change` takes the value by reference and calls neither the system nor anybody's callback.
   template <class Change>
   void Update(const Change& change) {
-    const SrwGuard guard(m_lock);
+    const std::lock_guard guard(m_lock);
     change(m_value);
   }
 
  private:
-  mutable SRWLOCK m_lock = SRWLOCK_INIT;
+  mutable SpinLock m_lock;
   Value m_value{};
 };
