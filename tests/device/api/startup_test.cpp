@@ -113,11 +113,4 @@ TEST_F(Startup, WithoutDirect3DPanesAreDirectDraw) {
   NIVRAL_DWCloseDraw(pane);
 }
 
-TEST_F(Startup, AMissingOutPointerOpensNothing) {
-  for (uint32_t type : {0u, 1u, 2u})
-    EXPECT_EQ(NIVRAL_DWOpenDrawEx(nullptr, type), 1u);
-  EXPECT_EQ(NIVRAL_DWOpenDraw(nullptr), 1u);
-  EXPECT_EQ(g_library.bUseSDL, 0u);
-}
-
 }  // namespace

@@ -58,23 +58,6 @@ TEST(Playback, TargetsItsOwnThread) {
   EXPECT_NE(callbackThread, GetCurrentThreadId());
 }
 
-TEST(Playback, HeadersStartCleanWithOneLoop) {
-  WaveOutSpy spy;
-  spy.fault = [](const std::string& name, int) -> MMRESULT {
-    return name == "PrepareHeader" ? MMSYSERR_NOMEM : 0;
-  };
-  Player player;
-  player.Start();
-  WaitUntil([&] { return spy.Calls().size() >= 4; });
-  EXPECT_EQ(spy.preparedHeader.dwBufferLength, kBufferBytes);
-  EXPECT_EQ(spy.preparedHeader.dwBytesRecorded, 0u);
-  EXPECT_EQ(spy.preparedHeader.dwUser, 0u);
-  EXPECT_EQ(spy.preparedHeader.dwFlags, 0u);
-  EXPECT_EQ(spy.preparedHeader.dwLoops, 1u);
-  EXPECT_EQ(spy.preparedHeader.lpNext, nullptr);
-  EXPECT_EQ(spy.preparedHeader.reserved, 0u);
-}
-
 TEST(Playback, ShortAnswersAreSummedFromTheBufferStart) {
   WaveOutSpy spy;
   Player player;
@@ -157,18 +140,6 @@ TEST(Playback, ASecondStartIsRefusedAndTheNextOneTakesTheNewSettings) {
   ASSERT_TRUE(spy.WaitForWrites(before + 3));
   EXPECT_EQ(spy.format.nSamplesPerSec, 48000u);
   EXPECT_EQ(spy.Writes()[before].size(), 9216u);
-}
-
-TEST(Playback, APresetSetsTheBufferSize) {
-  WaveOutSpy spy;
-  CAudio audio;
-  WAVEFORMATEX format{};
-  audio.SetWaveFormat(&kPcm8k, 640);
-  EXPECT_TRUE(audio.SetTelephonyPreset(&format));
-  EXPECT_EQ(std::memcmp(&format, &kPcm8k, sizeof(format)), 0);
-  audio.Play();
-  ASSERT_TRUE(spy.WaitForWrites(1));
-  EXPECT_EQ(spy.Writes()[0].size(), 1280u);
 }
 
 }  // namespace

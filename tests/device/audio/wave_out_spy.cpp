@@ -68,7 +68,6 @@ MMRESULT WINAPI WaveOutSpy::Open(HWAVEOUT* device, UINT id, const WAVEFORMATEX* 
 }
 
 MMRESULT WINAPI WaveOutSpy::Prepare(HWAVEOUT device, WAVEHDR* header, UINT size) {
-  g_spy->preparedHeader = *header;
   const MMRESULT result = g_spy->Note("PrepareHeader");
   return result ? result
                 : CallReal<decltype(waveOutPrepareHeader)>("waveOutPrepareHeader", device, header, size);

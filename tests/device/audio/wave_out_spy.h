@@ -37,7 +37,6 @@ class WaveOutSpy {
   DWORD_PTR target = 0;
   DWORD_PTR instance = 0;
   DWORD openFlags = 0;
-  WAVEHDR preparedHeader{};
   DWORD volume = 0;
 
  private:
