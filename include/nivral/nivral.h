@@ -128,7 +128,7 @@ typedef void(NIVRAL_CALL* NivralDisplayCallback)(int32_t index, void* hdc, uint3
 typedef void(NIVRAL_CALL* NivralFlashWndCallback)(void* user, HWND playWnd, int32_t clientWidth,
                                                   int32_t clientHeight);
 
-/** On the player's own thread, once per buffer that the device has given back.
+/** On the player's own thread, once per buffer that the device has given back. Lets no exception out.
  *
  * @param buffer where to write PCM; every call of one buffer gets the buffer's start
  * @param size the buffer's bytes; write no more
