@@ -3,20 +3,22 @@
 
 #include <utility>
 
+#include "util/thread_value.h"
+
 namespace {
 
 /// Turns that this thread is in, on any pane.
-thread_local int t_turns = 0;
+ThreadValue<int> g_turns;
+WindowLock g_windowList;
 
 bool MustNotWait() {
-  return t_turns > 0 || IsHandlingSentMessage();
+  return g_turns.Get() > 0 || IsHandlingSentMessage();
 }
 
 }  // namespace
 
 WindowLock& SdlWindowList() {
-  static WindowLock lock;
-  return lock;
+  return g_windowList;
 }
 
 void PaneRequests::NoteFree() {
@@ -75,11 +77,11 @@ bool PaneLock::TryEnterWithWindowList() {
 void PaneLock::Begin(bool withWindowList) {
   m_inTurn = true;
   m_withWindowList = withWindowList;
-  ++t_turns;
+  g_turns.Set(g_turns.Get() + 1);
 }
 
 void PaneLock::Leave() {
-  --t_turns;
+  g_turns.Set(g_turns.Get() - 1);
   m_inTurn = false;
   const bool withWindowList = m_withWindowList;
   m_lock.Unlock();

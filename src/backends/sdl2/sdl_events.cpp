@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "backends/sdl2/sdl_events.h"
 
-#include <map>
+#include <utility>
 
 #include "backends/sdl2/window_hook.h"
 #include "util/mutex_lock.h"
+#include "util/thread_value.h"
 
 namespace {
 
@@ -12,18 +13,13 @@ namespace {
 /// 65535 and refuses everything once it is full.
 constexpr int kMaxWaiting = 512;
 
-struct Pane {
-  PaneEvents* events;
-  WPARAM pane;
-};
-
-/// Panes by SDL window. SDL's own list of windows must not be walked while another thread opens or closes
-/// one. The lock is taken last of all and held for notes only.
+/// Panes with an SDL window, the newest first. SDL's own list of windows must not be walked while another
+/// thread opens or closes one. The lock is taken last of all and held for notes only.
 CMutexLock g_panesLock;
-std::map<uint32_t, Pane> g_panes;
+PaneRegistration* g_panes = nullptr;
 
-thread_local RenderScope* t_renderScope = nullptr;
-thread_local bool t_passingOnSizeChange = false;
+ThreadValue<RenderScope*> g_renderScope;
+ThreadValue<bool> g_passingOnSizeChange;
 std::atomic<int> g_waiting{0};
 std::atomic<uint32_t> g_deviceGeneration{0};
 
@@ -44,7 +40,7 @@ uint32_t WindowOf(const SDL_Event& event) {
 
 bool IsPane(uint32_t windowId) {
   CAutoLock guard(&g_panesLock);
-  return g_panes.contains(windowId);
+  return PaneRegistration::Find(windowId) != nullptr;
 }
 
 /// For SDL_FilterEvents: 0 removes the event.
@@ -73,7 +69,7 @@ void CountWaiting() {
 
 /// A size change that the drawing thread will pass on.
 bool HoldsBack(const SDL_Event& event) {
-  return !t_passingOnSizeChange && event.type == SDL_WINDOWEVENT &&
+  return !g_passingOnSizeChange.Get() && event.type == SDL_WINDOWEVENT &&
          (event.window.event == SDL_WINDOWEVENT_SIZE_CHANGED ||
           event.window.event == SDL_WINDOWEVENT_DISPLAY_CHANGED);
 }
@@ -84,45 +80,53 @@ bool IsExposure(const SDL_Event& event) {
 
 /// The client is asked to draw again from its message loop. One message at a time: it answers for all
 /// exposures before it.
-void PostRedraw(const Pane& pane) {
-  PaneEvents& events = *pane.events;
+void PostRedraw(const PaneRegistration& pane) {
+  PaneEvents& events = pane.Events();
   if (!events.WantsFlash() || events.redrawPosted.exchange(true)) return;
-  if (!PostMessageW(events.window, RedrawMessage(), pane.pane, 0)) events.redrawPosted = false;
+  if (!PostMessageW(events.window, RedrawMessage(), pane.Pane(), 0)) events.redrawPosted = false;
 }
 
 void NoteDeviceReset(uint32_t type) {
   if (type == SDL_RENDER_DEVICE_RESET) g_deviceGeneration.fetch_add(1, std::memory_order_relaxed);
-  if (t_renderScope) t_renderScope->CountReset();
+  if (RenderScope* const scope = g_renderScope.Get()) scope->CountReset();
 }
 
 /// Leaves the pane its notes. Whether there is a pane.
 bool Note(const SDL_Event& event) {
   CAutoLock guard(&g_panesLock);
-  const auto found = g_panes.find(WindowOf(event));
-  if (found == g_panes.end()) return false;
-  const Pane& pane = found->second;
-  if (HoldsBack(event)) pane.events->windowSizeChanged = true;
-  if (IsExposure(event)) PostRedraw(pane);
+  const PaneRegistration* const pane = PaneRegistration::Find(WindowOf(event));
+  if (!pane) return false;
+  if (HoldsBack(event)) pane->Events().windowSizeChanged = true;
+  if (IsExposure(event)) PostRedraw(*pane);
   return true;
 }
 
 }  // namespace
 
 PaneRegistration::PaneRegistration(uint32_t windowId, PaneEvents& events, WPARAM pane)
-    : m_windowId(windowId), m_events(events) {
+    : m_windowId(windowId), m_events(events), m_pane(pane) {
   CAutoLock guard(&g_panesLock);
-  g_panes[windowId] = {&events, pane};
+  m_next = std::exchange(g_panes, this);
 }
 
 PaneRegistration::~PaneRegistration() {
   {
     CAutoLock guard(&g_panesLock);
-    const auto found = g_panes.find(m_windowId);
+    PaneRegistration** link = &g_panes;
+    while (*link != this)
+      link = &(*link)->m_next;
+    *link = m_next;
     // SDL counts from 1 again when it is started again: the number may be another pane's by now.
-    if (found == g_panes.end() || found->second.events != &m_events) return;
-    g_panes.erase(found);
+    if (Find(m_windowId)) return;
   }
   SDL_FilterEvents(&RemoveOfWindow, &m_windowId);
+}
+
+PaneRegistration* PaneRegistration::Find(uint32_t windowId) {
+  PaneRegistration* pane = g_panes;
+  while (pane && pane->m_windowId != windowId)
+    pane = pane->m_next;
+  return pane;
 }
 
 int SDLCALL FilterEvent(void*, SDL_Event* event) {
@@ -139,9 +143,9 @@ void PassOnSizeChange(SDL_Window* window) {
   event.window.event = SDL_WINDOWEVENT_SIZE_CHANGED;
   event.window.windowID = SDL_GetWindowID(window);
   SDL_GetWindowSize(window, &event.window.data1, &event.window.data2);
-  t_passingOnSizeChange = true;
+  g_passingOnSizeChange.Set(true);
   SDL_PushEvent(&event);
-  t_passingOnSizeChange = false;
+  g_passingOnSizeChange.Set(false);
 }
 
 int PushOwnEvent(SDL_Event& event) {
@@ -150,12 +154,12 @@ int PushOwnEvent(SDL_Event& event) {
   return pushed;
 }
 
-RenderScope::RenderScope() : m_outer(t_renderScope) {
-  t_renderScope = this;
+RenderScope::RenderScope() : m_outer(g_renderScope.Get()) {
+  g_renderScope.Set(this);
 }
 
 RenderScope::~RenderScope() {
-  t_renderScope = m_outer;
+  g_renderScope.Set(m_outer);
   SDL_Event taken;
   while (m_resets-- > 0 &&
          SDL_PeepEvents(&taken, 1, SDL_GETEVENT, SDL_RENDER_TARGETS_RESET, SDL_RENDER_DEVICE_RESET) > 0) {

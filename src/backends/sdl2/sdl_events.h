@@ -28,7 +28,8 @@ struct PaneEvents {
   bool WantsFlash() const { return !stopped && frameShown; }
 };
 
-/// Makes a pane known to the event filter while an SDL window of its own exists.
+/// Makes a pane known to the event filter while an SDL window of its own exists. A link of the filter's list
+/// itself, so that there is no memory to want.
 class PaneRegistration {
  public:
   PaneRegistration(uint32_t windowId, PaneEvents& events, WPARAM pane);
@@ -38,9 +39,16 @@ class PaneRegistration {
   PaneRegistration(const PaneRegistration&) = delete;
   PaneRegistration& operator=(const PaneRegistration&) = delete;
 
+  /// The newest of a window; none is null. With the filter's lock held.
+  static PaneRegistration* Find(uint32_t windowId);
+  PaneEvents& Events() const { return m_events; }
+  WPARAM Pane() const { return m_pane; }
+
  private:
   uint32_t m_windowId;
-  const PaneEvents& m_events;
+  PaneEvents& m_events;
+  WPARAM m_pane;
+  PaneRegistration* m_next;
 };
 
 /// Installed once; runs for every event, in the thread that pushes it. SDL holds its lock of event watchers
