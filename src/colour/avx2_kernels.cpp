@@ -9,8 +9,9 @@
 #include "util/cpu.h"
 
 const ColourKernels kAvx2Kernels = {
-    {{YuvToPixels<Bgr24Out>, YuvToPixels<Bgrx32Out>, YuvToPixels<Rgb565Out>, YuvToPixels<Rgb555Out>},
-     YuvTo422},
+    {{YuvToPixels<Bgr24Out, kScalarKernels>, YuvToPixels<Bgrx32Out, kScalarKernels>,
+      YuvToPixels<Rgb565Out, kScalarKernels>, YuvToPixels<Rgb555Out, kScalarKernels>},
+     YuvTo422<kScalarKernels>},
     "avx2",
     kCpuSsse3 | kCpuAvx2,
     BgrToYuv,

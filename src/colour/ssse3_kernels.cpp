@@ -9,8 +9,9 @@
 #include "util/cpu.h"
 
 const ColourKernels kSsse3Kernels = {
-    {{YuvToPixels<Bgr24Out>, YuvToPixels<Bgrx32Out>, YuvToPixels<Rgb565Out>, YuvToPixels<Rgb555Out>},
-     YuvTo422},
+    {{YuvToPixels<Bgr24Out, kScalarKernels>, YuvToPixels<Bgrx32Out, kScalarKernels>,
+      YuvToPixels<Rgb565Out, kScalarKernels>, YuvToPixels<Rgb555Out, kScalarKernels>},
+     YuvTo422<kScalarKernels>},
     "ssse3",
     kCpuSsse3,
     BgrToYuv,

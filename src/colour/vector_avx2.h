@@ -116,6 +116,14 @@ inline Vec Max16(Vec a, Vec b) {
 inline Vec Greater16(Vec a, Vec b) {
   return _mm256_cmpgt_epi16(a, b);
 }
+/// Words as Carry compares them, which is signed.
+inline Vec Comparable(Vec a) {
+  return Xor(a, Set16(0x8000));
+}
+/// sum + 1 where a is greater than b, both made comparable.
+inline Vec Carry(Vec sum, Vec a, Vec b) {
+  return Sub16(sum, Greater16(a, b));
+}
 inline Vec Abs8(Vec a) {
   return _mm256_abs_epi8(a);
 }
@@ -215,11 +223,7 @@ constexpr InterleaveMasks kInterleave = MakeInterleaveMasks();
 
 /// The bytes of b where the mask's lane has its bits set, else those of a.
 inline Vec SelectBytes(Vec a, Vec b, const uint8_t* mask) {
-#if defined(__AVX512BW__) && defined(__AVX512VL__)
-  return _mm256_mask_blend_epi8(_mm256_movepi8_mask(LoadLane(mask)), a, b);
-#else
   return _mm256_blendv_epi8(a, b, LoadLane(mask));
-#endif
 }
 
 /// One of the three output registers of every lane.

@@ -112,6 +112,14 @@ inline Vec Max16(Vec a, Vec b) {
 inline Vec Greater16(Vec a, Vec b) {
   return _mm_cmpgt_epi16(a, b);
 }
+/// Words as Carry compares them, which is signed.
+inline Vec Comparable(Vec a) {
+  return Xor(a, Set16(0x8000));
+}
+/// sum + 1 where a is greater than b, both made comparable.
+inline Vec Carry(Vec sum, Vec a, Vec b) {
+  return Sub16(sum, Greater16(a, b));
+}
 inline Vec Abs8(Vec a) {
   return _mm_abs_epi8(a);
 }
@@ -210,12 +218,12 @@ constexpr InterleaveMasks MakeInterleaveMasks() {
 }
 constexpr InterleaveMasks kInterleave = MakeInterleaveMasks();
 
-/// Bytes of a, b and c in turns.
+/// Bytes of a, b and c in turns. Only an aligned mask can be an operand without a load of its own.
 inline void StoreInTurns(uint8_t* out, Vec a, Vec b, Vec c) {
   for (int32_t part = 0; part < 3; ++part) {
-    const auto& masks = kInterleave.bytes[part];
-    const Vec ab = Or(Shuffle8(a, Load(masks[0])), Shuffle8(b, Load(masks[1])));
-    Store(out + part * 16, Or(ab, Shuffle8(c, Load(masks[2]))));
+    const auto* const masks = reinterpret_cast<const __m128i*>(kInterleave.bytes[part]);
+    const Vec ab = Or(Shuffle8(a, _mm_load_si128(masks)), Shuffle8(b, _mm_load_si128(masks + 1)));
+    Store(out + part * 16, Or(ab, Shuffle8(c, _mm_load_si128(masks + 2))));
   }
 }
 

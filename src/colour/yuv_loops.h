@@ -25,17 +25,17 @@ inline void ForEachBlock(int32_t count, int32_t step, Block block) {
 // A sum of products needs 16 fraction bits and up to 10 bits before them. Each product is kept as two words,
 // the high one holding floor(product / 65536) and the low one the rest: a coefficient's whole part multiplies
 // apart, its fraction fits a word. The floor of a sum is the sum of the high words and of the carry of the
-// low ones, and the carry is one comparison, made signed by flipping the top bits on both sides.
+// low ones, and the carry is one comparison.
 
 /// The share of one colour channel that comes from chroma: the high words, and the low words that luma's may
-/// reach without a carry, top bits flipped.
+/// reach without a carry, comparable.
 struct ChromaPart {
   Vec high;
   Vec limit;
 };
 
 inline ChromaPart MakeChromaPart(Vec high, Vec low) {
-  return {high, Xor(low, Set16(0x7FFF))};
+  return {high, Comparable(Xor(low, Set16(-1)))};
 }
 
 struct ChromaParts {
@@ -62,13 +62,11 @@ struct Factors {
 inline ChromaParts ChromaOf(Vec u, Vec v, const Factors& f) {
   u = Sub16(u, Set16(128));
   v = Sub16(v, Set16(128));
-  const Vec flip = Set16(0x8000);
   const Vec greenU = MulLow(u, f.greenFromU);
   const Vec green = Add16(greenU, MulLow(v, f.greenFromV));
-  const Vec carry = Greater16(Xor(greenU, flip), Xor(green, flip));
-  const Vec greenHigh = Add16(MulHigh(u, f.greenFromU), MulHigh(v, f.greenFromV));
+  const Vec greenHigh = Sub16(Add16(MulHigh(u, f.greenFromU), MulHigh(v, f.greenFromV)), v);
   return {MakeChromaPart(Add16(MulHigh(u, f.blueFromU), Add16(u, u)), MulLow(u, f.blueFromU)),
-          MakeChromaPart(Sub16(Sub16(greenHigh, v), carry), green),
+          MakeChromaPart(Carry(greenHigh, Comparable(greenU), Comparable(green)), green),
           MakeChromaPart(Add16(MulHigh(v, f.redFromV), Add16(v, v)), MulLow(v, f.redFromV))};
 }
 
@@ -94,10 +92,8 @@ struct Channels {
 inline Channels ToChannels(Vec y, const ChromaParts& chroma, const Factors& f) {
   y = Sub16(y, Set16(16));
   const Vec high = Add16(y, MulHigh(y, f.luma));
-  const Vec low = Xor(MulLow(y, f.luma), Set16(0x8000));
-  const auto channel = [&](const ChromaPart& c) {
-    return Sub16(Add16(high, c.high), Greater16(low, c.limit));
-  };
+  const Vec low = Comparable(MulLow(y, f.luma));
+  const auto channel = [&](const ChromaPart& c) { return Carry(Add16(high, c.high), low, c.limit); };
   return {channel(chroma.blue), channel(chroma.green), channel(chroma.red)};
 }
 
@@ -148,20 +144,20 @@ inline Channels PackChannels(const Channels& low, const Channels& high) {
 /// Pictures up to about this width stay in the processor's own caches, where asking ahead only costs.
 constexpr int32_t kCachedWidth = 1024;
 
-template <class Out>
+/// Rows too short for a vector are left to the narrower form.
+template <class Out, const ColourKernels& kNarrower>
 void YuvToPixels(const YuvRows& rows, int32_t width, const ConversionTables& tables) {
   const int32_t even = width & ~1;
-  if (even < kVecBytes)
-    return kScalarKernels.yuvToPixels[static_cast<size_t>(Out::kFormat)](rows, width, tables);
+  if (even < kVecBytes) return kNarrower.yuvToPixels[static_cast<size_t>(Out::kFormat)](rows, width, tables);
   const Factors factors(tables.coefficients);
   const ptrdiff_t pitch = rows.out[1] - rows.out[0];
   const bool isLarge = width > kCachedWidth;
   ForEachBlock(even, kVecBytes, [&](int32_t x) {
-    if (isLarge) {
-      Prefetch<kVecBytes>(rows.y[0], 2 * (rows.y[1] - rows.y[0]) + x);
-      Prefetch<kVecBytes>(rows.y[1], 2 * (rows.y[1] - rows.y[0]) + x);
-      Prefetch<kVecBytes * Out::kPixelBytes>(rows.out[0], 2 * pitch + x * Out::kPixelBytes);
-      Prefetch<kVecBytes * Out::kPixelBytes>(rows.out[1], 2 * pitch + x * Out::kPixelBytes);
+    if (isLarge && x % kCacheLine < kVecBytes) {
+      Prefetch<kCacheLine>(rows.y[0], 2 * (rows.y[1] - rows.y[0]) + x);
+      Prefetch<kCacheLine>(rows.y[1], 2 * (rows.y[1] - rows.y[0]) + x);
+      Prefetch<kCacheLine * Out::kPixelBytes>(rows.out[0], 2 * pitch + x * Out::kPixelBytes);
+      Prefetch<kCacheLine * Out::kPixelBytes>(rows.out[1], 2 * pitch + x * Out::kPixelBytes);
     }
     const ChromaParts chroma =
         ChromaOf(LoadBytesAsWords(rows.u + x / 2), LoadBytesAsWords(rows.v + x / 2), factors);
@@ -176,9 +172,10 @@ void YuvToPixels(const YuvRows& rows, int32_t width, const ConversionTables& tab
   });
 }
 
+template <const ColourKernels& kNarrower>
 void YuvTo422(uint8_t* out, const uint8_t* y, const uint8_t* u, const uint8_t* v, int32_t width) {
   const int32_t even = width & ~1;
-  if (even < kVecBytes) return kScalarKernels.yuvTo422(out, y, u, v, width);
+  if (even < kVecBytes) return kNarrower.yuvTo422(out, y, u, v, width);
   ForEachBlock(even, kVecBytes, [&](int32_t x) {
     const Vec luma = Load(y + x);
     const Vec chroma = LoadInTurns(u + x / 2, v + x / 2);
