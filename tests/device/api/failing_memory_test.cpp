@@ -109,6 +109,7 @@ std::string NameOf(const testing::TestParamInfo<Case>& info) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, FailingAllocations,
-                         testing::Values(Case{0, 10}, Case{0, 1}, Case{1, 1}, Case{2, 1}), &NameOf);
+                         testing::Values(Case{1, 10}, Case{2, 10}, Case{0, 1}, Case{1, 1}, Case{2, 1}),
+                         &NameOf);
 
 }  // namespace
