@@ -3,7 +3,7 @@
 # again.
 . "$(dirname "$0")/common.sh"
 PACKAGES=(
-  g++ g++-mingw-w64-x86-64-posix cmake ninja-build ccache dpkg-dev ca-certificates git
+  g++ g++-mingw-w64-x86-64-posix cmake ninja-build ccache dpkg-dev ca-certificates git nasm libcli11-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev libsdl2-2.0-0 ffmpeg
   clang lld llvm libclang-rt-14-dev clang-format clang-tidy cppcheck shellcheck python3 doxygen
   mono-mcs libmono-system-windows-forms4.0-cil pkg-config
