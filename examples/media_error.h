@@ -7,3 +7,8 @@
 struct MediaError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
+
+/// A file in which there may be sound, but no pictures.
+struct NoPictures : MediaError {
+  using MediaError::MediaError;
+};

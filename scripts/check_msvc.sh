@@ -19,6 +19,7 @@ OPTIONS=(--target=x86_64-pc-windows-msvc -fms-compatibility-version=19.37 -fgnuc
   -isystem "${library[0]}" -isystem "${library[0]}/x86_64-w64-mingw32"
   -idirafter /usr/x86_64-w64-mingw32/include
   -isystem "$NIVRAL_DEPS/prefix/include" -isystem "$NIVRAL_DEPS/prefix/include/SDL2"
+  -isystem "$NIVRAL_DEPS/player/include"
   -I src -I include -I examples
   -DWIN32_LEAN_AND_MEAN -DNOMINMAX -D_WIN32_WINNT=0x0601 -DWINVER=0x0601 -DNIVRAL_STATIC -DSDL_MAIN_HANDLED)
 export LC_ALL=C

@@ -1,6 +1,7 @@
 #!/bin/bash
 # Makes the pictures of the documents in docs/images: the player on each backend and on four panes, what the
 # mosaic hides, and the diagram of a frame's road. Look at them before committing them.
+#   screenshots.sh [clip records]    the clip's frame 60 and its boxes for the backends, else a drawn road
 . "$(dirname "$0")/common.sh"
 IMAGES=$ROOT/docs/images
 BED=$ROOT/build/screenshots
@@ -15,9 +16,12 @@ keep() {
 shoot() {
   local name=$1; shift
   rm -f "$WORK/$name.png"
-  quietly "$WORK/$name.log" "the picture $name" timeout 120 "$WINE" "$PLAYER" --no-sound --pause-at 60 \
-    --seconds 3 --screenshot "$(windows_path "$WORK/$name.png")" "$@"
+  quietly "$WORK/$name.log" "the picture $name" timeout 120 "$WINE" "$PLAYER" --no-settings --no-sound \
+    --pause-at 60 --seconds 3 --screenshot "$(windows_path "$WORK/$name.png")" "$@"
 }
+
+# Without the strip under the panes.
+bare() { mogrify -gravity south -chop 0x44 +repage "$WORK/$1.png"; }
 
 # A drawn face and a number plate, clear and under levels of the mosaic: two rows, one for the backends with
 # blocks, one for Direct3D 9.
@@ -32,10 +36,11 @@ shoot_mosaics() {
     "yuv:$WORK/face.yuv" || [ -s "$WORK/face.yuv" ]
   { printf 'YUV4MPEG2 W400 H270 F25:1 Ip A1:1 C420jpeg\n'
     for _ in $(seq 70); do printf 'FRAME\n'; cat "$WORK/face.yuv"; done; } > "$clip"
-  shoot clear "$(windows_path "$clip")" --no-overlays
+  shoot clear "$(windows_path "$clip")" --no-overlays; bare clear
   for tile in sdl-1 sdl-4 sdl-7 sdl-13 d3d9-1 d3d9-4 d3d9-16 d3d9-64 d3d9-270; do
     shoot "$tile" "$(windows_path "$clip")" --no-overlays --backend "${tile%-*}" --mosaic "${tile#*-}" \
       --mosaic-area 0.02,0.02,0.98,0.98
+    bare "$tile"
     tiles+=(-label "${label[${tile%-*}]}, level ${tile#*-}" "$WORK/$tile.png")
   done
   montage -label clear "$WORK/clear.png" "${tiles[@]}" -tile 5x2 -geometry 200x+3+3 \
@@ -50,10 +55,14 @@ dot -Tsvg "$ROOT/docs/frame-road.dot" -o "$IMAGES/frame-road.svg"
 trap '"$ROOT/scripts/bed.sh" down "$BED"' EXIT
 "$ROOT/scripts/bed.sh" up "$BED"
 . "$BED/env.sh"
-MOSAIC=(--mosaic 4 --mosaic-area "0.44,0.46,0.54,0.54")
-SCENE=(--size 960x540 "${MOSAIC[@]}")
+MOSAIC=(--mosaic 8 --mosaic-area "0.44,0.46,0.54,0.54")
+if [ $# = 2 ]; then
+  SCENE=("$(windows_path "$1")" --records "$(windows_path "$2")" --channel Front)
+else
+  SCENE=(--size 960x540 "${MOSAIC[@]}")
+fi
 shoot player --panes 4 "${MOSAIC[@]}"; keep player
-shoot sdl2 --backend sdl "${SCENE[@]}"; keep sdl2
-shoot d3d9 --backend d3d9 "${SCENE[@]}"; keep d3d9
-shoot ddraw --backend ddraw "${SCENE[@]}"; keep ddraw
+for backend in sdl:sdl2 d3d9:d3d9 ddraw:ddraw; do
+  shoot "${backend#*:}" --backend "${backend%:*}" "${SCENE[@]}"; keep "${backend#*:}"
+done
 shoot_mosaics

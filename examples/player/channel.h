@@ -5,26 +5,34 @@
 #include <memory>
 #include <string>
 
-#include "player/frame_source.h"
-#include "player/layout.h"
+#include "player/embed/overlays.h"
+#include "player/media/frame_source.h"
 #include "player/options.h"
-#include "player/overlays.h"
-
-enum class ChannelKind { kClip, kRoad, kDriver };
+#include "player/windows/layout.h"
 
 /// What one pane shows. Outlives the pane, which goes and comes with its backend.
 struct Channel {
-  ChannelKind kind = ChannelKind::kClip;
+  std::string path;  ///< empty: a drawn scene
   std::string name;
   std::unique_ptr<FrameSource> source;
+  Frame first;
   PictureSettings picture;
+  Overlays::FindRecord find;  ///< null: no records
 
-  PixelSize Size() const { return {source->Current().width, source->Current().height}; }
+  bool IsClip() const { return !path.empty(); }
   std::unique_ptr<Overlays> MakeOverlays(const OverlaySwitches& switches) const;
 };
 
 /// The pane with number `index` of a player without clips: road scenes and driver scenes in turn.
 Channel OpenScene(const Options& options, int index);
 
-/// The clips, or the scenes that the options ask for. Throws MediaError.
-std::deque<Channel> OpenChannels(const Options& options);
+struct Media {
+  std::deque<Channel> channels;
+  std::string soundPath;  ///< of a file that has only sound; empty: none
+};
+
+/// The files, or the scenes that the options ask for. Throws MediaError.
+Media OpenMedia(const Options& options);
+
+/// Writes the drawn road's records as an example of such a file. Throws MediaError.
+void WriteRoadRecords(const Options& options);

@@ -4,6 +4,9 @@
 
 #include <windows.h>
 
+#include <string>
+#include <vector>
+
 #include "player/options.h"
 
 enum Command : WORD {
@@ -38,9 +41,22 @@ enum Command : WORD {
   kCommandAssistance,
   kCommandMonitoring,
   kCommandPause,
-  kCommandStep,
+  kCommandNextFrame,
+  kCommandPreviousFrame,
+  kCommandOn,
+  kCommandBack,
+  kCommandToStart,
+  kCommandToEnd,
+  kCommandFaster,
+  kCommandSlower,
+  kCommandUsualSpeed,
+  kCommandRepeat,
   kCommandLouder,
   kCommandQuieter,
+  kCommandFullScreen,
+  kCommandEscape,
+  kCommandKeyList,
+  kCommandFirstRecent,  ///< and those after it
 };
 
 /// What the menu shows as chosen.
@@ -53,11 +69,16 @@ struct MenuState {
   bool assistance;
   bool monitoring;
   bool paused;
+  bool repeat;
+  bool fullScreen;
+  bool colours;
 };
 
 /// The menu bar; it belongs to the window that it is given to.
 HMENU MakeMenu();
 void UpdateMenu(HMENU menu, const MenuState& state);
+/// The files opened last, at the end of the first menu.
+void ShowRecentFiles(HMENU bar, const std::vector<std::string>& paths);
 
 /// The keys of all commands. Lives as long as the process.
 HACCEL CommandKeys();

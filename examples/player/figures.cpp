@@ -6,16 +6,18 @@
 Figures& Figures::operator+=(const Figures& other) {
   shown += other.shown;
   dropped += other.dropped;
+  draws += other.draws;
   millisecondsInAll += other.millisecondsInAll;
   return *this;
 }
 
 Figures Figures::operator-(const Figures& earlier) const {
-  return {shown - earlier.shown, dropped - earlier.dropped, millisecondsInAll - earlier.millisecondsInAll};
+  return {shown - earlier.shown, dropped - earlier.dropped, draws - earlier.draws,
+          millisecondsInAll - earlier.millisecondsInAll};
 }
 
 double Figures::MillisecondsPerFrame() const {
-  return shown > 0 ? millisecondsInAll / static_cast<double>(shown) : 0;
+  return draws > 0 ? millisecondsInAll / static_cast<double>(draws) : 0;
 }
 
 std::string Figures::Line() const {

@@ -6,9 +6,10 @@
 
 /// What one or several panes achieved.
 struct Figures {
-  int64_t shown = 0;
+  int64_t shown = 0;             ///< different frames
   int64_t dropped = 0;           ///< refused by the library, or late and left out
-  double millisecondsInAll = 0;  ///< spent in the library for the frames shown
+  int64_t draws = 0;             ///< also of frames that were shown before
+  double millisecondsInAll = 0;  ///< spent in the library for them
 
   Figures& operator+=(const Figures& other);
   Figures operator-(const Figures& earlier) const;

@@ -1,162 +1,162 @@
 // SPDX-License-Identifier: MIT
 #include "player/options.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
-#include <functional>
-#include <map>
-#include <string_view>
-#include <vector>
 
-const char kUsage[] =
-    R"(nivral_player [options] [file.y4m | file.wav]...   plays them; without a clip, drawn scenes
+const char kKeyList[] =
+    R"(Space: pause
+Right, Left: next, previous frame
+Ctrl+Right, Ctrl+Left: 5 seconds on, back
+Home, End: start, end
+] [ Backspace: faster, slower, usual speed
+P: repeat
+PgUp, PgDn: volume
+1 4 9 6: one, four, nine, sixteen panes
+Tab: next pane
+F11 or double click: full screen
+Esc: leave it, end
+M: mirror
+Up, Down: zoom (Direct3D 9)
+X: mosaic
++ and -: coarser, finer mosaic
+T: texts
+B: boxes
+L: landmarks
+C: colour sliders
+Q A W S E D R F: the four colour values
+0: neutral colours
+F2 F3 F4: SDL2, Direct3D 9, DirectDraw
+N: snapshot
+Ctrl+O: open
+F1: this list
 
-  --backend sdl|d3d9|ddraw   how the picture is drawn (sdl)
-  --panes 1|4|9|16           places in the window (as many as there are pictures)
-  --seconds N                ends after N seconds (clips: at the end of the longest; scenes: when closed)
-  --loop                     clips start again at their end
-  --size WxH                 picture size of the road scene (1280x720)
-  --pause, --pause-at N      stays on the first frame, on frame N
-  --screenshot FILE.png      the window's contents as seen on the screen at the end
-  --snapshot FILE.bmp        the first pane's last frame as it came from its source
-  --sound FILE.wav           plays along; --no-sound; --volume 0..100 (60)
-  --mirror 0|1|2             none, horizontal flip, half turn
-  --brightness -127..127     --contrast, --saturation -100..100, --hue -180..180
-  --zoom FACTOR[,X,Y]        1..8 at a point in per mille of the picture (d3d9)
-  --mosaic LEVEL             privacy mosaic, first pane; --mosaic-area TOP,LEFT,BOTTOM,RIGHT as fractions
-  --channel NAME             the first pane's first line of text; --no-overlays
-  --monitor                  a further pane with driver monitoring
-  --help
-
-keys: Space pause   Right step   Tab next pane   1 4 9 6 one, four, nine, sixteen panes   Esc end
-      M mirror   Up/Down zoom   X mosaic on/off   +/- mosaic level   T texts   B boxes   L landmarks
-      C colour sliders   Q/A brightness   W/S contrast   E/D saturation   R/F hue   0 neutral colours
-      F2 SDL2   F3 Direct3D 9   F4 DirectDraw   N snapshot   PgUp/PgDn volume   Ctrl+O open
-mouse: click chooses a pane, wheel zooms at the pointer, dragging sets the mosaic area
+A click chooses a pane, dragging sets its
+mosaic, the wheel zooms. Click or drag the
+time line to seek. Drop files to open them.
 )";
 
 namespace {
 
 template <class Number>
-Number ParseNumber(std::string_view text, Number low, Number high) {
+Number ParseNumber(const std::string& option, const std::string& text, Number low, Number high) {
   Number value{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size() || !(value >= low && value <= high))
-    throw OptionError("'" + std::string(text) + "' is not a number in the range allowed");
+  if (!CLI::detail::lexical_cast(text, value) || !(value >= low && value <= high))
+    throw CLI::ValidationError(option, "'" + text + "' is not a number from " + CLI::detail::to_string(low) +
+                                           " to " + CLI::detail::to_string(high));
   return value;
 }
 
-std::vector<std::string_view> Split(std::string_view text, char separator) {
-  std::vector<std::string_view> parts;
-  for (;;) {
-    const size_t at = text.find(separator);
-    parts.push_back(text.substr(0, at));
-    if (at == text.npos) return parts;
-    text.remove_prefix(at + 1);
-  }
+void ParseSize(const std::string& text, Options& options) {
+  const auto parts = CLI::detail::split(text, 'x');
+  if (parts.size() != 2) throw CLI::ValidationError("--size", "wants WIDTHxHEIGHT");
+  options.width = ParseNumber("--size", parts[0], 2, 16384);
+  options.height = ParseNumber("--size", parts[1], 2, 16384);
+  if (options.width % 2 != 0 || options.height % 2 != 0)
+    throw CLI::ValidationError("--size", "wants even numbers");
 }
 
-Backend ParseBackend(std::string_view name) {
-  if (name == "sdl") return Backend::kSdl;
-  if (name == "d3d9") return Backend::kDirect3D;
-  if (name == "ddraw") return Backend::kDirectDraw;
-  throw OptionError("no backend is called '" + std::string(name) + "'");
-}
-
-void ParseSize(std::string_view text, Options& options) {
-  const auto parts = Split(text, 'x');
-  if (parts.size() != 2) throw OptionError("--size wants WIDTHxHEIGHT");
-  options.width = ParseNumber(parts[0], 2, 16384);
-  options.height = ParseNumber(parts[1], 2, 16384);
-  if (options.width % 2 != 0 || options.height % 2 != 0) throw OptionError("--size wants even numbers");
-}
-
-void ParseZoom(std::string_view text, Options& options) {
-  const auto parts = Split(text, ',');
-  if (parts.size() != 1 && parts.size() != 3) throw OptionError("--zoom wants FACTOR or FACTOR,X,Y");
-  options.picture.zoom = ParseNumber(parts[0], 1u, 8u);
+void ParseZoom(const std::string& text, Options& options) {
+  const auto parts = CLI::detail::split(text, ',');
+  if (parts.size() != 1 && parts.size() != 3)
+    throw CLI::ValidationError("--zoom", "wants FACTOR or FACTOR,X,Y");
+  options.picture.zoom = ParseNumber("--zoom", parts[0], 1u, 8u);
   if (parts.size() == 1) return;
-  options.picture.zoomX = ParseNumber(parts[1], 0u, 1000u);
-  options.picture.zoomY = ParseNumber(parts[2], 0u, 1000u);
+  options.picture.zoomX = ParseNumber("--zoom", parts[1], 0u, 1000u);
+  options.picture.zoomY = ParseNumber("--zoom", parts[2], 0u, 1000u);
 }
 
-void ParseMosaicArea(std::string_view text, Options& options) {
-  const auto parts = Split(text, ',');
-  if (parts.size() != 4) throw OptionError("--mosaic-area wants TOP,LEFT,BOTTOM,RIGHT");
-  const auto fraction = [](std::string_view part) { return ParseNumber(part, 0.0f, 1.0f); };
-  options.picture.mosaicArea = {fraction(parts[0]), fraction(parts[1]), fraction(parts[2]),
-                                fraction(parts[3])};
+void ParseMosaicArea(const std::string& text, Options& options) {
+  const auto parts = CLI::detail::split(text, ',');
+  if (parts.size() != 4) throw CLI::ValidationError("--mosaic-area", "wants TOP,LEFT,BOTTOM,RIGHT");
+  MosaicArea& area = options.picture.mosaicArea;
+  float* const edges[] = {&area.top, &area.left, &area.bottom, &area.right};
+  for (size_t i = 0; i < parts.size(); ++i)
+    *edges[i] = ParseNumber("--mosaic-area", parts[i], 0.0f, 1.0f);
 }
 
-int ParsePanes(std::string_view text) {
-  const int panes = ParseNumber(text, 1, kMostPanes);
-  if (panes != 1 && panes != 4 && panes != 9 && panes != 16) throw OptionError("--panes wants 1, 4, 9 or 16");
-  return panes;
+/// Ranges let "nan" through.
+std::string CheckDigits(const std::string& text) {
+  return text.find_first_not_of("0123456789.eE+-") == text.npos ? "" : "'" + text + "' is not a number";
 }
 
-using Flag = std::function<void(Options&)>;
-using Setting = std::function<void(Options&, std::string_view)>;
+void AddPlayback(CLI::App& app, Options& o) {
+  app.add_option("file", o.files, "Clips and sounds; without a clip, drawn scenes are shown");
+  app.add_option("--sound", o.sound, "A file whose sound plays instead of the clips' own");
+  app.add_flag("--no-sound", o.mute, "Silence");
+  app.add_option("--volume", o.volume, "Percent")->check(CLI::Range(0, 100));
+  app.add_option("--speed", o.speed, "Times the usual one; sound only at 1")
+      ->check(CLI::Range(0.25, 8.0))
+      ->check(CheckDigits);
+  app.add_flag("--repeat,--loop", o.repeat, "Start again at the end");
+  app.add_flag("--exit", o.exitAtEnd, "End at the end of the clips");
+  app.add_option("--seconds", o.seconds, "End after so many")
+      ->check(CLI::Range(0.1, 1e6))
+      ->check(CheckDigits);
+  app.add_flag_callback(
+      "--pause", [&o] { o.holdAt = 0; }, "Stay on the first frame");
+  app.add_option("--pause-at", o.holdAt, "Stay on the frame with this number")
+      ->check(CLI::Range(0, 10'000'000));
+  app.add_flag_callback(
+      "--no-settings", [&o] { o.remember = false; },
+      "Neither use what the last run remembered nor remember anything");
+}
 
-const std::map<std::string_view, Flag> kFlags = {
-    {"--help", [](Options& o) { o.help = true; }},
-    {"--pause", [](Options& o) { o.holdAt = 0; }},
-    {"--no-sound", [](Options& o) { o.mute = true; }},
-    {"--no-overlays", [](Options& o) { o.overlays = false; }},
-    {"--monitor", [](Options& o) { o.monitor = true; }},
-    {"--loop", [](Options& o) { o.loop = true; }},
-};
+void AddPicture(CLI::App& app, Options& o) {
+  const std::map<std::string, Backend> backends{
+      {"sdl", Backend::kSdl}, {"d3d9", Backend::kDirect3D}, {"ddraw", Backend::kDirectDraw}};
+  app.add_option("--backend", o.backend, "How pictures are drawn: sdl, d3d9 or ddraw")
+      ->transform(CLI::CheckedTransformer(backends).description(""));
+  app.add_option("--panes", o.panes, "Places in the window")->check(CLI::IsMember({1, 4, 9, 16}));
+  app.add_option("--mirror", o.picture.mirror, "0 none, 1 horizontal flip, 2 half turn")
+      ->check(CLI::Range(0, 2));
+  app.add_option("--brightness", o.picture.colours.brightness)->check(CLI::Range(-127, 127));
+  app.add_option("--contrast", o.picture.colours.contrast)->check(CLI::Range(-100, 100));
+  app.add_option("--saturation", o.picture.colours.saturation)->check(CLI::Range(-100, 100));
+  app.add_option("--hue", o.picture.colours.hue)->check(CLI::Range(-180, 180));
+  app.add_option_function<std::string>(
+      "--zoom", [&o](const std::string& text) { ParseZoom(text, o); },
+      "FACTOR[,X,Y]: 1 to 8 at a point in per mille of the picture (d3d9)");
+  app.add_option_function<std::string>(
+      "--size", [&o](const std::string& text) { ParseSize(text, o); }, "WxH of the drawn road (1280x720)");
+}
 
-const std::map<std::string_view, Setting> kSettings = {
-    {"--backend", [](Options& o, std::string_view v) { o.backend = ParseBackend(v); }},
-    {"--seconds", [](Options& o, std::string_view v) { o.seconds = ParseNumber(v, 0.1, 1e6); }},
-    {"--size", [](Options& o, std::string_view v) { ParseSize(v, o); }},
-    {"--pause-at", [](Options& o, std::string_view v) { o.holdAt = ParseNumber<int64_t>(v, 0, 1'000'000); }},
-    {"--panes", [](Options& o, std::string_view v) { o.panes = ParsePanes(v); }},
-    {"--screenshot", [](Options& o, std::string_view v) { o.screenshot = v; }},
-    {"--snapshot", [](Options& o, std::string_view v) { o.snapshot = v; }},
-    {"--sound", [](Options& o, std::string_view v) { o.sounds.emplace_back(v); }},
-    {"--volume", [](Options& o, std::string_view v) { o.volume = ParseNumber(v, 0, 100); }},
-    {"--mirror", [](Options& o, std::string_view v) { o.picture.mirror = ParseNumber(v, 0u, 2u); }},
-    {"--brightness",
-     [](Options& o, std::string_view v) { o.picture.colours.brightness = ParseNumber(v, -127, 127); }},
-    {"--contrast",
-     [](Options& o, std::string_view v) { o.picture.colours.contrast = ParseNumber(v, -100, 100); }},
-    {"--saturation",
-     [](Options& o, std::string_view v) { o.picture.colours.saturation = ParseNumber(v, -100, 100); }},
-    {"--hue", [](Options& o, std::string_view v) { o.picture.colours.hue = ParseNumber(v, -180, 180); }},
-    {"--zoom", [](Options& o, std::string_view v) { ParseZoom(v, o); }},
-    {"--mosaic", [](Options& o, std::string_view v) { o.picture.mosaicLevel = ParseNumber(v, 1u, 5461u); }},
-    {"--mosaic-area", [](Options& o, std::string_view v) { ParseMosaicArea(v, o); }},
-    {"--channel", [](Options& o, std::string_view v) { o.channel = v; }},
-};
+void AddOverlays(CLI::App& app, Options& o) {
+  app.add_option("--channel", o.channel, "The first pane's name");
+  app.add_flag("!--no-overlays", o.overlays, "No texts, boxes and landmarks at first");
+  app.add_flag("--monitor", o.monitor, "A further pane with driver monitoring");
+  app.add_option("--records", o.records,
+                 "Boxes and landmarks of the first clip; otherwise those in CLIP.csv beside each clip");
+  app.add_option("--write-records", o.writeRecords, "Write the drawn road's records for 10 seconds, and end");
+  app.add_option("--mosaic", o.picture.mosaicLevel, "Privacy mosaic of the first pane: its level")
+      ->check(CLI::Range(1, 5461));
+  app.add_option_function<std::string>(
+      "--mosaic-area", [&o](const std::string& text) { ParseMosaicArea(text, o); },
+      "TOP,LEFT,BOTTOM,RIGHT as fractions of the pane");
+  app.add_option("--screenshot", o.screenshot, "PNG file for the window's contents at the end");
+  app.add_option("--snapshot", o.snapshot, "BMP file for the first pane's last frame, without overlays");
+}
 
 }  // namespace
 
-void AddFile(std::string_view path, Options& options) {
-  constexpr std::string_view kWav = ".wav";
-  const auto sameLetter = [](char a, char b) {
-    return a == b || (a >= 'A' && a <= 'Z' && a + 'a' - 'A' == b);
-  };
-  const std::string_view ending = path.substr(path.size() - std::min(path.size(), kWav.size()));
-  const bool isSound = std::equal(ending.begin(), ending.end(), kWav.begin(), kWav.end(), sameLetter);
-  (isSound ? options.sounds : options.clips).emplace_back(path);
-  if (options.clips.size() > kMostPanes) throw OptionError("at most 16 clips can be shown");
-}
-
-Options ParseOptions(int count, const char* const* words) {
+Options ParseOptions(std::vector<std::string> words) {
   Options options;
-  for (int i = 0; i < count; ++i) {
-    const std::string_view word = words[i];
-    if (const auto flag = kFlags.find(word); flag != kFlags.end()) {
-      flag->second(options);
-    } else if (const auto setting = kSettings.find(word); setting != kSettings.end()) {
-      if (++i == count) throw OptionError(std::string(word) + " wants a value");
-      setting->second(options, words[i]);
-    } else if (word.starts_with("--")) {
-      throw OptionError("unknown option " + std::string(word) + " (--help lists them)");
-    } else {
-      AddFile(word, options);
-    }
+  CLI::App app("Plays recordings through libnivral.", "nivral_player");
+  app.set_help_flag("-h,--help", "This list (also /?)");
+  app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  AddPlayback(app, options);
+  AddPicture(app, options);
+  AddOverlays(app, options);
+  app.get_option("file")->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  app.footer("\nKeys:\n" + std::string(kKeyList));
+  std::replace(words.begin(), words.end(), std::string("/?"), std::string("--help"));
+  std::reverse(words.begin(), words.end());  // as the library wants them
+  try {
+    app.parse(words);
+  } catch (const CLI::CallForHelp&) {
+    options.help = app.help();
+  } catch (const CLI::ParseError& error) {
+    throw OptionError(error.what());
   }
   return options;
 }

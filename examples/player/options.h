@@ -5,7 +5,6 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 #include <vector>
 
 /// Words on the command line that make no sense; the text is one line for the user.
@@ -30,6 +29,9 @@ struct MosaicArea {
   float right = 0.36f;
 };
 
+/// In place of a level: whatever hides a face or a number plate on the backend.
+constexpr uint32_t kHidingMosaic = 0;
+
 /// What the user sets per pane.
 struct PictureSettings {
   uint32_t mirror = 0;
@@ -41,33 +43,36 @@ struct PictureSettings {
   MosaicArea mosaicArea;
 };
 
+/// All texts and paths are UTF-8.
 struct Options {
-  std::vector<std::string> clips;   ///< Y4M; none: drawn scenes
-  std::vector<std::string> sounds;  ///< WAV; none: a hum with the scenes, silence with clips
+  std::vector<std::string> files;  ///< clips and sounds; without a clip: drawn scenes
+  std::string sound;               ///< plays instead of the clips' own
   bool mute = false;
-  int volume = 60;
+  std::optional<int> volume;  ///< percent; none: as it was last time
   Backend backend = Backend::kSdl;
   int panes = 0;     ///< places in the window; 0: as many as there are pictures
   int width = 1280;  ///< of the road scene
   int height = 720;
-  double seconds = 0;  ///< 0: to the end of the clips; the scenes have none
-  bool loop = false;
+  double seconds = 0;  ///< 0: until the user ends the player
+  double speed = 1;
+  bool repeat = false;
+  bool exitAtEnd = false;
   std::optional<int64_t> holdAt;  ///< frame to stay on
   std::string screenshot;
   std::string snapshot;
-  PictureSettings picture;  ///< of every pane at first, but the mosaic only of the first
+  std::string records;  ///< of the first clip; otherwise the file beside each clip, with .csv after its name
+  std::string writeRecords;  ///< where the drawn road's records go; nothing is shown then
+  PictureSettings picture;   ///< of every pane at first, but the mosaic only of the first
   bool overlays = true;
   std::string channel;   ///< the first pane's name
   bool monitor = false;  ///< a pane with driver monitoring
-  bool help = false;
+  bool remember = true;  ///< settings of the last run, and this one's for the next
+  std::string help;      ///< not empty: to be shown instead of anything else
 };
 
-constexpr int kMostPanes = 16;
-
-/// Adds a file to the clips or, when its name ends in .wav, to the sounds. Throws OptionError.
-void AddFile(std::string_view path, Options& options);
+constexpr size_t kMostPanes = 16;
 
 /// Throws OptionError.
-Options ParseOptions(int count, const char* const* words);
+Options ParseOptions(std::vector<std::string> words);
 
-extern const char kUsage[];
+extern const char kKeyList[];

@@ -3,14 +3,11 @@
 
 #include <algorithm>
 
-#include "media_error.h"
-
-PaneGrid::PaneGrid(MainWindow& window, OverlaySwitches& switches, DrawThread::Plan plan,
-                   std::function<void()> onSelect)
-    : m_window(window), m_switches(switches), m_plan(std::move(plan)), m_onSelect(std::move(onSelect)) {
+PaneGrid::PaneGrid(MainWindow& window, OverlaySwitches& switches, const PlayClock& clock, ViewEvents& events)
+    : m_window(window), m_switches(switches), m_clock(clock), m_events(events) {
 }
 
-void PaneGrid::Open(std::deque<Channel> channels, Backend backend) {
+void PaneGrid::Open(std::deque<Channel> channels, nivral::Backend backend) {
   Close();
   m_channels = std::move(channels);
   m_cells = static_cast<int>(m_channels.size());
@@ -18,13 +15,13 @@ void PaneGrid::Open(std::deque<Channel> channels, Backend backend) {
   SetBackend(backend);
 }
 
-void PaneGrid::SetBackend(Backend backend) {
+void PaneGrid::SetBackend(nivral::Backend backend) {
   Close();
   m_backend = backend;
-  m_session.emplace(backend);
+  m_session.emplace(backend == nivral::Backend::kSdl2 ? nivral::Start::kSdl2
+                                                      : nivral::Start::kDirect3D9OrDirectDraw);
   for (size_t i = 0; i < m_channels.size(); ++i)
     OpenView(i);
-  Arrange();
 }
 
 void PaneGrid::Add(Channel channel) {
@@ -33,10 +30,8 @@ void PaneGrid::Add(Channel channel) {
 }
 
 void PaneGrid::OpenView(size_t index) {
-  DrawThread::Plan plan = m_plan;
-  if (index > 0) plan.onRewind = nullptr;
   m_views.push_back(std::make_unique<View>(m_window.Handle(), m_channels[index], m_backend, m_switches,
-                                           std::move(plan), [this, index] { Select(index); }));
+                                           m_clock, m_events, index));
   m_views.back()->Thread().Start();
 }
 
@@ -49,28 +44,29 @@ void PaneGrid::Close() {
   m_session.reset();
 }
 
-void PaneGrid::SetCells(int cells) {
-  m_cells = cells;
-  Arrange();
-}
-
 bool PaneGrid::IsVisible(size_t index) const {
   const auto cells = static_cast<size_t>(m_cells);
   return index / cells == m_selected / cells;
 }
 
-void PaneGrid::Arrange() {
+void PaneGrid::Arrange(const PixelArea& room) {
   PixelArea mark{};
   for (size_t i = 0; i < m_views.size(); ++i) {
     if (!IsVisible(i)) {
       m_views[i]->Hide();
       continue;
     }
-    const int cell = static_cast<int>(i) % m_cells;
-    const PixelArea area = m_views[i]->PlaceIn(CellOf(cell, m_cells, m_window.Size()));
+    PixelArea cell = CellOf(static_cast<int>(i) % m_cells, m_cells, {room.width, room.height});
+    cell.left += room.left;
+    cell.top += room.top;
+    const PixelArea area = m_views[i]->PlaceIn(cell);
     if (i == m_selected && m_cells > 1) mark = area;
   }
   m_window.Mark(mark);
+}
+
+bool PaneGrid::IsOutOfPlace() const {
+  return std::any_of(m_views.begin(), m_views.end(), [](const auto& view) { return view->IsOutOfPlace(); });
 }
 
 void PaneGrid::Raise() {
@@ -78,25 +74,7 @@ void PaneGrid::Raise() {
     if (IsVisible(i)) m_views[i]->Raise();
 }
 
-void PaneGrid::Select(size_t index) {
-  if (index == m_selected) return;
-  m_selected = index;
-  Arrange();
-  m_onSelect();
-}
-
-void PaneGrid::Hold(bool hold) {
-  m_plan.hold = hold;
-  for (const auto& view : m_views)
-    view->Thread().Hold(hold);
-}
-
-void PaneGrid::Step() {
-  for (const auto& view : m_views)
-    view->Thread().Step();
-}
-
-void PaneGrid::RefreshOverlays() {
+void PaneGrid::Refresh() {
   for (const auto& view : m_views)
     view->Thread().Refresh();
 }
@@ -108,24 +86,38 @@ int PaneGrid::VisiblePanes() const {
   return visible;
 }
 
-bool PaneGrid::IsFinished() const {
-  bool anyClip = false;
-  bool allEnded = true;
-  for (size_t i = 0; i < m_views.size(); ++i) {
-    const DrawThread& thread = m_views[i]->Thread();
-    if (thread.HasFailed()) return true;
-    if (m_channels[i].kind != ChannelKind::kClip) continue;
-    anyClip = true;
-    allEnded = allEnded && thread.IsFinished();
-  }
-  return anyClip && allEnded;
+bool PaneGrid::HaveFollowed(uint64_t jump) const {
+  for (size_t i = 0; i < m_views.size(); ++i)
+    if (IsVisible(i) && m_views[i]->Thread().Shown().jump != jump) return false;
+  return true;
 }
 
-void PaneGrid::Finish() {
-  for (const auto& view : m_views)
-    view->Thread().Stop();
-  for (const auto& view : m_views)
-    if (!view->Thread().Error().empty()) throw MediaError(view->Thread().Error());
+bool PaneGrid::HaveEnded() const {
+  bool any = false;
+  for (size_t i = 0; i < m_views.size(); ++i) {
+    if (!m_channels[i].IsClip() || !IsVisible(i)) continue;
+    if (!m_views[i]->Thread().Shown().isLast) return false;
+    any = true;
+  }
+  return any;
+}
+
+double PaneGrid::Length() const {
+  double length = 0;
+  for (size_t i = 0; i < m_views.size(); ++i) {
+    if (!m_channels[i].IsClip()) continue;
+    const DrawThread::Place place = m_views[i]->Thread().Shown();
+    length = std::max(length, place.isLast ? place.end : m_channels[i].source->Duration());
+  }
+  return length;
+}
+
+std::vector<std::string> PaneGrid::Troubles() const {
+  std::vector<std::string> lines;
+  for (size_t i = 0; i < m_views.size(); ++i)
+    if (const std::string trouble = m_views[i]->Thread().Trouble(); !trouble.empty())
+      lines.push_back(m_channels[i].path + ": " + trouble);
+  return lines;
 }
 
 Figures PaneGrid::Result() const {

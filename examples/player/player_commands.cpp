@@ -1,29 +1,39 @@
 // SPDX-License-Identifier: MIT
 // What the player does for each command.
-#include <cstdio>
-
 #include "media_error.h"
-#include "player/open_dialog.h"
 #include "player/player.h"
+#include "player/windows/open_dialog.h"
+#include "player/windows/snapshot.h"
+#include "player/windows/text.h"
 
 void Player::OnCommand(Command command) {
-  if (DoPanes(command)) return m_colours.Raise();
-  if (DoPlayback(command) || DoOverlay(command)) return;
+  if (DoPanes(command) || DoPlayback(command) || DoOverlay(command)) return;
+  if (command >= kCommandFirstRecent && command < kCommandFirstRecent + m_settings.recent.size())
+    return Open({m_settings.recent[command - kCommandFirstRecent]});
   switch (command) {
     case kCommandOpen:
-      return OpenFiles();
+      return Open(AskForFiles(m_window.Handle()));
     case kCommandSnapshot:
       return SaveSnapshot();
+    case kCommandKeyList:
+      MessageBoxW(m_window.Handle(), Wide(kKeyList).c_str(), L"Keys", MB_OK);
+      return;
+    case kCommandEscape:
+      if (m_window.IsFullScreen()) return SetFullScreen(false);
+      [[fallthrough]];
     case kCommandExit:
       m_wantsToEnd = true;
       return;
+    case kCommandFullScreen:
+      return SetFullScreen(!m_window.IsFullScreen());
     case kCommandColours:
-      m_colours.Show();
-      break;
+      m_showsColours = !m_showsColours;
+      return OnArrange();
     default:
       Chosen().Control().Do(command);
+      Chosen().Thread().Refresh();
+      ShowColours();
   }
-  ShowColours();
 }
 
 bool Player::DoPanes(Command command) {
@@ -41,12 +51,13 @@ bool Player::DoPanes(Command command) {
       SetCells(16);
       return true;
     case kCommandNextPane:
-      m_grid.Select((m_grid.Selected() + 1) % m_grid.Count());
+      OnSelect((m_grid.Selected() + 1) % m_grid.Count());
       return true;
     case kCommandSdl:
     case kCommandDirect3D:
     case kCommandDirectDraw:
-      m_grid.SetBackend(static_cast<Backend>(command - kCommandSdl));
+      m_grid.SetBackend(static_cast<nivral::Backend>(command - kCommandSdl));
+      OnArrange();
       return true;
     default:
       return false;
@@ -55,19 +66,46 @@ bool Player::DoPanes(Command command) {
 
 bool Player::DoPlayback(Command command) {
   constexpr int kVolumeStep = 10;
+  constexpr double kLeap = 5;
   switch (command) {
     case kCommandPause:
-      SetPaused(!m_paused);
+      m_playback.SetPaused(!m_playback.IsPaused());
       return true;
-    case kCommandStep:
-      SetPaused(true);
-      m_grid.Step();
+    case kCommandNextFrame:
+      m_playback.Step(1);
+      return true;
+    case kCommandPreviousFrame:
+      m_playback.Step(-1);
+      return true;
+    case kCommandOn:
+      m_playback.SeekTo(m_playback.Position() + kLeap);
+      return true;
+    case kCommandBack:
+      m_playback.SeekTo(m_playback.Position() - kLeap);
+      return true;
+    case kCommandToStart:
+      m_playback.SeekTo(0);
+      return true;
+    case kCommandToEnd:
+      if (m_playback.Length() > 0) m_playback.SeekTo(m_playback.Length());
+      return true;
+    case kCommandFaster:
+      m_playback.SetSpeed(m_playback.Speed() * 2);
+      return true;
+    case kCommandSlower:
+      m_playback.SetSpeed(m_playback.Speed() / 2);
+      return true;
+    case kCommandUsualSpeed:
+      m_playback.SetSpeed(1);
+      return true;
+    case kCommandRepeat:
+      m_playback.SetRepeat(!m_playback.Repeats());
       return true;
     case kCommandLouder:
-      ChangeVolume(kVolumeStep);
+      m_playback.SetVolume(m_playback.Volume() + kVolumeStep);
       return true;
     case kCommandQuieter:
-      ChangeVolume(-kVolumeStep);
+      m_playback.SetVolume(m_playback.Volume() - kVolumeStep);
       return true;
     default:
       return false;
@@ -92,62 +130,69 @@ bool Player::DoOverlay(Command command) {
 
 void Player::Toggle(std::atomic<bool>& overlay) {
   overlay = !overlay;
-  m_grid.RefreshOverlays();
+  m_grid.Refresh();
 }
 
 void Player::OnMenu(HMENU menu) {
   const PictureSettings& picture = m_grid.ChannelAt(m_grid.Selected()).picture;
   UpdateMenu(menu,
-             {m_grid.Cells(), m_grid.CurrentBackend(), picture.mirror != 0, picture.mosaicLevel.has_value(),
-              m_switches.texts, m_switches.assistance, m_switches.monitoring, m_paused});
+             {m_grid.Cells(), static_cast<Backend>(m_grid.CurrentBackend()), picture.mirror != 0,
+              picture.mosaicLevel.has_value(), m_switches.texts, m_switches.assistance, m_switches.monitoring,
+              m_playback.IsPaused(), m_playback.Repeats(), m_window.IsFullScreen(), m_showsColours});
+}
+
+void Player::OnSelect(size_t index) {
+  if (index == m_grid.Selected()) return;
+  m_grid.Select(index);
+  ChooseSound();
+  OnArrange();
+  ShowColours();
 }
 
 void Player::SetCells(int cells) {
-  if (m_options.clips.empty())
+  if (!m_grid.ChannelAt(0).IsClip())
     while (m_grid.Count() < static_cast<size_t>(cells))
       m_grid.Add(OpenScene(m_options, static_cast<int>(m_grid.Count())));
   m_grid.SetCells(cells);
+  OnArrange();
 }
 
-void Player::SetPaused(bool paused) {
-  m_paused = paused;
-  m_grid.Hold(paused);
-  for (const auto& sound : m_sounds)
-    sound->Pause(paused);
-}
-
-void Player::ChangeVolume(int step) {
-  for (const auto& sound : m_sounds)
-    sound->SetVolume(sound->Volume() + step);
+void Player::SetFullScreen(bool full) {
+  m_window.SetFullScreen(full);
+  OnArrange();
+  OnRaise();
 }
 
 void Player::SaveSnapshot() {
-  static int number = 0;
-  const std::string path = "nivral_snapshot_" + std::to_string(++number) + ".bmp";
-  Chosen().Thread().RequestSnapshot(path);
-  std::printf("snapshot: %s\n", path.c_str());
+  const std::string path = NewSnapshotPath();
+  const Frame frame = Chosen().Thread().Current();
+  Note(frame && ::SaveSnapshot(frame, path) ? "saved " + path : path + ": the snapshot could not be written");
+}
+
+void Player::OnDrop(const std::vector<std::string>& paths) {
+  Open(paths);
 }
 
 /// What cannot be opened leaves everything as it was.
-void Player::OpenFiles() try {
-  const std::vector<std::string> paths = AskForFiles(m_window.Handle());
+void Player::Open(const std::vector<std::string>& paths) try {
   if (paths.empty()) return;
   Options options = m_options;
-  options.clips.clear();
-  options.sounds.clear();
+  options.files = paths;
+  options.sound.clear();
+  options.records.clear();
+  options.channel.clear();
   options.holdAt.reset();
   options.monitor = false;
-  for (const std::string& path : paths)
-    AddFile(path, options);
-  if (options.clips.empty()) {
-    options.clips = m_options.clips;
-    OpenSounds(options);
-    return;
+  Media media = OpenMedia(options);
+  if (!media.soundPath.empty() && paths.size() == 1) {
+    m_soundFile = media.soundPath;
+    return ChooseSound();
   }
-  std::deque<Channel> channels = OpenChannels(options);
-  OpenSounds(options);
   m_options = options;
-  m_grid.Open(std::move(channels), m_grid.CurrentBackend());
+  for (const std::string& path : paths)
+    m_settings.AddRecent(path);
+  ShowMedia(std::move(media), m_grid.CurrentBackend());
+  m_playback.SetPaused(false);
 } catch (const std::exception& error) {
-  MessageBoxA(m_window.Handle(), error.what(), "libnivral player", MB_OK | MB_ICONWARNING);
+  MessageBoxW(m_window.Handle(), Wide(error.what()).c_str(), L"libnivral player", MB_OK | MB_ICONWARNING);
 }

@@ -2,33 +2,46 @@
 #include "player/view.h"
 
 #include <algorithm>
+#include <cmath>
 
-#include "player/library.h"
-
-View::View(HWND main, Channel& channel, Backend backend, const OverlaySwitches& switches,
-           DrawThread::Plan plan, std::function<void()> onSelect)
-    : m_picture(channel.Size()),
-      m_onSelect(std::move(onSelect)),
+View::View(HWND main, Channel& channel, nivral::Backend backend, const OverlaySwitches& switches,
+           const PlayClock& clock, ViewEvents& events, size_t index)
+    : m_channel(channel),
+      m_events(events),
+      m_index(index),
       m_overlays(channel.MakeOverlays(switches)),
-      m_window(main, m_picture),
-      m_pane(backend, m_window.Handle(), m_picture.width, m_picture.height),
+      m_window(main, {channel.first.width, channel.first.height}),
+      m_pane(backend, m_window.Handle(), channel.first.width, channel.first.height),
       m_control(channel.picture, m_pane),
-      m_thread(m_pane, *channel.source, *m_overlays, std::move(plan)) {
+      m_thread(m_pane, *channel.source, *m_overlays, clock) {
   m_window.SetEvents(this);
   // The pane makes its device ready while its window still has the picture's size.
-  channel.source->Seek(0);
-  m_pane.Draw(channel.source->Current(), channel.source->Frame());
+  static_cast<void>(m_pane.Draw(channel.first));
 }
 
 View::~View() {
   m_window.SetEvents(nullptr);
 }
 
+/// As wide as pixels that are not square make it.
+PixelSize View::PictureSize() const {
+  const DrawThread::Place place = m_thread.Shown();
+  const int width = place.width > 0 ? place.width : m_channel.first.width;
+  const int height = place.width > 0 ? place.height : m_channel.first.height;
+  return {std::max(1, static_cast<int>(std::lround(width * m_channel.source->PixelAspect()))), height};
+}
+
 PixelArea View::PlaceIn(const PixelArea& cell) {
-  const PixelArea area = FitInto(cell, m_picture);
+  m_placed = PictureSize();
+  const PixelArea area = FitInto(cell, m_placed);
   m_window.Place(area);
   m_thread.SetVisible(true);
   return area;
+}
+
+bool View::IsOutOfPlace() const {
+  const PixelSize size = PictureSize();
+  return m_placed.width > 0 && (size.width != m_placed.width || size.height != m_placed.height);
 }
 
 void View::Hide() {
@@ -37,7 +50,7 @@ void View::Hide() {
 }
 
 void View::OnSize() {
-  m_pane.Set([](void* handle) { nivral.DWAdjustedWnd(handle); });
+  m_pane.Set([](nivral::Display& display) { display.WindowResized(); });
 }
 
 void View::OnWheel(int steps, POINT at) {

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <atomic>
+#include <nivral/nivral.hpp>
+#include <utility>
+#include <vector>
+
+#include "player/media/frame.h"
+
+/// A display bound to a window. Made and destroyed on the window's thread.
+class Pane {
+ public:
+  /// Throws std::runtime_error.
+  Pane(nivral::Backend backend, HWND window, int width, int height);
+
+  /// Any thread: runs a setter on the display. Calls on one Direct3D pane must not overlap, so there it is
+  /// kept for the drawing thread and runs before its next frame; elsewhere it runs at once.
+  template <class Setter>
+  void Set(Setter setter) {
+    if (m_backend == nivral::Backend::kDirect3D9)
+      static_cast<void>(m_jobs.Add(std::move(setter)));
+    else
+      setter(m_display);
+  }
+  void SetMirror(nivral::Mirror mirror);
+  nivral::Mirror Mirror() const { return m_mirror; }
+  nivral::Backend Backend() const { return m_backend; }
+
+  /// Drawing thread: the library's result for one frame, which may have another size than the one before.
+  nivral::Result Draw(const Frame& frame);
+
+  /// Drawing thread only.
+  nivral::Display& Display() { return m_display; }
+
+ private:
+  void RemovePadding(nivral::Frame& frame);
+
+  nivral::Backend m_backend;
+  int m_width;
+  int m_height;
+  std::atomic<nivral::Mirror> m_mirror{nivral::Mirror::kNone};
+  std::vector<uint8_t> m_packed;
+  nivral::JobList m_jobs;
+  nivral::Display m_display;
+};

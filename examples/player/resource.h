@@ -1,0 +1,4 @@
+/* SPDX-License-Identifier: MIT */
+#pragma once
+
+#define PLAYER_ICON 1
