@@ -70,7 +70,7 @@ part_roads() {
 
 A round is one 640x360 frame to each pane, drawn into a window of 320x180; the bare programs only upload,
 stretch and present, the one for Direct3D by way of pixels of the frame's size, without which Wine shows a
-part of the picture only. \"All\" is six texts, twelve boxes with labels, 68 landmarks with a box, and a mosaic.
+part of the picture only. \"All\" is six texts, twelve boxes with labels, 68 landmarks with a box, a mosaic.
 Cells: wall time, and in brackets process time, against the bare programs that took turns in the same process.
 DirectDraw draws behind the caller's back, so its rounds come at a fixed rate and only process time tells (in
 its bare column too)." \

@@ -185,7 +185,7 @@ void RegisterAdjust(Size s, const std::shared_ptr<Pictures>& p) {
 }
 
 const std::vector<Ratio> kRatios = {
-    {"YV12 to BGR24", "YV12 to BGR24", "libyuv I420ToRGB24", 1.05},
+    {"YV12 to BGR24", "YV12 to BGR24", "libyuv I420ToRGB24", 1.30},
     {"YV12 to BGR24", "YV12 to BGR24", "YV12 to BGR24, plain code", 8},
     {"YV12 to BGR24, SSSE3", "YV12 to BGR24, SSSE3", "libyuv I420ToRGB24, SSSE3", 0.7},
     {"BGR24 to YV12", "BGR24 to YV12", "libyuv RGB24ToI420", 1.35},
