@@ -11,14 +11,15 @@ namespace {
 
 constexpr char kColumns[] = "class,left,top,right,bottom,distance_dm\n";
 
-RecordTrack Read(const std::string& text) {
-  std::istringstream stream(text);
+/// A track of these lines under the columns of a file keyed by `key`.
+RecordTrack Read(const char* key, const std::string& lines) {
+  std::stringstream stream;
+  stream << key << ',' << kColumns << lines;
   return RecordTrack(stream);
 }
 
 TEST(Records, HoldUntilTheNextForHalfASecondAndAreKeyedByFrameOrTime) {
-  const RecordTrack frames =
-      Read(std::string("frame,") + kColumns + "10,2,1,2,3,4,155\r\n10,face,5,6,7,8,,1,2,3,4\n20\n");
+  const RecordTrack frames = Read("frame", "10,2,1,2,3,4,155\r\n10,face,5,6,7,8,,1,2,3,4\n20\n");
   EXPECT_TRUE(frames.At(9, 0, 25).objects.empty());
   const Record record = frames.At(12, 0, 25);
   ASSERT_EQ(record.objects.size(), 1u);
@@ -28,7 +29,7 @@ TEST(Records, HoldUntilTheNextForHalfASecondAndAreKeyedByFrameOrTime) {
   ASSERT_EQ(record.landmarks.size(), 2u);
   EXPECT_EQ(record.landmarks[1].y, 4);
   EXPECT_TRUE(frames.At(20, 0, 25).objects.empty()) << "a line with a number only: nothing found";
-  const RecordTrack times = Read(std::string("time,") + kColumns + "0.48,2,1,2,3,4,155\n");
+  const RecordTrack times = Read("time", "0.48,2,1,2,3,4,155\n");
   EXPECT_EQ(times.At(0, 0.46, 25).objects.size(), 1u) << "nearest to this frame";
   EXPECT_EQ(times.At(0, 0.9, 25).objects.size(), 1u);
   EXPECT_TRUE(times.At(0, 1.1, 25).objects.empty());
@@ -56,18 +57,17 @@ TEST(Records, AreWrittenAsTheyAreReadAndMirroredWithThePicture) {
 }
 
 TEST(Records, RefuseABadFileAndNameTheLine) {
-  const std::string head = std::string("frame,") + kColumns;
   std::string many;
   for (int i = 0; i < 13; ++i)
     many += "1,2,1,2,3,4,5\n";
-  for (const auto& [text, message] :
-       std::vector<std::pair<std::string, std::string>>{{"x\n", "first line"},
-                                                        {head + "1,2,1,2,3\n", "line 2"},
-                                                        {head + "1,2,1,2,3,4,5\n2,8,1,2,3,4,5\n", "line 3"},
-                                                        {head + "1,2,1,2,nan,4,5\n", "nan"},
-                                                        {head + many, "more than 12"}}) {
+  const std::string twoLines = "1,2,1,2,3,4,5\n2,8,1,2,3,4,5\n";
+  for (const auto& [key, lines, message] : {std::tuple{"x", std::string(), "first line"},
+                                            {"frame", "1,2,1,2,3\n", "line 2"},
+                                            {"frame", twoLines, "line 3"},
+                                            {"frame", "1,2,1,2,nan,4,5\n", "nan"},
+                                            {"frame", many, "more than 12"}}) {
     try {
-      Read(text);
+      Read(key, lines);
       ADD_FAILURE() << message;
     } catch (const MediaError& error) {
       EXPECT_THAT(error.what(), testing::HasSubstr(message));
