@@ -16,7 +16,7 @@ struct WideText {
   explicit WideText(const char* text)
       : length(MultiByteToWideChar(CP_ACP, 0, text, -1, characters, static_cast<int>(std::size(characters))) -
                1) {}
-  wchar_t characters[sizeof(TextItem::text)];
+  wchar_t characters[sizeof(TextItem::text)]{};
   int length;
 };
 
