@@ -67,14 +67,9 @@ class SDLDisplayer : public BaseDisplayer {
   void DoRequests();
   Wait WaitMode(HWND newWindow = nullptr) const;
 
-  /// Reasons for a pane that shows nothing.
-  enum class Trouble : uint32_t {
-    NotBound = 1,
-    SdlNotStarted = 2,
-    NoWindow = 4,
-    NoRenderer = 8,
-    Hidden = 16
-  };
+  /// Reasons for a pane that shows nothing, and goes on doing so. A frame that merely comes at the wrong time, as
+  /// to a hidden window, is none.
+  enum class Trouble : uint32_t { SdlNotStarted = 1, NoWindow = 2, NoRenderer = 4 };
   void SayOnce(Trouble trouble, const wchar_t* text);
 
   int32_t TakePlayWnd(HWND hwnd);

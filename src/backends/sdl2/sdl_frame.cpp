@@ -21,8 +21,6 @@ int32_t SDLDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t
 int32_t SDLDisplayer::DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t,
                                    int64_t param2) {
   if ((!m_bound || m_resizePending) && !m_requests.Any()) {
-    SayOnce(Trouble::NotBound,
-            L"SDLDisplayer::DisplayFrame: no NIVRAL_DWInitDraw has worked, frames are refused");
     AdvanceOverlays();
     return 1;
   }
@@ -44,8 +42,6 @@ std::optional<int32_t> SDLDisplayer::DrawInTurn(const FrameView& frame, const Mo
   if (!turn) return std::nullopt;
   CatchUpWithWindow();
   if (m_resizePending || !IsReady()) {
-    if (m_bound && IsWindow(m_hPlayWnd) && !IsWindowVisible(m_hPlayWnd))
-      SayOnce(Trouble::Hidden, L"SDLDisplayer::DisplayFrame: frames are refused while the window is hidden");
     DrawAlgInfo();
     AdvanceOverlays();
     return std::nullopt;
