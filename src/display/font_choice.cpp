@@ -1,19 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include "display/font_choice.h"
 
-std::string ChooseFontFile(const std::string& folder, bool (*exists)(const char* path)) {
-  for (const char* name : {"\\Microsoft YaHei UI.ttf", "\\simfang.ttf", "\\simhei.ttf"}) {
-    std::string path = folder + name;
-    if (exists(path.c_str())) return path;
+#include <cstdio>
+#include <cstring>
+#include <iterator>
+
+void ChooseFontFile(FontFile& file, const char* folder, bool (*exists)(const char* path)) {
+  for (const char* name : {"Microsoft YaHei UI.ttf", "simfang.ttf", "simhei.ttf"}) {
+    std::snprintf(file, sizeof(file), "%s\\%s", folder, name);
+    if (exists(file)) return;
   }
-  return folder + "\\simkai.ttf";
+  std::snprintf(file, sizeof(file), "%s\\simkai.ttf", folder);
 }
 
-std::vector<std::string> FallbackFontFiles(const std::string& path) {
-  const std::string folder = path.substr(0, path.rfind('\\') + 1);
-  std::vector<std::string> files;
-  for (const char* name :
-       {"msyh.ttc", "msyh.ttf", "simsun.ttc", "segoeui.ttf", "tahoma.ttf", "arial.ttf", "micross.ttf"})
-    files.push_back(folder + name);
-  return files;
+bool FallbackFontFile(FontFile& file, const char* path, size_t index) {
+  constexpr const char* kNames[] = {"msyh.ttc",   "msyh.ttf",  "simsun.ttc", "segoeui.ttf",
+                                    "tahoma.ttf", "arial.ttf", "micross.ttf"};
+  if (index >= std::size(kNames)) return false;
+  const char* const slash = std::strrchr(path, '\\');
+  const int folder = slash ? static_cast<int>(slash - path) + 1 : 0;
+  std::snprintf(file, sizeof(file), "%.*s%s", folder, path, kNames[index]);
+  return true;
 }

@@ -3,8 +3,8 @@
 
 #include <windows.h>
 
-#include <vector>
-
+#include "util/mutex_lock.h"
+#include "util/nothrow_list.h"
 #include "util/win_handles.h"
 
 namespace {
@@ -13,27 +13,29 @@ namespace {
 constexpr DWORD kCollection = 0x66637474;
 constexpr DWORD kFile = 0;
 
-std::vector<uint8_t> Read() {
+CMutexLock g_lock;
+NothrowList<uint8_t> g_data;
+
+/// Leaves the data empty when there is no such font, or no memory for it.
+void Read() {
   const UniqueHandleOf<HDC, &DeleteDC> dc(CreateCompatibleDC(nullptr));
   const UniqueHandleOf<HFONT, &DeleteObject> font(
       CreateFontW(-12, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_TT_ONLY_PRECIS,
                   CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_DONTCARE, L"MS Shell Dlg"));
   const HGDIOBJ before = SelectObject(dc.get(), font.get());
-  std::vector<uint8_t> data;
   for (const DWORD table : {kCollection, kFile}) {
     const DWORD size = GetFontData(dc.get(), table, 0, nullptr, 0);
     if (size == GDI_ERROR || size == 0) continue;
-    data.resize(size);
-    if (GetFontData(dc.get(), table, 0, data.data(), size) == size) break;
-    data.clear();
+    if (g_data.resize(size) && GetFontData(dc.get(), table, 0, g_data.data(), size) == size) break;
+    g_data.clear();
   }
   SelectObject(dc.get(), before);
-  return data;
 }
 
 }  // namespace
 
 std::span<const uint8_t> SystemFontFile() {
-  static const std::vector<uint8_t> data = Read();
-  return data;
+  CAutoLock guard(&g_lock);
+  if (g_data.empty()) Read();
+  return {g_data.data(), g_data.size()};
 }

@@ -20,8 +20,9 @@ const Uint16* Units(const wchar_t* text) {
 /// The font of the lookup, else the first that opens of those that the system may have instead.
 TTF_Font* Open(int32_t size) {
   if (TTF_Font* const found = TTF_OpenFont(FontPath(), size)) return found;
-  for (const std::string& file : FallbackFontFiles(FontPath())) {
-    if (TTF_Font* const other = TTF_OpenFont(file.c_str(), size)) return other;
+  FontFile file;
+  for (size_t i = 0; FallbackFontFile(file, FontPath(), i); ++i) {
+    if (TTF_Font* const other = TTF_OpenFont(file, size)) return other;
   }
   const auto data = SystemFontFile();
   if (data.empty()) return nullptr;

@@ -98,16 +98,22 @@ bool Exists(const char* path) {
   return g_fonts.count(path) != 0;
 }
 
+std::string Chosen(const char* folder) {
+  FontFile file;
+  ChooseFontFile(file, folder, &Exists);
+  return file;
+}
+
 TEST(FontChoice, TakesTheFirstThatExistsElseTheLast) {
   g_fonts = {};
-  EXPECT_EQ(ChooseFontFile("F", &Exists), "F\\simkai.ttf");
-  EXPECT_EQ(ChooseFontFile("", &Exists), "\\simkai.ttf");
+  EXPECT_EQ(Chosen("F"), "F\\simkai.ttf");
+  EXPECT_EQ(Chosen(""), "\\simkai.ttf");
   g_fonts = {"F\\simhei.ttf", "F\\simkai.ttf"};
-  EXPECT_EQ(ChooseFontFile("F", &Exists), "F\\simhei.ttf");
+  EXPECT_EQ(Chosen("F"), "F\\simhei.ttf");
   g_fonts.insert("F\\simfang.ttf");
-  EXPECT_EQ(ChooseFontFile("F", &Exists), "F\\simfang.ttf");
+  EXPECT_EQ(Chosen("F"), "F\\simfang.ttf");
   g_fonts.insert("F\\Microsoft YaHei UI.ttf");
-  EXPECT_EQ(ChooseFontFile("F", &Exists), "F\\Microsoft YaHei UI.ttf");
+  EXPECT_EQ(Chosen("F"), "F\\Microsoft YaHei UI.ttf");
 }
 
 }  // namespace
