@@ -11,17 +11,21 @@ constexpr int kBytesPerPixel = 4;
 bool SdlMosaic::Draw(SDL_Renderer* renderer, const MosaicGrid& grid) {
   if (grid.columns == 0 || !EnsureTexture(renderer, grid.columns, grid.rows)) return false;
   const SDL_Rect area = ToSdl(grid.source);
+  const SDL_Rect target = ToSdl(grid.target);
   const auto pitch = static_cast<size_t>(area.w);
-  m_source.resize(pitch * static_cast<size_t>(area.h));
+  if (!m_source.resize(pitch * static_cast<size_t>(area.h)) ||
+      !m_blocks.resize(static_cast<size_t>(grid.columns) * static_cast<size_t>(grid.rows))) {
+    SDL_SetRenderDrawColor(renderer, 0, 0, 0, SDL_ALPHA_OPAQUE);
+    return SDL_RenderFillRect(renderer, &target) == 0;
+  }
   if (SDL_RenderReadPixels(renderer, &area, kFormat, m_source.data(), area.w * kBytesPerPixel) != 0)
     return false;
-  m_blocks.clear();
+  uint32_t* block = m_blocks.data();
   for (int32_t row = 0; row < grid.rows; ++row) {
     const uint32_t* line = &m_source[static_cast<size_t>(grid.SourceY(row)) * pitch];
     for (int32_t column = 0; column < grid.columns; ++column)
-      m_blocks.push_back(line[grid.SourceX(column)]);
+      *block++ = line[grid.SourceX(column)];
   }
-  const SDL_Rect target = ToSdl(grid.target);
   return SDL_UpdateTexture(m_texture.get(), nullptr, m_blocks.data(), grid.columns * kBytesPerPixel) == 0 &&
          SDL_RenderCopy(renderer, m_texture.get(), nullptr, &target) == 0;
 }

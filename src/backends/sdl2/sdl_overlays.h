@@ -41,5 +41,5 @@ class SdlOverlays {
   // Kept from frame to frame for their memory.
   AlgLayout m_alg;
   RectList m_dsm;
-  std::vector<SDL_Rect> m_batch;
+  NothrowList<SDL_Rect> m_batch;
 };

@@ -3,11 +3,10 @@
 
 #include <windows.h>
 
-#include <algorithm>
 #include <climits>
 #include <cstring>
-
-#include "display/records.h"
+#include <new>
+#include <utility>
 
 namespace {
 
@@ -37,44 +36,63 @@ int32_t WidthWithoutWrap(SdlFont& font, const wchar_t* text) {
 
 bool SdlText::Draw(SDL_Renderer* renderer, SdlFont& font, const char* text, int32_t x, int32_t y,
                    int32_t wrapWidth, const OverlayColor& color) {
-  Entry& entry = Find(renderer, font, text, wrapWidth, color);
+  Entry* const entry = Find(renderer, font, text, wrapWidth, color);
   // What could not be rendered is tried again once its entry has aged.
-  if (!entry.texture) return false;
-  entry.lastFrame = m_frame;
-  const SDL_Rect target{x, y, entry.width, entry.height};
-  return SDL_RenderCopy(renderer, entry.texture.get(), nullptr, &target) == 0;
+  if (!entry || !entry->texture) return false;
+  entry->lastFrame = m_frame;
+  const SDL_Rect target{x, y, entry->width, entry->height};
+  return SDL_RenderCopy(renderer, entry->texture.get(), nullptr, &target) == 0;
 }
 
-SdlText::Entry& SdlText::Find(SDL_Renderer* renderer, SdlFont& font, const char* text, int32_t wrapWidth,
+SdlText::Entry* SdlText::Find(SDL_Renderer* renderer, SdlFont& font, const char* text, int32_t wrapWidth,
                               const OverlayColor& color) {
-  for (Entry& entry : m_entries) {
-    if (entry.size == font.Size() && entry.color == color && wrapWidth >= entry.minWrap &&
-        wrapWidth <= entry.maxWrap && entry.text == text) {
+  for (Entry* entry = m_entries.get(); entry; entry = entry->next.get()) {
+    if (entry->size == font.Size() && entry->color == color && wrapWidth >= entry->minWrap &&
+        wrapWidth <= entry->maxWrap && std::strcmp(entry->text, text) == 0) {
       return entry;
     }
   }
+  std::unique_ptr<Entry> entry(new (std::nothrow) Entry);
+  if (!entry) return nullptr;
   const WideText wide(text);
   const int32_t unwrapped = WidthWithoutWrap(font, wide.text);
   const bool free = wrapWidth >= unwrapped;
-  Entry entry{text, font.Size(), color,  free ? unwrapped : wrapWidth, free ? INT_MAX : wrapWidth, nullptr,
-              0,    0,           m_frame};
+  std::memcpy(entry->text, text, strnlen(text, sizeof(entry->text) - 1));
+  entry->size = font.Size();
+  entry->color = color;
+  entry->minWrap = free ? unwrapped : wrapWidth;
+  entry->maxWrap = free ? INT_MAX : wrapWidth;
+  entry->lastFrame = m_frame;
   const SdlSurface surface(font.Render(wide.text, {color.r, color.g, color.b, SDL_ALPHA_OPAQUE}, wrapWidth));
   if (surface) {
-    entry.width = surface->w;
-    entry.height = surface->h;
-    entry.texture.reset(SDL_CreateTextureFromSurface(renderer, surface.get()));
-    SDL_SetTextureBlendMode(entry.texture.get(), SDL_BLENDMODE_BLEND);
+    entry->width = surface->w;
+    entry->height = surface->h;
+    entry->texture.reset(SDL_CreateTextureFromSurface(renderer, surface.get()));
+    SDL_SetTextureBlendMode(entry->texture.get(), SDL_BLENDMODE_BLEND);
   }
-  return m_entries.emplace_back(std::move(entry));
+  entry->next = std::move(m_entries);
+  m_entries = std::move(entry);
+  return m_entries.get();
+}
+
+void SdlText::Clear() {
+  while (m_entries)
+    m_entries = std::move(m_entries->next);
 }
 
 void SdlText::Forget() {
-  for (Entry& entry : m_entries)
-    static_cast<void>(entry.texture.release());
+  for (Entry* entry = m_entries.get(); entry; entry = entry->next.get())
+    static_cast<void>(entry->texture.release());
   Clear();
 }
 
 void SdlText::EndFrame() {
   ++m_frame;
-  std::erase_if(m_entries, [&](const Entry& entry) { return m_frame - entry.lastFrame > kFramesKept; });
+  for (std::unique_ptr<Entry>* link = &m_entries; *link;) {
+    if (m_frame - (*link)->lastFrame > kFramesKept) {
+      *link = std::move((*link)->next);
+    } else {
+      link = &(*link)->next;
+    }
+  }
 }

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <string>
-#include <vector>
+#include <memory>
 
 #include "backends/sdl2/sdl_font.h"
 #include "backends/sdl2/sdl_objects.h"
 #include "display/overlay_types.h"
+#include "display/records.h"
 
 /// Draws text from textures that are rendered once per text, font size, colour and wrap width, and kept as
 /// long as they are in use. Belongs to one renderer at a time.
@@ -21,27 +21,29 @@ class SdlText {
   void EndFrame();
 
   /// To be called before the renderer goes.
-  void Clear() { m_entries.clear(); }
+  void Clear();
 
   /// Lets go of textures that their renderer has taken with it.
   void Forget();
 
  private:
   struct Entry {
-    std::string text;
-    int32_t size;
+    char text[sizeof(TextItem::text)]{};
+    int32_t size = 0;
     OverlayColor color;
-    int32_t minWrap;  ///< range of wrap widths that give this picture
-    int32_t maxWrap;
+    int32_t minWrap = 0;  ///< range of wrap widths that give this picture
+    int32_t maxWrap = 0;
     SdlTexture texture;
-    int32_t width;
-    int32_t height;
-    uint32_t lastFrame;
+    int32_t width = 0;
+    int32_t height = 0;
+    uint32_t lastFrame = 0;
+    std::unique_ptr<Entry> next;
   };
 
-  Entry& Find(SDL_Renderer* renderer, SdlFont& font, const char* text, int32_t wrapWidth,
+  /// Null when there is no memory for another text, which is then left out.
+  Entry* Find(SDL_Renderer* renderer, SdlFont& font, const char* text, int32_t wrapWidth,
               const OverlayColor& color);
 
-  std::vector<Entry> m_entries;
+  std::unique_ptr<Entry> m_entries;
   uint32_t m_frame = 0;
 };

@@ -109,7 +109,8 @@ std::string NameOf(const testing::TestParamInfo<Case>& info) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, FailingAllocations,
-                         testing::Values(Case{1, 10}, Case{2, 10}, Case{0, 1}, Case{1, 1}, Case{2, 1}),
+                         testing::Values(Case{0, 10}, Case{1, 10}, Case{2, 10}, Case{0, 1}, Case{1, 1},
+                                         Case{2, 1}),
                          &NameOf);
 
 }  // namespace
