@@ -174,6 +174,12 @@ BaseDisplayer::DueOverlays BaseDisplayer::AdvanceOverlays() {
   return {AdvanceOverlay(m_alg, m_algQueue.Take(), now), AdvanceOverlay(m_dsm, m_dsmQueue.Take(), now)};
 }
 
+void BaseDisplayer::DropOverlays() {
+  if (m_settings.Get(&PaneSettings::paused)) return;
+  m_algQueue.Take();
+  m_dsmQueue.Take();
+}
+
 void BaseDisplayer::DrawAlgInfoOnYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
                                      int32_t strideV) {
   if (AdvanceBurnIn(m_alg, m_algQueue.Take(), GetTickCount64()))

@@ -131,6 +131,10 @@ class BaseDisplayer {
   };
   DueOverlays AdvanceOverlays();
 
+  /// Takes the records of a frame that is refused, or none while paused, and drops them. For frames on a thread
+  /// that does not have the pane: any thread may call, what is being shown stays as it is.
+  void DropOverlays();
+
   /// Recomputes the mosaic rectangle from its fractions and the play window's client size when `wanted`
   /// holds.
   void FitMosaic(bool (*wanted)(const MosaicSettings&));

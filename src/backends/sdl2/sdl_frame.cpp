@@ -21,7 +21,7 @@ int32_t SDLDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t
 int32_t SDLDisplayer::DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t,
                                    int64_t param2) {
   if ((!m_bound || m_resizePending) && !m_requests.Any()) {
-    AdvanceOverlays();
+    DropOverlays();
     return 1;
   }
   m_lock.LetWindowThreadGoFirst();
@@ -39,7 +39,10 @@ int32_t SDLDisplayer::DisplayFrame(const FrameView& frame, const PaneSettings& s
 std::optional<int32_t> SDLDisplayer::DrawInTurn(const FrameView& frame, const MosaicSettings& mosaic,
                                                 VideoSize& size) {
   const Turn turn(*this);
-  if (!turn) return std::nullopt;
+  if (!turn) {
+    DropOverlays();
+    return std::nullopt;
+  }
   CatchUpWithWindow();
   if (m_resizePending || !IsReady()) {
     DrawAlgInfo();

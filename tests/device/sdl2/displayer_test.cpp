@@ -143,11 +143,12 @@ bool SendCall(HWND window, WPARAM which) {
 /// Sends its window messages in the middle of every frame, as graphics drivers do.
 class MessagingDisplayer : public SDLDisplayer {
  public:
-  MessagingDisplayer() { SetPause(1); }  // DrawAlgInfo is called on every frame
+  using SDLDisplayer::m_algQueue;
 
   void DrawAlgInfo() override { wrong += SendCall(m_hPlayWnd, sent++ % 5) ? 0 : 1; }
 
   int32_t DrawGrey() {
+    m_algQueue.Append({});  // DrawAlgInfo is called on every frame
     TestFrame frame = FlatFrame(64, 48, 126, 128, 128);
     const FrameView f = frame.View();
     return DrawYUV420(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0);
@@ -204,6 +205,7 @@ TEST_F(SdlDisplayerTest, CallsFromHandlersOfSentMessagesNeitherHangNorAnswerThem
   sender.join();
   feeder.join();
   EXPECT_EQ(displayer.wrong, 0);
+  EXPECT_FALSE(displayer.m_algQueue.Take()) << "a frame that got no turn left its record behind";
   g_called = nullptr;
 }
 
