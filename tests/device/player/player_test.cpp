@@ -86,14 +86,13 @@ HWND PaneIn(HWND main, int cell) {
   return WindowFromPoint(middle);
 }
 
-/// The colour of the screenshot where the bus of a road scene's frame has its lower left corner, or the one
-/// to the right when it is mirrored.
-Rgb BusIn(const PngPicture& picture, int cell, int64_t frame, bool mirrored) {
+/// Where the bus of a road scene's frame has its lower left corner in a cell of four, or the one to the right
+/// when it is mirrored.
+POINT BusIn(int cell, int64_t frame, bool mirrored) {
   const PixelArea area = CellOf(cell, 4, {kWidth, kHeight});
   const PixelBox bus = RoadScene(kWidth, kHeight).Vehicles(frame)[2].box;
   const int x = bus.left * area.width / kWidth + 3;
-  return picture.At(area.left + (mirrored ? area.width - x : x),
-                    area.top + bus.bottom * area.height / kHeight - 4);
+  return {area.left + (mirrored ? area.width - x : x), area.top + bus.bottom * area.height / kHeight - 4};
 }
 
 TEST(Player, MenuKeysAndMouseChangeBackendPanesAndPictureWhileItRuns) {
@@ -109,6 +108,10 @@ TEST(Player, MenuKeysAndMouseChangeBackendPanesAndPictureWhileItRuns) {
   SendMessageA(PaneIn(window, 2), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(9, 9));
   SendMessageA(PaneIn(window, 2), WM_LBUTTONUP, 0, MAKELPARAM(9, 9));
   PostMessageA(window, WM_KEYDOWN, 'M', 0);
+  constexpr int64_t kFrameInThirdPane = kFrame + 120;
+  const Rgb body = ToRgb(RoadScene(kWidth, kHeight).Vehicles(kFrame)[2].body);
+  for (const POINT& bus : {BusIn(0, kFrame, false), BusIn(2, kFrameInThirdPane, true)})
+    WaitForPixel(window, bus.x, bus.y, body, kDriverTolerance, 60000);
   PostMessageA(window, WM_KEYDOWN, VK_ESCAPE, 0);
   const PlayerRun run = player.Wait();
   EXPECT_EQ(run.exitCode, 0u) << run.output;
@@ -116,11 +119,10 @@ TEST(Player, MenuKeysAndMouseChangeBackendPanesAndPictureWhileItRuns) {
   const PngPicture picture(shot);
   DeleteFileA(shot.c_str());
   ASSERT_EQ(picture.Width(), kWidth);
-  constexpr int64_t kFrameInThirdPane = kFrame + 120;
-  const Rgb body = ToRgb(RoadScene(kWidth, kHeight).Vehicles(kFrame)[2].body);
-  EXPECT_TRUE(Near(BusIn(picture, 0, kFrame, false), body, kDriverTolerance));
-  EXPECT_TRUE(Near(BusIn(picture, 2, kFrameInThirdPane, true), body, kDriverTolerance));
-  EXPECT_FALSE(Near(BusIn(picture, 2, kFrameInThirdPane, false), body, kDriverTolerance));
+  const auto isBus = [&](const POINT& at) { return Near(picture.At(at.x, at.y), body, kDriverTolerance); };
+  EXPECT_TRUE(isBus(BusIn(0, kFrame, false)));
+  EXPECT_TRUE(isBus(BusIn(2, kFrameInThirdPane, true)));
+  EXPECT_FALSE(isBus(BusIn(2, kFrameInThirdPane, false)));
 }
 
 TEST(Player, SeveralClipsFillThePanesInOrder) {
