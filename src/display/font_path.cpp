@@ -13,7 +13,7 @@ namespace {
 
 static_assert(sizeof(FontFile) == MAX_PATH);
 
-CMutexLock g_lock;
+CMutexLock g_pathLock;
 FontFile g_path;
 
 bool FileExists(const char* path) {
@@ -31,7 +31,7 @@ void FindFontPath() {
 }  // namespace
 
 const char* FontPath() {
-  CAutoLock guard(&g_lock);
+  CAutoLock guard(&g_pathLock);
   if (!*g_path) FindFontPath();
   return g_path;
 }

@@ -13,7 +13,7 @@ namespace {
 constexpr DWORD kCollection = 0x66637474;
 constexpr DWORD kFile = 0;
 
-CMutexLock g_lock;
+CMutexLock g_dataLock;
 NothrowList<uint8_t> g_data;
 
 /// Leaves the data empty when there is no such font, or no memory for it.
@@ -35,7 +35,7 @@ void Read() {
 }  // namespace
 
 std::span<const uint8_t> SystemFontFile() {
-  CAutoLock guard(&g_lock);
+  CAutoLock guard(&g_dataLock);
   if (g_data.empty()) Read();
   return {g_data.data(), g_data.size()};
 }
