@@ -72,6 +72,8 @@ constexpr std::array<WNDPROC, kLevels> kProcedures = Procedures(std::make_index_
 
 size_t TakeLevel(HWND window, const Link& link) {
   CAutoLock guard(&g_linksLock);
+  // Windows that were destroyed after their pane took no hook along that could have forgotten them.
+  std::erase_if(g_links, [](const auto& entry) { return !IsWindow(entry.first); });
   Links& links = g_links[window];
   for (size_t level = 0; level < kLevels; ++level) {
     if (links[level].inChain) continue;
