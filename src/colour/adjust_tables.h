@@ -5,7 +5,7 @@
 
 #include "colour/byte_map.h"
 #include "colour/chroma_map.h"
-#include "display/frame_view.h"
+#include "picture/frame_view.h"
 
 /// Whether settings act on the picture: not all zero and each within its range.
 bool IsAdjustActive(const ColorValues& values);

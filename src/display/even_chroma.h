@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "display/frame_view.h"
+#include "picture/frame_view.h"
 #include "util/nothrow_list.h"
 
 /// Rounds chroma planes up for consumers that take (size + 1) / 2 samples each way, where the client's frames

@@ -6,7 +6,7 @@
 
 #include "colour/adjust_tables.h"
 #include "colour/kernels.h"
-#include "display/frame_view.h"
+#include "picture/frame_view.h"
 
 /// A plane and the place it is copied to, which it does not overlap. A plane of no bytes is not touched.
 struct PlaneCopy {

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "colour/adjust_tables.h"
-#include "display/frame_view.h"
+#include "picture/frame_view.h"
 
 /// A private copy of a frame, kept from frame to frame so that its memory and the tables of the colour
 /// settings are made once.

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "display/frame_view.h"
+#include "picture/frame_view.h"
 
 /// A planar frame that owns its memory, with strides of its own choosing.
 struct TestFrame {

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "display/frame_view.h"
+#include "picture/frame_view.h"
 
 namespace {
 

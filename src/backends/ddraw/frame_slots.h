@@ -9,8 +9,8 @@
 #include <optional>
 
 #include "display/frame_copier.h"
-#include "display/frame_view.h"
 #include "display/records.h"
+#include "picture/frame_view.h"
 
 /// What travels with a frame: the client's value for it and the records that are shown with it.
 struct FrameNote {

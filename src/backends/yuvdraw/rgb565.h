@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "display/frame_view.h"
+#include "picture/frame_view.h"
 
 /// Bottom-up rows of width 16-bit pixels: red in 0xF800, green in 0x07E0, blue in 0x001F. Luma is taken as
 /// full range. For even widths and heights; an odd last column or row is left alone.

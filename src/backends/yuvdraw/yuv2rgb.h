@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "display/frame_view.h"
+#include "picture/frame_view.h"
 
 /// Turns a 4:2:0 frame into a bottom-up 24-bit BMP file. Rows of widths that are not a multiple of 4 are
 /// padded in the file, and an odd last column or row takes the chroma beside it.
