@@ -5,9 +5,9 @@
 
 #include "backends/yuvdraw/yuv_draw.h"
 #include "display/class_label.h"
-#include "display/pixel_rect.h"
 #include "display/records.h"
 #include "picture/frame_view.h"
+#include "picture/pixel_rect.h"
 
 /// A label's area in video pixels and what is to be read there.
 struct BurnInLabel {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "display/pixel_rect.h"
+#include "picture/pixel_rect.h"
 
 /// Side of a mosaic block in pixels; 0 for levels at which nothing is drawn. Levels 1 to 4 count threefold,
 /// 5, 10, 20, 30 and 50 stand for 1 to 5, and any other counts as it is. Limited to more than any display.

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "display/pixel_rect.h"
+#include "picture/pixel_rect.h"
 #include "util/nothrow_list.h"
 
 struct OverlayColor {

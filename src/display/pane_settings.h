@@ -4,8 +4,8 @@
 #include <cstdint>
 
 #include "display/geometry.h"
-#include "display/pixel_rect.h"
 #include "nivral/nivral.h"
+#include "picture/pixel_rect.h"
 
 /// A callback and the client's context for it.
 template <class Function>

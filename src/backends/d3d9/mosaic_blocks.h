@@ -5,8 +5,8 @@
 
 #include "backends/d3d9/yv12_surface.h"
 #include "backends/d3d9/zoom.h"
-#include "display/pixel_rect.h"
 #include "picture/frame_view.h"
+#include "picture/pixel_rect.h"
 
 /// Source samples on a side of a mosaic block; on the surface a block is this times the zoom factor.
 constexpr int32_t kMosaicBlock = 16;

@@ -7,7 +7,7 @@
 #include <span>
 
 #include "backends/d3d9/zoom.h"
-#include "display/pixel_rect.h"
+#include "picture/pixel_rect.h"
 
 /// Thousandths of the frame. Clients may store any values.
 struct MilleRect {

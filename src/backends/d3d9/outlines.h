@@ -4,7 +4,7 @@
 #include <d3dx9.h>
 
 #include "backends/d3d9/primitive_batch.h"
-#include "display/pixel_rect.h"
+#include "picture/pixel_rect.h"
 
 /// Draws outlines of boxes, a pixel wide.
 class Outlines {

@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "display/class_label.h"
-#include "display/pixel_rect.h"
 #include "display/records.h"
+#include "picture/pixel_rect.h"
 
 /// A class that gets its own colours.
 constexpr uint16_t kPersonClass = 1;

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "display/pixel_rect.h"
+#include "picture/pixel_rect.h"
 
 // Colours are 0xAARRGGBB.
 constexpr uint32_t kGreen = 0xFF00FF00;

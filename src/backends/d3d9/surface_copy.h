@@ -7,8 +7,8 @@
 
 #include "backends/d3d9/yv12_surface.h"
 #include "backends/d3d9/zoom.h"
-#include "display/pixel_rect.h"
 #include "picture/frame_view.h"
+#include "picture/pixel_rect.h"
 
 /// Whether the planes can hold such a frame: none missing, and rows that do not overlap.
 bool HoldsFrame(const FrameView& frame, int32_t width, int32_t height);

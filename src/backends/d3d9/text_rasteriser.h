@@ -6,8 +6,8 @@
 #include <array>
 #include <cstdint>
 
-#include "display/pixel_rect.h"
 #include "display/records.h"
+#include "picture/pixel_rect.h"
 #include "util/com_ptr.h"
 
 /// Room that no line of text fills.

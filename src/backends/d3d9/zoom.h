@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "backends/d3d9/yv12_surface.h"
-#include "display/pixel_rect.h"
+#include "picture/pixel_rect.h"
 
 /// The zoomed part of the frame: its top left corner in thousandths, and the factor, 1 to kMaxZoom.
 struct ZoomState {

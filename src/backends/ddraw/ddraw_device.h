@@ -6,7 +6,7 @@
 #include <ddraw.h>
 
 #include "backends/ddraw/pixel_layout.h"
-#include "display/pixel_rect.h"
+#include "picture/pixel_rect.h"
 #include "util/com_ptr.h"
 
 using DDrawSurface = ComPtr<IDirectDrawSurface7>;

@@ -2,7 +2,7 @@
 // Where things go: from the play rectangle in the window to the part of the screen that a blit may touch.
 #pragma once
 
-#include "display/pixel_rect.h"
+#include "picture/pixel_rect.h"
 
 /// Largest side of a drawn area, in pixels; what graphics drivers take as a surface everywhere.
 constexpr int64_t kMaxAreaSide = 8192;

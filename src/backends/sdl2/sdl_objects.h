@@ -6,7 +6,7 @@
 
 #include <memory>
 
-#include "display/pixel_rect.h"
+#include "picture/pixel_rect.h"
 
 template <auto Destroy>
 struct SdlDeleter {
