@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "display/geometry.h"
+#include "picture/geometry.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "display/class_label.h"
-#include "display/geometry.h"
+#include "picture/geometry.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "display/geometry.h"
 #include "nivral/nivral.h"
+#include "picture/geometry.h"
 #include "picture/pixel_rect.h"
 
 /// A callback and the client's context for it.

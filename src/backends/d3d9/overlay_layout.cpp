@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "backends/d3d9/overlay_shapes.h"
-#include "display/geometry.h"
+#include "picture/geometry.h"
 
 namespace {
 
