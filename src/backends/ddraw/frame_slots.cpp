@@ -3,7 +3,7 @@
 
 #include <new>
 
-#include "display/plane_copy.h"
+#include "picture/plane_copy.h"
 
 namespace {
 

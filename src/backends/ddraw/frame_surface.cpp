@@ -6,7 +6,7 @@
 #include "backends/ddraw/ddraw_error.h"
 #include "backends/ddraw/surface_access.h"
 #include "colour/convert.h"
-#include "display/plane_copy.h"
+#include "picture/plane_copy.h"
 
 namespace {
 
