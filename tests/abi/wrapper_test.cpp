@@ -16,6 +16,7 @@
 #include "support/frames.h"
 #include "support/screen.h"
 #include "support/test_window.h"
+#include "support/wait.h"
 
 namespace {
 
@@ -23,7 +24,6 @@ using namespace nivral;
 
 constexpr int kWidth = 320;
 constexpr int kHeight = 240;
-constexpr ULONGLONG kPatienceMs = 60000;
 
 class Wrapper : public testing::Test {
  protected:
@@ -33,17 +33,6 @@ class Wrapper : public testing::Test {
   const Library m_library{Start::kSdl2};
   TestWindow m_window{kWidth, kHeight};
 };
-
-/// Handles messages until `done` or patience ends.
-template <class Condition>
-bool WaitUntil(Condition done) {
-  const ULONGLONG end = GetTickCount64() + kPatienceMs;
-  while (!done()) {
-    if (GetTickCount64() > end) return false;
-    Pump(5);
-  }
-  return true;
-}
 
 Frame FrameOf(const TestFrame& frame, uint32_t param1 = 0, int64_t param2 = 0) {
   return {frame.y.data(), static_cast<uint32_t>(frame.strideY),  frame.u.data(),
@@ -56,8 +45,7 @@ const TestFrame kWhite = FlatFrame(kWidth, kHeight, 235, 128, 128);
 
 void DrawUntilSeen(Display& display, HWND window, const TestFrame& frame, const Rgb& corner) {
   EXPECT_TRUE(display.Draw(FrameOf(frame)));
-  EXPECT_TRUE(WaitUntil(
-      [&] { return Near(WaitForPixel(window, kWidth - 1, kHeight - 1, corner, 0, 0), corner, 0); }));
+  EXPECT_TRUE(Near(WaitForPixel(window, kWidth - 1, kHeight - 1, corner, 0), corner, 0));
 }
 
 /// What a black frame looks like under the overlays that `set` sets on a new display.

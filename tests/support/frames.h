@@ -2,6 +2,7 @@
 // Test pictures.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -15,7 +16,7 @@ struct TestFrame {
         strideY(lumaStride),
         strideUV(chromaStride),
         y(static_cast<size_t>(lumaStride) * static_cast<size_t>(h)),
-        u(static_cast<size_t>(chromaStride) * static_cast<size_t>(h / 2)),
+        u(std::max<size_t>(static_cast<size_t>(chromaStride) * static_cast<size_t>(h / 2), 1)),
         v(u.size()) {}
   TestFrame(int32_t w, int32_t h) : TestFrame(w, h, w, w / 2) {}
 

@@ -119,11 +119,13 @@ void PrintTo(const ProcessCounts& c, std::ostream* out) {
        << c.gdiObjects << " GDI objects, " << c.windows << " windows";
 }
 
+bool HasGrown(const ProcessCounts& before, const ProcessCounts& after, size_t heapSlack) {
+  return after.threads > before.threads || after.handles > before.handles + 2 ||
+         after.heapBytes > before.heapBytes + heapSlack || after.gdiObjects > before.gdiObjects + 1 ||
+         after.windows > before.windows;
+}
+
 void ExpectNoGrowth(const ProcessCounts& before, const ProcessCounts& after, size_t heapSlack) {
-  SCOPED_TRACE(testing::PrintToString(before) + " -> " + testing::PrintToString(after));
-  EXPECT_LE(after.threads, before.threads);
-  EXPECT_LE(after.handles, before.handles + 2);
-  EXPECT_LE(after.heapBytes, before.heapBytes + heapSlack);
-  EXPECT_LE(after.gdiObjects, before.gdiObjects + 1);
-  EXPECT_LE(after.windows, before.windows);
+  EXPECT_FALSE(HasGrown(before, after, heapSlack))
+      << testing::PrintToString(before) << " -> " << testing::PrintToString(after);
 }

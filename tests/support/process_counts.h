@@ -20,5 +20,19 @@ ProcessCounts CountSettledProcess();
 
 void PrintTo(const ProcessCounts& counts, std::ostream* out);
 
-/// EXPECTs that nothing came to `before` but `heapSlack` bytes and the odd handle that systems keep.
+/// Whether anything came to `before` but `heapSlack` bytes and the odd handle that systems keep.
+bool HasGrown(const ProcessCounts& before, const ProcessCounts& after, size_t heapSlack);
+
+/// EXPECTs that nothing came to it.
 void ExpectNoGrowth(const ProcessCounts& before, const ProcessCounts& after, size_t heapSlack);
+
+/// EXPECTs that rounds keep nothing, after a few that fill caches.
+template <class Round>
+void ExpectRoundsKeepNothing(int rounds, size_t heapSlack, Round&& round) {
+  for (int i = 0; i < 5; ++i)
+    round();
+  const ProcessCounts before = CountSettledProcess();
+  for (int i = 0; i < rounds; ++i)
+    round();
+  ExpectNoGrowth(before, CountSettledProcess(), heapSlack);
+}

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "support/screen.h"
 
+#include <cmath>
 #include <cstdlib>
 #include <ostream>
+
+#include "support/wait.h"
 
 ScreenShot::ScreenShot(const RECT& area)
     : m_width(area.right - area.left),
@@ -47,15 +50,25 @@ RECT ClientOnScreen(HWND window) {
   return area;
 }
 
-Rgb WaitForPixel(HWND window, int x, int y, const Rgb& expected, int tolerance, DWORD timeoutMs) {
-  const ULONGLONG end = GetTickCount64() + timeoutMs;
-  for (;;) {
+Rgb ToRgb(int y, int u, int v, bool limitedRange) {
+  const double luma = limitedRange ? (y - 16) * 255.0 / 219.0 : y;
+  const double scale = limitedRange ? 255.0 / 224.0 : 1.0;
+  const double blue = (u - 128) * scale, red = (v - 128) * scale;
+  const auto channel = [](double value) {
+    return static_cast<int>(std::lround(std::clamp(value, 0.0, 255.0)));
+  };
+  return {channel(luma + 1.402 * red), channel(luma - 0.344136 * blue - 0.714136 * red),
+          channel(luma + 1.772 * blue)};
+}
+
+Rgb WaitForPixel(HWND window, int x, int y, const Rgb& expected, int tolerance) {
+  Rgb seen{};
+  WaitUntil([&] {
     const RECT client = ClientOnScreen(window);
-    const Rgb seen =
-        ScreenShot({client.left + x, client.top + y, client.left + x + 1, client.top + y + 1}).At(0, 0);
-    if (Near(seen, expected, tolerance) || GetTickCount64() > end) return seen;
-    Sleep(5);
-  }
+    seen = ScreenShot({client.left + x, client.top + y, client.left + x + 1, client.top + y + 1}).At(0, 0);
+    return Near(seen, expected, tolerance);
+  });
+  return seen;
 }
 
 void PrintTo(const Rgb& color, std::ostream* out) {

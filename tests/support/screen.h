@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+#include <climits>
 #include <cstdint>
 #include <iosfwd>
 #include <vector>
@@ -36,9 +38,30 @@ bool Near(const Rgb& a, const Rgb& b, int tolerance);
 /// A client rectangle of `window`, or its whole client area, in screen coordinates.
 RECT ClientOnScreen(HWND window);
 
-/// Presenting is asynchronous: polls one client pixel for up to `timeoutMs` and returns its colour as soon as
-/// it is near `expected`, else the last colour seen.
-Rgb WaitForPixel(HWND window, int x, int y, const Rgb& expected, int tolerance = 2, DWORD timeoutMs = 2000);
+/// The colour of a BT.601 sample.
+Rgb ToRgb(int y, int u, int v, bool limitedRange);
+
+/// Presenting is asynchronous: waits until a client pixel is near `expected` and returns its colour, else the last
+/// one seen.
+Rgb WaitForPixel(HWND window, int x, int y, const Rgb& expected, int tolerance = 2);
+
+/// How many pixels of an area meet a condition, and their extent.
+struct Found {
+  int count = 0;
+  RECT box{INT_MAX, INT_MAX, -1, -1};  ///< right and bottom are the last ones
+};
+template <class Is>
+Found Find(const ScreenShot& shot, Is&& is, RECT area = {0, 0, INT_MAX, INT_MAX}) {
+  Found found;
+  for (LONG y = area.top; y < std::min<LONG>(area.bottom, shot.Height()); ++y)
+    for (LONG x = area.left; x < std::min<LONG>(area.right, shot.Width()); ++x) {
+      if (!is(shot.At(x, y))) continue;
+      ++found.count;
+      found.box = {std::min(found.box.left, x), std::min(found.box.top, y), std::max(found.box.right, x),
+                   std::max(found.box.bottom, y)};
+    }
+  return found;
+}
 
 void PrintTo(const Rgb& color, std::ostream* out);
 

@@ -303,18 +303,12 @@ TEST_F(DirectSound, AFailedOpenHoldsNothing) {
 
 TEST_F(DirectSound, RoundsLeaveNothingBehind) {
   spy.reset();  // what it notes would be counted
-  const auto round = [this] {
+  ExpectRoundsKeepNothing(30, 16384, [this] {
     CDirectSound sound;
     EXPECT_EQ(Open(sound), 1);
     EXPECT_EQ(sound.Start(), 1);
     Sleep(10);
-  };
-  for (int i = 0; i < 5; ++i)
-    round();
-  const ProcessCounts before = CountSettledProcess();
-  for (int i = 0; i < 30; ++i)
-    round();
-  ExpectNoGrowth(before, CountSettledProcess(), 16384);
+  });
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "nivral/nivral.h"
+#include "support/wait.h"
 
 constexpr WAVEFORMATEX kPcm8k{WAVE_FORMAT_PCM, 1, 8000, 16000, 2, 16, 0};
 constexpr uint32_t kBufferBytes = 1280;
@@ -53,13 +54,3 @@ inline ULONGLONG TimeStop(void* handle) {
 /// since Stop waits for the callback and not for what is queued.
 constexpr uint32_t kLongBufferBytes = 160000;
 constexpr ULONGLONG kStopLimitMs = 5000;
-
-/// Polls for up to a minute.
-template <class Condition>
-bool WaitUntil(Condition condition) {
-  for (int i = 0; i < 12000; ++i) {
-    if (condition()) return true;
-    Sleep(5);
-  }
-  return condition();
-}

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "support/pane.h"
+
+#include <algorithm>
+
+#include "nivral/nivral.h"
+
+namespace {
+
+void Mark(TestFrame& f, uint8_t luma) {
+  for (int y = 0; y < f.height; ++y)
+    for (int x = 0; x < f.width; ++x)
+      if ((x < kMark || x >= f.width - kMark) && (y < kMark || y >= f.height - kMark))
+        f.y[static_cast<size_t>(y * f.strideY + x)] = luma;
+}
+
+}  // namespace
+
+Pane::Pane(uint32_t type, int width, int height, int x, int y, DWORD style)
+    : window(width, height, x, y, style) {
+  EXPECT_EQ(NIVRAL_DWOpenDrawEx(&handle, type), 0u);
+  NIVRAL_DWSetHwnd(handle, window.Handle());
+}
+
+uint32_t Pane::Draw(TestFrame& f, int64_t param2) {
+  return NIVRAL_DWDrawYUV420(handle, f.y.data(), static_cast<uint32_t>(f.strideY), f.u.data(), f.v.data(),
+                             static_cast<uint32_t>(f.strideUV), 7, param2);
+}
+
+/// What the screen shows of the middle of the mark: at the planes' ends drivers mix chroma that is not of the frame.
+Rgb Pane::Corner() const {
+  const RECT area = ClientOnScreen(window.Handle());
+  const auto place = [](LONG from, LONG to, int length) {
+    return to - 1 - (to - from) * std::min(kMark, length) / 2 / std::max(length, 1);
+  };
+  const LONG x = place(area.left, area.right, m_width), y = place(area.top, area.bottom, m_height);
+  return ScreenShot({x, y, x + 1, y + 1}).At(0, 0);
+}
+
+bool Pane::ShowsMark(int luma, bool limited) const {
+  return Near(Corner(), ToRgb(luma, 128, 128, limited), 2);
+}
+
+void Pane::Start(int width, int height) {
+  Init(width, height);
+  Settle(width, height);
+}
+
+void Pane::Settle(int width, int height) {
+  TestFrame frame = FlatFrame(width, height, 16, 128, 128);
+  m_mark = 24;
+  m_width = width, m_height = height;
+  Mark(frame, 24);
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_TRUE(WaitUntil([&] {
+      if (Draw(frame) != 0) return false;
+      Pump(20);
+      limitedRange = ShowsMark(m_mark, true);
+      return limitedRange || ShowsMark(m_mark, false);
+    })) << width
+        << "x" << height << ": " << testing::PrintToString(Corner());
+  }
+}
+
+ScreenShot Pane::Show(TestFrame& frame, int lighter) {
+  m_mark = m_mark == 64 ? 24 : m_mark + 8;
+  m_width = frame.width, m_height = frame.height;
+  Mark(frame, static_cast<uint8_t>(m_mark));
+  EXPECT_EQ(Draw(frame), 0u);
+  EXPECT_TRUE(WaitUntil([&] { return ShowsMark(m_mark + lighter, limitedRange); }))
+      << "the frame did not reach the screen: " << testing::PrintToString(Corner());
+  return ScreenShot(ClientOnScreen(window.Handle()));
+}
