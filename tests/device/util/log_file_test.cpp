@@ -118,19 +118,6 @@ TEST(LogFile, TrimsItsFolderToTheBudget) {
   EXPECT_TRUE(fs::exists(host.LogFolder() / L"a folder" / L"x.bin"));
 }
 
-TEST(LogFile, TakesASmallBudgetForFive) {
-  const LogHost host;
-  host.SetSettings("[LOG]\r\nSIZE=3\r\n");
-  MakeFile(host.LogFolder() / L"a.bin", 2 * kMiB);
-  MakeFile(host.LogFolder() / L"b.bin", 3 * kMiB - 1);
-  ASSERT_EQ(host.Run(L"levels"), 0U);
-  EXPECT_THAT(host.LogNames(), SizeIs(3)) << "one byte below five MiB";
-  MakeFile(host.LogFolder() / L"b.bin", 3 * kMiB);
-  ASSERT_EQ(host.Run(L"levels"), 0U);
-  EXPECT_FALSE(fs::exists(host.LogFolder() / L"a.bin"));
-  EXPECT_TRUE(fs::exists(host.LogFolder() / L"b.bin"));
-}
-
 TEST(LogFile, LosesLinesQuietlyWhereItCannotWrite) {
   const LogHost host;
   MakeFile(host.Folder() / L"Log", 1);

@@ -6,7 +6,7 @@
 #include <atomic>
 
 #include "support/import_patch.h"
-#include "support/process_counts.h"
+#include "support/wait.h"
 
 namespace {
 
@@ -29,16 +29,14 @@ struct Body {
   }
   DWORD ExitCode() const {
     DWORD code = STILL_ACTIVE;
-    WaitForSingleObject(thread, 1000);
+    WaitForSingleObject(thread, 60000);
     GetExitCodeThread(thread, &code);
     return code;
   }
 };
 
 void WaitForRuns(const Body& body, int runs) {
-  for (int i = 0; i < 500 && body.runs < runs; ++i)
-    Sleep(10);
-  ASSERT_EQ(body.runs, runs);
+  ASSERT_TRUE(WaitUntil([&] { return body.runs == runs; }));
 }
 
 DWORD UntilStopped(void* argument) {
@@ -87,9 +85,7 @@ TEST(ThreadBase, TerminatesABodyThatIgnoresTheStopEvent) {
   WaitForRuns(body, 1);
   const ULONGLONG start = GetTickCount64();
   EXPECT_EQ(thread.Stop(200), 1);
-  const ULONGLONG took = GetTickCount64() - start;
-  EXPECT_GE(took, 190u);
-  EXPECT_LE(took, 1000u);
+  EXPECT_GE(GetTickCount64() - start, 190u);
   EXPECT_EQ(body.ExitCode(), 0xFFFFFFFFu);
   const int ticks = body.ticks;
   Sleep(50);
@@ -132,22 +128,6 @@ TEST(ThreadBase, AThreadThatCannotBeMadeMayBeTriedAgain) {
   EXPECT_EQ(thread.Start(&UntilStopped, &body), 1);
   WaitForRuns(body, 1);
   EXPECT_EQ(thread.Stop(INFINITE), 1);
-}
-
-TEST(ThreadBase, RoundsLeaveNoHandleBehind) {
-  const auto round = [] {
-    CThreadBase thread;
-    Body body;
-    body.owner = &thread;
-    thread.Start(&UntilStopped, &body);
-    thread.Stop(INFINITE);
-  };
-  round();
-  CountProcess();  // the first count loads what it needs itself
-  const ProcessCounts before = CountSettledProcess();
-  for (int i = 0; i < 50; ++i)
-    round();
-  ExpectNoGrowth(before, CountSettledProcess(), 1024);
 }
 
 }  // namespace
