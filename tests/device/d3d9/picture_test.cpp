@@ -6,14 +6,6 @@
 
 namespace {
 
-Rgb FullRange(int y, int u, int v) {
-  const auto clamp = [](double value) {
-    return static_cast<int>(std::lround(std::clamp(value, 0.0, 255.0)));
-  };
-  return {clamp(y + 1.402 * (v - 128)), clamp(y - 0.344136 * (u - 128) - 0.714136 * (v - 128)),
-          clamp(y + 1.772 * (u - 128))};
-}
-
 TestFrame Mirrored(TestFrame frame, uint32_t mode) {
   for (auto* plane : {&frame.y, &frame.u, &frame.v}) {
     const auto width = static_cast<std::ptrdiff_t>(plane == &frame.y ? frame.strideY : frame.strideUV);
@@ -22,32 +14,6 @@ TestFrame Mirrored(TestFrame frame, uint32_t mode) {
       std::reverse(row, row + width);
   }
   return frame;
-}
-
-TEST(D3dPicture, FlatColours) {
-  D3DPane pane;
-  for (const auto& [y, u, v] : {std::array{81, 90, 240}, {145, 54, 34}, {41, 240, 110}, {200, 100, 140}}) {
-    TestFrame frame = FlatFrame(kPaneWidth, kPaneHeight, static_cast<uint8_t>(y), static_cast<uint8_t>(u),
-                                static_cast<uint8_t>(v));
-    EXPECT_EQ(pane.DrawTwice(frame), 0);
-    for (int x : {0, 80, 159})
-      EXPECT_PIXEL(pane.window.Handle(), x, x * 119 / 159, {FullRange(y, u, v)});
-  }
-}
-
-TEST(D3dPicture, EveryPixelInItsPlaceWithPaddedRows) {
-  D3DPane pane;
-  TestFrame frame = PlacesFrame();
-  pane.DrawTwice(frame);
-  ExpectLuma(pane, ReferenceZoom(frame, kPaneWidth, {}));
-
-  TestFrame padded(kPaneWidth, kPaneHeight, kPaneWidth + 32, kPaneWidth / 2 + 16);
-  padded.Fill(40, 128, 128);
-  for (size_t i = 0; i < padded.y.size(); ++i)
-    if (i % static_cast<size_t>(padded.strideY) >= kPaneWidth) padded.y[i] = 255;
-  EXPECT_EQ(pane.Draw(padded), 0x2FFF) << "another layout drops a frame";
-  EXPECT_EQ(pane.Draw(padded), 0);
-  ExpectLuma(pane, ReferenceZoom(padded, kPaneWidth, {}));
 }
 
 /// Anything but a bright patch of that place, in parts of the window, on a darker ground is stale or missing.

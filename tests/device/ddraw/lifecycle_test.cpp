@@ -64,22 +64,6 @@ TEST(DDrawResults, TheWindowMayComeAfterInitDraw) {
   EXPECT_PIXEL(window.Handle(), 80, 60, {ColourOf(displayer.Road(), 81, 90, 240)});
 }
 
-TEST(DDrawResults, AHiddenWindowTakesFramesAndShowsTheNextOnes) {
-  DDrawPane pane(160, 120);
-  ASSERT_EQ(pane.displayer->InitDraw(64, 48, 0), kOk);
-  TestFrame red = Red();
-  for (const int state : {SW_HIDE, SW_MINIMIZE}) {
-    ShowWindow(pane.window.Handle(), state);
-    Pump(30);
-    for (int i = 0; i < 5; ++i)
-      EXPECT_EQ(pane.Draw(red), kOk);
-    ShowWindow(pane.window.Handle(), SW_SHOWNORMAL);
-    Pump(30);
-    const Rgb colour = ColourOf(pane.displayer->Road(), 81, 90, 240);
-    EXPECT_TRUE(Near(pane.DrawUntil(red, 80, 60, colour), colour, 2));
-  }
-}
-
 /// Lets the next calls of Blt and RestoreAllSurfaces fail, as after a change of the display mode.
 class LossInjection {
  public:
@@ -257,81 +241,6 @@ TEST(DDrawThreads, FreeDrawOnTheWindowsThreadAnswersTheCallback) {
     pane.Draw(grey);
     Sleep(static_cast<DWORD>(i * 3));
     EXPECT_EQ(pane.displayer->FreeDraw(), kOk);
-  }
-}
-
-/// NIVRAL_SOAK_CYCLES sets another length.
-int Cycles() {
-  const char* wanted = std::getenv("NIVRAL_SOAK_CYCLES");
-  return wanted ? std::atoi(wanted) : 6;
-}
-
-void OpenDrawClose(HWND window, TestFrame& frame) {
-  CDirectDraw displayer;
-  displayer.SetPlayWnd(window);
-  EXPECT_EQ(displayer.InitDraw(64, 48, 0), kOk);
-  displayer.SetOSDText(0, "channel 1", 4, 4, 0, 0xFF);
-  const uint32_t before = displayer.ShownCount();
-  const FrameView f = frame.View();
-  displayer.DrawYUV420(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0);
-  for (int i = 0; i < 400 && displayer.ShownCount() == before; ++i)
-    Pump(5);
-  EXPECT_NE(displayer.ShownCount(), before);
-}
-
-TEST(DDrawSoak, OpeningAndClosingPanesKeepsNothing) {
-  const TestWindow window(160, 120);
-  TestFrame grey = GreyFrame();
-  for (int i = 0; i < 2; ++i)
-    OpenDrawClose(window.Handle(), grey);
-  const ProcessCounts before = CountSettledProcess();
-  const int cycles = Cycles();
-  for (int i = 0; i < cycles; ++i)
-    OpenDrawClose(window.Handle(), grey);
-  const ProcessCounts after = CountSettledProcess();
-  std::printf("%d cycles: %s -> %s\n", cycles, testing::PrintToString(before).c_str(),
-              testing::PrintToString(after).c_str());
-  ExpectNoGrowth(before, after, 4096);
-}
-
-/// NIVRAL_SOAK_SECONDS sets another length.
-TEST(DDrawSoak, FourPanesUnderRandomResizes) {
-  const char* wanted = std::getenv("NIVRAL_SOAK_SECONDS");
-  const auto end = Clock::now() + std::chrono::seconds(wanted ? std::atoi(wanted) : 2);
-  std::vector<std::unique_ptr<DDrawPane>> panes;
-  for (int i = 0; i < 4; ++i) {
-    panes.push_back(std::make_unique<DDrawPane>(200, 150, i % 2 ? FrameRoad::Rgb : FrameRoad::Automatic,
-                                                40 + i % 2 * 420, 60 + i / 2 * 360));
-    ASSERT_EQ(panes.back()->displayer->InitDraw(352, 288, 0), kOk);
-    panes.back()->displayer->SetOSDText(0, "pane", 8, 8, 0, 0xFFFFFF);
-  }
-  std::atomic<bool> stop{false};
-  std::vector<std::thread> feeders;
-  for (auto& pane : panes) {
-    feeders.emplace_back([&stop, &pane] {
-      TestFrame frame = GradientFrame(352, 288);
-      while (!stop) {
-        EXPECT_EQ(pane->Draw(frame), kOk);
-        Sleep(20);
-      }
-    });
-  }
-  std::mt19937 random(7);
-  std::uniform_int_distribution<int> side(1, 350);
-  while (Clock::now() < end) {
-    auto& pane = panes[random() % panes.size()];
-    pane->window.ResizeClient(side(random), side(random));
-    pane->displayer->AdjustWinRect();
-    Pump(10);
-  }
-  stop = true;
-  for (std::thread& feeder : feeders)
-    feeder.join();
-  for (auto& pane : panes) {
-    pane->window.ResizeClient(200, 150);
-    TestFrame grey = GreyFrame(352, 288);
-    const Rgb colour = ColourOf(pane->displayer->Road(), 126, 128, 128);
-    EXPECT_TRUE(Near(pane->DrawUntil(grey, 190, 140, colour), colour, 2));
   }
 }
 

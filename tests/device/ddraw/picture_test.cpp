@@ -24,16 +24,6 @@ class DDrawPicture : public testing::TestWithParam<FrameRoad> {
 INSTANTIATE_TEST_SUITE_P(Roads, DDrawPicture, testing::Values(FrameRoad::Yv12, FrameRoad::Rgb),
                          [](const auto& road) { return road.param == FrameRoad::Yv12 ? "Yv12" : "Rgb"; });
 
-TEST_P(DDrawPicture, ShowsFlatColoursOverTheWholeClientArea) {
-  DDrawPane pane(200, 120, GetParam());
-  ASSERT_EQ(pane.displayer->InitDraw(64, 48, 0), 0);
-  EXPECT_EQ(pane.displayer->Road(), GetParam());
-  for (auto [y, u, v] : {std::tuple<uint8_t, uint8_t, uint8_t>{81, 90, 240}, {145, 54, 34}, {41, 240, 110}}) {
-    TestFrame frame = FlatFrame(64, 48, y, u, v);
-    ExpectFlat(pane, frame, {0, 0, 200, 120});
-  }
-}
-
 TEST_P(DDrawPicture, StretchesIntoThePlayRectangleOnly) {
   DDrawPane pane(240, 160, GetParam());
   ASSERT_EQ(pane.displayer->InitDraw(64, 48, 0), 0);
@@ -144,18 +134,6 @@ TEST(DDrawRoad, TheDriversYv12IsTakenWhenItWorks) {
   DDrawPane pane(160, 120);
   ASSERT_EQ(pane.displayer->InitDraw(64, 48, 0), 0);
   EXPECT_EQ(pane.displayer->Road(), FrameRoad::Yv12);
-}
-
-TEST(DDrawRoad, AFreedPaneGivesItsAreaBackToTheClient) {
-  DDrawPane pane(160, 120);
-  ASSERT_EQ(pane.displayer->InitDraw(64, 48, 0), 0);
-  TestFrame grey = GreyFrame();
-  const Rgb colour = ColourOf(pane.displayer->Road(), 126, 128, 128);
-  EXPECT_TRUE(Near(pane.DrawUntil(grey, 80, 60, colour), colour, 2));
-  EXPECT_EQ(pane.displayer->FreeDraw(), 0);
-  EXPECT_NE(pane.Draw(grey), 0);
-  Pump(50);
-  EXPECT_PIXEL(pane.window.Handle(), 80, 60, {255, 255, 255});
 }
 
 }  // namespace
