@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "media_error.h"
 
@@ -133,22 +134,26 @@ void ClipStream::Feed() {
 }
 
 /// Pictures before the first key frame after a jump cannot be decoded right. Of those that come too late, the
-/// ones that no other needs are left out, and when that does not help, all up to the next key frame.
+/// ones that no other needs are left out, and when that does not help, all up to the next key frame; but where
+/// some have no time of their own, none, since those behind them are counted.
 bool ClipStream::IsToBeLeftOut(const AVPacket& packet) {
   constexpr double kLate = 0.3;
   constexpr double kFarTooLate = 2;
   if (m_kind != AVMEDIA_TYPE_VIDEO) return false;
+  if (std::exchange(m_mayBeCut, false)) return true;
   const bool isKey = (packet.flags & AV_PKT_FLAG_KEY) != 0;
   if (m_packetsBeforeKey > 0) {
     m_packetsBeforeKey = isKey ? 0 : m_packetsBeforeKey - 1;
     if (!isKey) return true;
   }
   const int64_t at = packet.pts != AV_NOPTS_VALUE ? packet.pts : packet.dts;
-  if (m_counts || at == AV_NOPTS_VALUE) return false;
-  const double late = m_wanted - (static_cast<double>(at) * m_tick - m_start);
-  if (late > kFarTooLate && !m_exact) m_keysOnly = true;
-  if (m_keysOnly && isKey && late <= kFarTooLate) m_keysOnly = false;
-  m_decoder->skip_frame = late > kLate ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
+  m_lacksTimes = m_lacksTimes || at == AV_NOPTS_VALUE;
+  m_decoder->skip_frame = AVDISCARD_DEFAULT;
+  if (m_counts || m_lacksTimes) return false;
+  const double late = m_exact ? 0 : m_wanted - (static_cast<double>(at) * m_tick - m_start);
+  if (late > kFarTooLate) m_keysOnly = true;
+  if (isKey && late <= kFarTooLate) m_keysOnly = false;
+  if (late > kLate) m_decoder->skip_frame = AVDISCARD_NONREF;
   return m_keysOnly && !isKey;
 }
 
@@ -171,6 +176,7 @@ bool ClipStream::JumpTo(double seconds) {
   if (av_seek_frame(m_format.get(), m_index, at, AVSEEK_FLAG_BACKWARD) < 0) return false;
   avcodec_flush_buffers(m_decoder.get());
   m_packetsBeforeKey = kLongestWaitForKey;
+  m_mayBeCut = (m_format->iformat->flags & AVFMT_TS_DISCONT) != 0;
   m_keysOnly = false;
   m_hasTime = false;
   m_wanted = seconds;
@@ -189,5 +195,6 @@ void ClipStream::Seek(double seconds) {
     return;
   }
   m_packetsBeforeKey = 0;
+  m_mayBeCut = false;
   Open();
 }

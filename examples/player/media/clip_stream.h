@@ -62,10 +62,11 @@ class ClipStream {
   UniqueAvFrame m_afterJump;  ///< read while seeking, and not handed out yet
   bool m_hasAfterJump = false;
   int m_index = 0;
-  double m_start = 0;     ///< the container's time of the clip's start
-  double m_tick = 0;      ///< seconds per unit of the stream's times
-  bool m_counts = false;  ///< the container has no times: frames are counted
-  bool m_hasTime = true;  ///< false after a jump until a frame tells its time
+  double m_start = 0;         ///< the container's time of the clip's start
+  double m_tick = 0;          ///< seconds per unit of the stream's times
+  bool m_counts = false;      ///< the container has no times: frames are counted
+  bool m_lacksTimes = false;  ///< the container has none for some frames
+  bool m_hasTime = true;      ///< false after a jump until a frame tells its time
   double m_time = 0;
   double m_frameDuration = 0;
   double m_nextTime = 0;
@@ -73,6 +74,7 @@ class ClipStream {
   bool m_exact = true;
   bool m_keysOnly = false;
   int m_packetsBeforeKey = 0;  ///< how many may be left out while waiting for a key frame
+  bool m_mayBeCut = false;     ///< the next packet: a jump in a stream of bytes may end inside of one
   int m_errors = 0;            ///< of reading, in a row
   int m_damages = 0;
 };

@@ -14,9 +14,8 @@ class FrameSource {
   FrameSource(const FrameSource&) = delete;
   FrameSource& operator=(const FrameSource&) = delete;
 
-  /// The next frame, or one without planes at the end. `wanted` is the time that is to be shown now: of what
-  /// is far behind it the source leaves out frames that others do not need, and unless `exact`, as many as it
-  /// takes to catch up.
+  /// The next frame, or one without planes at the end. `wanted` is the time that is to be shown now: unless
+  /// `exact`, the source leaves out frames that are far behind it, those first that no others need.
   virtual Frame Next(double wanted, bool exact) = 0;
   /// Goes to the frame that is shown at a time, or to one before it.
   virtual void Seek(double seconds) = 0;
