@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <ctime>
+#include <optional>
 
 #include "player/media/clip_stream.h"
 #include "player/media/frame_source.h"
@@ -64,7 +65,7 @@ class ClipSource : public FrameSource {
     for (;;) {
       UniqueAvFrame decoded(av_frame_alloc());
       if (!m_stream.Read(*decoded, wanted, exact)) {
-        m_ended = true;
+        m_end = m_stream.Time() + m_stream.FrameDuration();
         return {};
       }
       if (UniqueAvFrame planes = m_converter.Convert(std::move(decoded))) return MakeFrame(std::move(planes));
@@ -83,18 +84,19 @@ class ClipSource : public FrameSource {
     constexpr double kMuchShorter = 1;
     std::string text;
     if (m_stream.Damages() > 0) text = std::to_string(m_stream.Damages()) + " damaged places";
-    const double end = m_stream.Time() + m_stream.FrameDuration();
-    if (m_ended && end < m_duration - kMuchShorter) {
+    if (m_end && *m_end < m_duration - kMuchShorter) {
       char place[64];
-      std::snprintf(place, sizeof(place), "the pictures end at %.1f of %.1f seconds", end, m_duration);
+      std::snprintf(place, sizeof(place), "the pictures end at %.1f of %.1f seconds", *m_end, m_duration);
       text += (text.empty() ? "" : ", ") + std::string(place);
     }
     return text;
   }
 
  private:
+  /// The one that is read first is the clip's first: what containers say of it is not always true.
   Frame MakeFrame(UniqueAvFrame planes) {
     const AVFrame& f = *planes;
+    if (!m_first) m_first = m_stream.Time();
     Frame frame{f.data[0],
                 f.data[1],
                 f.data[2],
@@ -104,17 +106,10 @@ class ClipSource : public FrameSource {
                 f.height,
                 m_stream.Time(),
                 m_stream.FrameDuration(),
-                std::llround((m_stream.Time() - FirstTime()) * m_framesPerSecond),
+                std::llround((m_stream.Time() - *m_first) * m_framesPerSecond),
                 nullptr};
     frame.owner = std::shared_ptr<const AVFrame>(planes.release(), AvDeleter());
     return frame;
-  }
-
-  double FirstTime() const {
-    const AVStream& stream = m_stream.Stream();
-    if (stream.start_time == AV_NOPTS_VALUE || m_stream.Format().start_time == AV_NOPTS_VALUE) return 0;
-    return static_cast<double>(stream.start_time) * av_q2d(stream.time_base) -
-           static_cast<double>(m_stream.Format().start_time) / AV_TIME_BASE;
   }
 
   int64_t ReadRecordingTime() const;
@@ -126,7 +121,8 @@ class ClipSource : public FrameSource {
   double m_pixelAspect;
   bool m_hasSound;
   int64_t m_recordedAt;
-  bool m_ended = false;
+  std::optional<double> m_first;  ///< the first frame's time
+  std::optional<double> m_end;    ///< the last frame's, once it was read
 };
 
 /// "2024-05-17T08:00:00.000000Z" in the container's or the stream's notes.
