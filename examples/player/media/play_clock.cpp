@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "player/media/play_clock.h"
 
+#include <algorithm>
 #include <cmath>
 
 double PlayClock::PositionAt(TimePoint now) const {
@@ -29,7 +30,7 @@ void PlayClock::Run(TimePoint now) {
   const std::scoped_lock hold(m_lock);
   AnchorAt(PositionAt(now), now);
   m_runs = true;
-  m_hasFollowed = false;
+  m_heardCount = 0;
 }
 
 void PlayClock::Stop(TimePoint now) {
@@ -49,8 +50,11 @@ void PlayClock::Follow(double heard, TimePoint now) {
   constexpr double kShare = 0.1;
   const std::scoped_lock hold(m_lock);
   if (!m_runs) return;
-  const double off = heard - PositionAt(now);
-  const bool isSudden = !m_hasFollowed || std::fabs(off) > kTooFarOff;
+  const double seconds = std::chrono::duration<double>(now.time_since_epoch()).count();
+  const bool isFirst = m_heardCount == 0;
+  m_heard[m_heardCount++ % m_heard.size()] = heard - seconds;
+  const auto known = static_cast<ptrdiff_t>(std::min(m_heardCount, m_heard.size()));
+  const double off = *std::max_element(m_heard.begin(), m_heard.begin() + known) + seconds - PositionAt(now);
+  const bool isSudden = isFirst || std::fabs(off) > kTooFarOff;
   AnchorAt(PositionAt(now) + (isSudden ? off : kShare * off), now);
-  m_hasFollowed = true;
 }

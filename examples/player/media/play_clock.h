@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <mutex>
@@ -27,8 +28,8 @@ class PlayClock {
   /// Times the usual one.
   void SetSpeed(double speed, TimePoint now = std::chrono::steady_clock::now());
 
-  /// The position that is heard now. Small differences are made up for little by little, since the moments at
-  /// which a device asks for more are not exact.
+  /// The position that is heard now, as a device's request for more tells it. Such requests come late, and never
+  /// early: the earliest of the last ones counts, and small differences are made up for little by little.
   void Follow(double heard, TimePoint now = std::chrono::steady_clock::now());
 
  private:
@@ -40,6 +41,7 @@ class PlayClock {
   TimePoint m_anchoredAt;
   double m_speed = 1;
   bool m_runs = false;
-  bool m_hasFollowed = false;  ///< since it runs
+  std::array<double, 16> m_heard{};  ///< the last positions that were heard, less the time of day; a ring
+  size_t m_heardCount = 0;           ///< since it runs
   uint64_t m_jump = 0;
 };
