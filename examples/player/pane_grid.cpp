@@ -93,13 +93,9 @@ bool PaneGrid::HaveFollowed(uint64_t jump) const {
 }
 
 bool PaneGrid::HaveEnded() const {
-  bool any = false;
-  for (size_t i = 0; i < m_views.size(); ++i) {
-    if (!m_channels[i].IsClip() || !IsVisible(i)) continue;
-    if (!m_views[i]->Thread().Shown().isLast) return false;
-    any = true;
-  }
-  return any;
+  for (size_t i = 0; i < m_views.size(); ++i)
+    if (m_channels[i].IsClip() && IsVisible(i) && !m_views[i]->Thread().Shown().isLast) return false;
+  return true;
 }
 
 double PaneGrid::Length() const {

@@ -45,7 +45,7 @@ class PaneGrid {
 
   /// Whether all panes show the place of the clock's last jump.
   bool HaveFollowed(uint64_t jump) const;
-  /// Whether all clips that are in sight show their last frame.
+  /// Whether none of the clips in sight has a further frame.
   bool HaveEnded() const;
   /// Of the longest clip; 0: there is none.
   double Length() const;

@@ -31,7 +31,7 @@ void Playback::Tick() {
   // Without a device that asks for samples the clock goes on by itself.
   const bool hears = m_sound && m_speed == 1 && !m_sound->IsHeard();
   if (!now.runs && (!hears || GetTickCount64() - m_goingSince > kLongestWaitForSoundMs)) m_clock.Run();
-  if (!m_grid.HaveEnded() || now.position < Length()) return;
+  if (Length() == 0 || !m_grid.HaveEnded() || now.position < Length()) return;
   if (m_repeat) return SeekTo(0);
   Halt();
   m_paused = true;
@@ -98,6 +98,5 @@ double Playback::Position() const {
 }
 
 double Playback::Length() const {
-  const double pictures = m_grid.Length();
-  return pictures > 0 && m_sound ? std::max(pictures, m_sound->Duration()) : pictures;
+  return m_sound ? std::max(m_grid.Length(), m_sound->Duration()) : m_grid.Length();
 }
