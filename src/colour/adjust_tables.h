@@ -5,7 +5,22 @@
 
 #include "colour/byte_map.h"
 #include "colour/chroma_map.h"
-#include "picture/frame_view.h"
+
+/// Largest magnitudes that colour settings may have; a value beyond its limit switches the adjustment off.
+constexpr int32_t kMaxBrightness = 127;
+constexpr int32_t kMaxContrast = 100;
+constexpr int32_t kMaxSaturation = 100;
+constexpr int32_t kMaxHue = 180;
+
+/// Picture settings as the client gives them.
+struct ColorValues {
+  int32_t brightness = 0;
+  int32_t contrast = 0;
+  int32_t saturation = 0;
+  int32_t hue = 0;
+
+  bool operator==(const ColorValues&) const = default;
+};
 
 /// Whether settings act on the picture: not all zero and each within its range.
 bool IsAdjustActive(const ColorValues& values);

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "picture/geometry.h"
+#include "picture/pixel_rect.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "display/class_label.h"
-#include "picture/geometry.h"
+#include "picture/pixel_rect.h"
 
 namespace {
 

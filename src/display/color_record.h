@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "picture/frame_view.h"
+#include "colour/adjust_tables.h"
 #include "util/mutex_lock.h"
 
 /// Picture settings behind their own lock, so that a frame never sees half a change. Any values are kept;

@@ -4,7 +4,6 @@
 #include <cstdint>
 
 #include "nivral/nivral.h"
-#include "picture/geometry.h"
 #include "picture/pixel_rect.h"
 
 /// A callback and the client's context for it.

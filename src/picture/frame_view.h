@@ -3,8 +3,21 @@
 
 #include <cstdint>
 
-/// A planar YUV 4:2:0 picture in somebody's memory: height rows of Y, height / 2 rows of U and of V. Strides
-/// are in bytes and include padding. Width and height travel beside it.
+/// A planar YUV 4:2:0 picture in somebody's memory, to read: height rows of Y, height / 2 rows of U and of V.
+/// Strides are in bytes and include padding; where one is negative, the plane's pointer is to the top row, and
+/// each row below lies before it in memory. Width and height travel beside it.
+struct ConstFrameView {
+  const uint8_t* y = nullptr;
+  int32_t strideY = 0;
+  const uint8_t* u = nullptr;
+  int32_t strideU = 0;
+  const uint8_t* v = nullptr;
+  int32_t strideV = 0;
+
+  constexpr bool IsBottomUp() const { return strideY < 0 || strideU < 0 || strideV < 0; }
+};
+
+/// The same, to write as well.
 struct FrameView {
   uint8_t* y = nullptr;
   int32_t strideY = 0;
@@ -12,22 +25,20 @@ struct FrameView {
   int32_t strideU = 0;
   uint8_t* v = nullptr;
   int32_t strideV = 0;
+
+  constexpr operator ConstFrameView() const { return {y, strideY, u, strideU, v, strideV}; }
 };
+
+/// Whether the planes hold a picture of this size: the one rule for all that read frames. Each plane that has
+/// samples is there, and its rows do not overlap. Chroma of a picture one pixel wide or high has no samples; a
+/// picture below one pixel is none.
+constexpr bool HoldsFrame(const ConstFrameView& f, int64_t width, int64_t height) {
+  const auto holds = [](const uint8_t* plane, int64_t stride, int64_t row) {
+    return plane && (stride < 0 ? -stride : stride) >= row;
+  };
+  if (width < 1 || height < 1 || !holds(f.y, f.strideY, width)) return false;
+  if (width < 2 || height < 2) return true;
+  return holds(f.u, f.strideU, width / 2) && holds(f.v, f.strideV, width / 2);
+}
 
 enum class MirrorMode : uint32_t { None = 0, Horizontal = 1, HalfTurn = 2 };
-
-/// Largest magnitudes that colour settings may have; a value beyond its limit switches the adjustment off.
-constexpr int32_t kMaxBrightness = 127;
-constexpr int32_t kMaxContrast = 100;
-constexpr int32_t kMaxSaturation = 100;
-constexpr int32_t kMaxHue = 180;
-
-/// Picture settings as the client gives them.
-struct ColorValues {
-  int32_t brightness = 0;
-  int32_t contrast = 0;
-  int32_t saturation = 0;
-  int32_t hue = 0;
-
-  bool operator==(const ColorValues&) const = default;
-};

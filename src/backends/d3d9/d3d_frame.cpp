@@ -2,7 +2,7 @@
 // D3DDisplayer: the road of a frame to the screen.
 #include "backends/d3d9/d3d_displayer.h"
 #include "backends/d3d9/mosaic_blocks.h"
-#include "picture/geometry.h"
+#include "picture/pixel_rect.h"
 #include "util/log_file.h"
 
 int32_t D3DDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,

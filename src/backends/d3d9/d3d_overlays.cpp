@@ -7,7 +7,7 @@
 #include "backends/d3d9/box_layer.h"
 #include "backends/d3d9/d3d_displayer.h"
 #include "backends/d3d9/primitive_batch.h"
-#include "picture/geometry.h"
+#include "picture/pixel_rect.h"
 
 namespace {
 

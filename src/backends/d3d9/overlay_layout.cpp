@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "backends/d3d9/overlay_shapes.h"
-#include "picture/geometry.h"
+#include "picture/pixel_rect.h"
 
 namespace {
 
