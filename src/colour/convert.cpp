@@ -21,7 +21,7 @@ RowReader Reader(const uint8_t* plane, ptrdiff_t stride, ptrdiff_t rows, bool fl
 
 /// A picture of at least one block, seen through the flip that a negative height asks for.
 struct Picture {
-  Picture(const YuvPlanes& p, int64_t signedHeight)
+  Picture(const ConstFrameView& p, int64_t signedHeight)
       : height(signedHeight < 0 ? -signedHeight : signedHeight),
         y(Reader(p.y, p.strideY, height, signedHeight < 0)),
         u(Reader(p.u, p.strideU, height / 2, signedHeight < 0)),
@@ -37,7 +37,7 @@ bool HasBlocks(int64_t width, int64_t height) {
   return width >= 2 && (height >= 2 || height <= -2);
 }
 
-bool CanConvert(const uint8_t* out, const YuvPlanes& p, int32_t width, int32_t height) {
+bool CanConvert(const uint8_t* out, const ConstFrameView& p, int32_t width, int32_t height) {
   return out && p.y && p.u && p.v && HasBlocks(width, height);
 }
 
@@ -47,7 +47,7 @@ void BuildConversionTables() {
   static_cast<void>(ActiveKernels());
 }
 
-void ConvertToPixels(PixelFormat format, uint8_t* out, ptrdiff_t pitch, const YuvPlanes& planes,
+void ConvertToPixels(PixelFormat format, uint8_t* out, ptrdiff_t pitch, const ConstFrameView& planes,
                      int32_t width, int32_t height) {
   if (!CanConvert(out, planes, width, height)) return;
   const YuvRowsKernel convert = ActiveKernels().yuvToPixels[static_cast<size_t>(format)];
@@ -61,7 +61,8 @@ void ConvertToPixels(PixelFormat format, uint8_t* out, ptrdiff_t pitch, const Yu
   }
 }
 
-void ConvertTo422(uint8_t* out, ptrdiff_t pitch, const YuvPlanes& planes, int32_t width, int32_t height) {
+void ConvertTo422(uint8_t* out, ptrdiff_t pitch, const ConstFrameView& planes, int32_t width,
+                  int32_t height) {
   if (!CanConvert(out, planes, width, height)) return;
   const Yuv422RowKernel convert = ActiveKernels().yuvTo422;
   const Picture picture(planes, height);
@@ -73,19 +74,19 @@ void ConvertTo422(uint8_t* out, ptrdiff_t pitch, const YuvPlanes& planes, int32_
 
 void Yv12ToRgb24(uint8_t* rgb, int32_t strideRgb, const uint8_t* y, const uint8_t* u, const uint8_t* v,
                  int32_t strideY, int32_t strideUV, int32_t width, int32_t height) {
-  ConvertToPixels(PixelFormat::Bgr24, rgb, ptrdiff_t{strideRgb} * 3, {y, u, v, strideY, strideUV, strideUV},
+  ConvertToPixels(PixelFormat::Bgr24, rgb, ptrdiff_t{strideRgb} * 3, {y, strideY, u, strideUV, v, strideUV},
                   width, height);
 }
 
 void Yv12ToRgb565(uint8_t* rgb, int32_t strideRgb, const uint8_t* y, const uint8_t* u, const uint8_t* v,
                   int32_t strideY, int32_t strideUV, int32_t width, int32_t height) {
-  ConvertToPixels(PixelFormat::Rgb565, rgb, ptrdiff_t{strideRgb} * 2, {y, u, v, strideY, strideUV, strideUV},
+  ConvertToPixels(PixelFormat::Rgb565, rgb, ptrdiff_t{strideRgb} * 2, {y, strideY, u, strideUV, v, strideUV},
                   width, height);
 }
 
 void Yv12ToYuv422(uint8_t* packed, int32_t stridePixels, const uint8_t* y, const uint8_t* u, const uint8_t* v,
                   int32_t strideY, int32_t strideUV, int32_t width, int32_t height) {
-  ConvertTo422(packed, ptrdiff_t{stridePixels} * 2, {y, u, v, strideY, strideUV, strideUV}, width, height);
+  ConvertTo422(packed, ptrdiff_t{stridePixels} * 2, {y, strideY, u, strideUV, v, strideUV}, width, height);
 }
 
 void Rgb24ToYv12(uint8_t* y, uint8_t* u, uint8_t* v, const uint8_t* rgb, int32_t width, int32_t height,

@@ -8,16 +8,7 @@
 #include <cstdint>
 
 #include "colour/kernels.h"
-
-/// A picture to read: chroma planes have half the width and half the height, rounded down. Strides in bytes.
-struct YuvPlanes {
-  const uint8_t* y = nullptr;
-  const uint8_t* u = nullptr;
-  const uint8_t* v = nullptr;
-  int32_t strideY = 0;
-  int32_t strideU = 0;
-  int32_t strideV = 0;
-};
+#include "picture/frame_view.h"
 
 /// Chooses the loops for this processor; called once when the library is loaded, before any conversion. The
 /// tables behind the conversions are constants of the program.
@@ -41,8 +32,8 @@ void Yv12ToYuv422(uint8_t* packed, int32_t stridePixels, const uint8_t* y, const
                   int32_t strideY, int32_t strideUV, int32_t width, int32_t height);
 
 /// The same conversion to any packed format, with `pitch` in bytes as surfaces have it.
-void ConvertToPixels(PixelFormat format, uint8_t* out, ptrdiff_t pitch, const YuvPlanes& planes,
+void ConvertToPixels(PixelFormat format, uint8_t* out, ptrdiff_t pitch, const ConstFrameView& planes,
                      int32_t width, int32_t height);
 
 /// Yv12ToYuv422 with `pitch` in bytes.
-void ConvertTo422(uint8_t* out, ptrdiff_t pitch, const YuvPlanes& planes, int32_t width, int32_t height);
+void ConvertTo422(uint8_t* out, ptrdiff_t pitch, const ConstFrameView& planes, int32_t width, int32_t height);

@@ -29,10 +29,10 @@ void ConvertGrey(uint8_t* bgr, const uint8_t* y, int32_t strideY, int32_t width,
 
 }  // namespace
 
-void YuvToBottomUpBgr24(uint8_t* bgr, const uint8_t* y, int32_t strideY, const uint8_t* u, int32_t strideU,
-                        const uint8_t* v, int32_t strideV, int32_t width, int32_t height) {
-  if (!bgr || !y || !u || !v || width < 1 || height < 1) return;
-  if (width < 2 || height < 2) return ConvertGrey(bgr, y, strideY, width, height);
+void YuvToBottomUpBgr24(uint8_t* bgr, const ConstFrameView& frame, int32_t width, int32_t height) {
+  if (!bgr || !frame.y || width < 1 || height < 1) return;
+  if (width < 2 || height < 2) return ConvertGrey(bgr, frame.y, frame.strideY, width, height);
+  if (!frame.u || !frame.v) return;
   const YuvRowsKernel convert = ActiveKernels().yuvToPixels[kBgr24];
   const ptrdiff_t pitch = ptrdiff_t{width} * 3;
   for (ptrdiff_t row = 0; row < height; row += 2) {
@@ -40,9 +40,9 @@ void YuvToBottomUpBgr24(uint8_t* bgr, const uint8_t* y, int32_t strideY, const u
     const ptrdiff_t next = std::min(row + 1, ptrdiff_t{height} - 1);
     const ptrdiff_t chroma = std::min(row / 2, ptrdiff_t{height} / 2 - 1);
     const YuvRows rows = {{bgr + (height - 1 - row) * pitch, bgr + (height - 1 - next) * pitch},
-                          {y + row * strideY, y + next * strideY},
-                          u + chroma * strideU,
-                          v + chroma * strideV};
+                          {frame.y + row * frame.strideY, frame.y + next * frame.strideY},
+                          frame.u + chroma * frame.strideU,
+                          frame.v + chroma * frame.strideV};
     convert(rows, width, kSnapshotTables);
     if (width % 2 == 0) continue;
     const ptrdiff_t last = width - 1;

@@ -50,7 +50,7 @@ using Output = std::vector<GuardedBuffer>;
 
 Output Convert(const Input& in) {
   Output out;
-  const YuvPlanes planes{in.y.data(), in.u.data(), in.v.data(), in.strideY, in.strideU, in.strideV};
+  const ConstFrameView planes{in.y.data(), in.strideY, in.u.data(), in.strideU, in.v.data(), in.strideV};
   if (in.kind < static_cast<int32_t>(kPixelFormatCount)) {
     out.emplace_back(Bytes(in.rows, in.pitch, in.width * 4));
     ConvertToPixels(static_cast<PixelFormat>(in.kind), out[0].data(), in.pitch, planes, in.width, in.height);
@@ -59,8 +59,7 @@ Output Convert(const Input& in) {
     ConvertTo422(out[0].data(), in.pitch, planes, in.width, in.height);
   } else if (in.kind == 5) {
     out.emplace_back(in.bgr.size());
-    YuvToBottomUpBgr24(out[0].data(), planes.y, planes.strideY, planes.u, planes.strideU, planes.v,
-                       planes.strideV, in.width, in.rows);
+    YuvToBottomUpBgr24(out[0].data(), planes, in.width, in.rows);
   } else {
     out.emplace_back(Bytes(in.rows / 2 * 2, in.strideY, in.width));
     out.emplace_back(Bytes(in.rows / 2, in.strideY / 2, in.width / 2));

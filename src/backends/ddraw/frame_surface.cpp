@@ -110,9 +110,8 @@ HRESULT FrameSurface::FillYv12(const FrameView& frame) {
 HRESULT FrameSurface::FillRgb(const FrameView& frame) {
   const SurfaceLock lock(m_surface.get(), DDLOCK_WRITEONLY);
   if (FAILED(lock.Result())) return lock.Result();
-  ConvertToPixels(m_format, lock.Pixels(), lock.Pitch(),
-                  {frame.y, frame.u, frame.v, frame.strideY, frame.strideU, frame.strideV},
-                  m_width + m_width % 2, m_height + m_height % 2);
+  ConvertToPixels(m_format, lock.Pixels(), lock.Pitch(), frame, m_width + m_width % 2,
+                  m_height + m_height % 2);
   return DD_OK;
 }
 

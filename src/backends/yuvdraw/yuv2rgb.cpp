@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "backends/yuvdraw/yuv2rgb.h"
 
-#include <cstdlib>
 #include <memory>
 #include <new>
 
@@ -16,17 +15,10 @@ bool IsPictureSize(uint32_t width, uint32_t height) {
   return BmpRowBytes(width) <= (UINT32_MAX - kBmpHeaderBytes) / height;
 }
 
-bool HoldsRow(const uint8_t* plane, int32_t stride, uint32_t bytes) {
-  return plane && std::abs(int64_t{stride}) >= bytes;
-}
-
 }  // namespace
 
-bool YUV2RGB::SaveFrame(const char* fileName, const FrameView& frame, uint32_t width, uint32_t height) {
-  if (!IsPictureSize(width, height) || !HoldsRow(frame.y, frame.strideY, width) ||
-      !HoldsRow(frame.u, frame.strideU, width / 2) || !HoldsRow(frame.v, frame.strideV, width / 2)) {
-    return false;
-  }
+bool YUV2RGB::SaveFrame(const char* fileName, const ConstFrameView& frame, uint32_t width, uint32_t height) {
+  if (!IsPictureSize(width, height) || !HoldsFrame(frame, width, height)) return false;
   const std::unique_ptr<uint8_t[]> bgr(new (std::nothrow) uint8_t[size_t{width} * height * 3]);
   if (!bgr) return false;
   ToBgr24(bgr.get(), frame, width, height);
@@ -35,16 +27,15 @@ bool YUV2RGB::SaveFrame(const char* fileName, const FrameView& frame, uint32_t w
 
 bool YUV2RGB::SaveBuffer(const char* fileName, const uint8_t* buffer, uint32_t width, uint32_t height) {
   if (!buffer || !IsPictureSize(width, height)) return false;
-  auto* y = const_cast<uint8_t*>(buffer);
   const size_t luma = size_t{width} * height;
   const auto stride = static_cast<int32_t>(width);
-  return SaveFrame(fileName, {y, stride, y + luma, stride / 2, y + luma + luma / 2, stride / 2}, width,
+  return SaveFrame(fileName,
+                   {buffer, stride, buffer + luma, stride / 2, buffer + luma + luma / 2, stride / 2}, width,
                    height);
 }
 
-void YUV2RGB::ToBgr24(uint8_t* bgr, const FrameView& frame, uint32_t width, uint32_t height) {
-  YuvToBottomUpBgr24(bgr, frame.y, frame.strideY, frame.u, frame.strideU, frame.v, frame.strideV,
-                     static_cast<int32_t>(width), static_cast<int32_t>(height));
+void YUV2RGB::ToBgr24(uint8_t* bgr, const ConstFrameView& frame, uint32_t width, uint32_t height) {
+  YuvToBottomUpBgr24(bgr, frame, static_cast<int32_t>(width), static_cast<int32_t>(height));
 }
 
 bool YUV2RGB::WriteBmp(const char* fileName, const uint8_t* bgr, uint32_t width, uint32_t height) {

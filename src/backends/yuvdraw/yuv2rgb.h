@@ -10,16 +10,16 @@
 class YUV2RGB {
  public:
   /// Snapshot from strided planes. Always false: clients look at the file, not at the result. There is no
-  /// file afterwards when memory ran out, a plane is missing or narrower than the picture, or the disk is
+  /// file afterwards when memory ran out, the planes do not hold the picture, or the disk is
   /// full.
-  bool SaveFrame(const char* fileName, const FrameView& frame, uint32_t width, uint32_t height);
+  bool SaveFrame(const char* fileName, const ConstFrameView& frame, uint32_t width, uint32_t height);
 
   /// The same from one packed buffer: Y, then U at width * height, then V at width * height * 3 / 2, each
   /// chroma plane width * height / 4 bytes.
   bool SaveBuffer(const char* fileName, const uint8_t* buffer, uint32_t width, uint32_t height);
 
   /// Bottom-up rows of width * 3 bytes, blue first.
-  static void ToBgr24(uint8_t* bgr, const FrameView& frame, uint32_t width, uint32_t height);
+  static void ToBgr24(uint8_t* bgr, const ConstFrameView& frame, uint32_t width, uint32_t height);
 
  private:
   static bool WriteBmp(const char* fileName, const uint8_t* bgr, uint32_t width, uint32_t height);

@@ -14,7 +14,7 @@ class Convert : public KernelTest {
  protected:
   struct Planes {
     GuardedBuffer y, u, v;
-    YuvPlanes view;
+    ConstFrameView view;
   };
 
   /// Random planes, the last row ending at its last pixel.
@@ -26,16 +26,17 @@ class Convert : public KernelTest {
              RandomBytes(size(width / 2, height / 2, strideUV)),
              RandomBytes(size(width / 2, height / 2, strideUV)),
              {}};
-    p.view = {p.y.data(), p.u.data(), p.v.data(), strideY, strideUV, strideUV};
+    p.view = {p.y.data(), strideY, p.u.data(), strideUV, p.v.data(), strideUV};
     return p;
   }
 };
 
-int32_t Y(const YuvPlanes& p, int32_t x, int32_t row) {
+int32_t Y(const ConstFrameView& p, int32_t x, int32_t row) {
   return p.y[row * p.strideY + x];
 }
 
-reference::Pixel PixelAt(const YuvPlanes& p, int32_t x, int32_t row, int32_t chromaX, int32_t chromaRow) {
+reference::Pixel PixelAt(const ConstFrameView& p, int32_t x, int32_t row, int32_t chromaX,
+                         int32_t chromaRow) {
   return reference::ToPixel(Y(p, x, row), p.u[chromaRow * p.strideU + chromaX],
                             p.v[chromaRow * p.strideV + chromaX]);
 }
@@ -93,7 +94,7 @@ TEST_P(Convert, EveryTripleToSnapshot) {
   SweepAllTriples(
       [](uint8_t* bgr, const uint8_t* y, const uint8_t* u, const uint8_t* v) {
         // Bottom-up: the planes' rows are swapped so that the sweep finds them in its own order.
-        YuvToBottomUpBgr24(bgr, y + kSweepWidth, -kSweepWidth, u, 0, v, 0, kSweepWidth, 2);
+        YuvToBottomUpBgr24(bgr, {y + kSweepWidth, -kSweepWidth, u, 0, v, 0}, kSweepWidth, 2);
       },
       reference::ToSnapshotPixel);
 }
@@ -159,8 +160,7 @@ TEST_P(Convert, SnapshotsOfAllSizes) {
     Planes p = MakePlanes(width, height, width + Random(0, 9), width / 2 + Random(0, 9));
     const bool hasChroma = width > 1 && height > 1;
     GuardedBuffer out(static_cast<size_t>(width * height * 3));
-    YuvToBottomUpBgr24(out.data(), p.view.y, p.view.strideY, p.view.u, p.view.strideU, p.view.v,
-                       p.view.strideV, width, height);
+    YuvToBottomUpBgr24(out.data(), p.view, width, height);
     for (int32_t row = 0; row < height; ++row) {
       for (int32_t x = 0; x < width; ++x) {
         const int32_t chroma =
@@ -245,12 +245,12 @@ TEST_P(Convert, HostileArgumentsTouchNothing) {
     Rgb24ToYv12(p, p, p, p, width, height, width);
   }
   for (const auto& [width, height] : {std::pair{0, 2}, {2, 0}, {-1, 2}, {2, -1}, {kLow, kLow}})
-    YuvToBottomUpBgr24(p, p, 2, p, 1, p, 1, width, height);
+    YuvToBottomUpBgr24(p, {p, 2, p, 1, p, 1}, width, height);
   Rgb24ToYv12(p, p, p, p, 64, kLow, 64);
   Rgb24ToYv12(nullptr, p, p, p, 64, 64, 64);
   Yv12ToRgb24(nullptr, 64, p, p, p, 64, 32, 64, 64);
   Yv12ToRgb24(p, 64, p, nullptr, p, 64, 32, 64, 64);
-  YuvToBottomUpBgr24(p, p, 64, p, 32, nullptr, 32, 64, 64);
+  YuvToBottomUpBgr24(p, {p, 64, p, 32, nullptr, 32}, 64, 64);
   EXPECT_EQ(9, one[0]);
 }
 
