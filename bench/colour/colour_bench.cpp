@@ -103,9 +103,7 @@ void RegisterToBgr(Size s, const std::shared_ptr<Pictures>& p) {
   Register("YV12 to BGR24, plain code", s, ours, 0);
   Register("libyuv I420ToRGB24", s, theirs);
   Register("libyuv I420ToRGB24, SSSE3", s, theirs, kEveryFeature, kTheirSsse3);
-  Register("snapshot", s, [p] {
-    YuvToBottomUpBgr24(p->out.data(), p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->w, p->h);
-  });
+  Register("snapshot", s, [p] { YuvToBottomUpBgr24(p->out.data(), p->Frame(), p->w, p->h); });
   Register("libyuv I420ToRGB24, flipped", s, [p] {
     libyuv::I420ToRGB24(p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->out.data(), p->w * 3, p->w,
                         -p->h);
@@ -138,7 +136,7 @@ void RegisterFromBgr(Size s, const std::shared_ptr<Pictures>& p) {
 Work Prepare(const std::shared_ptr<Pictures>& p, uint32_t mirror, const ColorValues& colors) {
   const auto working = std::make_shared<WorkingFrame>();
   return [p, working, mirror, colors] {
-    working->Prepare(p->Frame(), static_cast<uint32_t>(p->h), mirror, colors);
+    working->Prepare(p->Frame(), static_cast<uint32_t>(p->w), static_cast<uint32_t>(p->h), mirror, colors);
   };
 }
 

@@ -26,8 +26,9 @@ int32_t BaseDisplayer::DrawYUV420(uint8_t* pY, int32_t strideY, uint8_t* pU, int
 int32_t BaseDisplayer::DisplayAdjusted(const FrameView& client, const ColorValues& colors,
                                        const PaneSettings& settings, uint32_t param1, int64_t param2) {
   const WorkingFramePool::Loan working(m_workingFrames);
-  return ShowFrame(working ? working->Prepare(client, m_dwHeight, settings.mirrorMode, colors) : client,
-                   settings, param1, param2);
+  return ShowFrame(
+      working ? working->Prepare(client, m_dwWidth, m_dwHeight, settings.mirrorMode, colors) : client,
+      settings, param1, param2);
 }
 
 int32_t BaseDisplayer::DisplayFrame(const FrameView& f, const PaneSettings&, uint32_t param1,

@@ -39,9 +39,8 @@ struct Target {
 };
 
 bool Holds(const FrameView& frame, uint32_t width, uint32_t height) {
-  const int64_t row = width;
-  return width <= UINT16_MAX && height <= UINT16_MAX && frame.strideY >= row && frame.strideU >= row / 2 &&
-         frame.strideV >= row / 2;
+  const bool drawable = width <= UINT16_MAX && height <= UINT16_MAX && !ConstFrameView(frame).IsBottomUp();
+  return drawable && HoldsFrame(frame, width, height);
 }
 
 Box ToBox(const AlgRecord& record, int32_t i, uint32_t width, uint32_t height) {

@@ -2,6 +2,7 @@
 #include "display/frame_copier.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -21,11 +22,11 @@ FrameCopier::FrameCopier(uint32_t mirrorMode, const AdjustTables* tables)
       m_kernels(ActiveKernels()) {
 }
 
-void FrameCopier::CopyFrame(const FrameView& to, const FrameView& from, uint32_t width,
+void FrameCopier::CopyFrame(const FrameView& to, const ConstFrameView& from, uint32_t width,
                             uint32_t height) const {
   const size_t half = width / 2;
-  const size_t halfRows = height / 2;
-  if (from.strideY == to.strideY && from.strideU == to.strideU) {
+  const size_t halfRows = half == 0 ? 0 : height / 2;
+  if (from.strideY == to.strideY && from.strideU == to.strideU && from.strideV == to.strideV) {
     CopyLuma({to.y, from.y, size_t{width} * height}, width);
     CopyChroma({to.u, from.u, half * halfRows}, {to.v, from.v, half * halfRows}, half);
     return;
@@ -41,8 +42,9 @@ void FrameCopier::CopyFrame(const FrameView& to, const FrameView& from, uint32_t
 /// The samples that a row of the copy is made of: mirrored rows begin with the end of a stride.
 const uint8_t* FrameCopier::RowBehind(const uint8_t* plane, int32_t stride, size_t width, size_t rows,
                                       size_t row) const {
-  const auto step = static_cast<size_t>(stride);
-  return plane + (m_halfTurn ? rows - 1 - row : row) * step + (IsMirrored() ? step - width : 0);
+  const auto shown = static_cast<ptrdiff_t>(m_halfTurn ? rows - 1 - row : row);
+  const size_t padding = static_cast<size_t>(std::abs(int64_t{stride})) - width;
+  return plane + shown * stride + (IsMirrored() ? padding : 0);
 }
 
 void FrameCopier::CopyLuma(const PlaneCopy& plane, size_t stride) const {

@@ -13,11 +13,12 @@
 class WorkingFrame {
  public:
   /// Copies the client's planes, adjusts their colours when `colors` is active and mirrors them, all over
-  /// whole strides (padding moves with the pixels; rows of both chroma planes are mirrored strideV wide).
-  /// Returns the copy, valid until the next call. Returns the client's own planes when there is no memory for
-  /// a copy, when a stride is negative or when a plane is missing; a plane without bytes (stride 0, or chroma
-  /// of a single row) always stays the client's.
-  FrameView Prepare(const FrameView& client, uint32_t height, uint32_t mirrorMode, const ColorValues& colors);
+  /// whole strides (padding moves with the pixels; rows of both chroma planes are mirrored strideV wide). The
+  /// copy of a bottom-up frame goes down in memory and has no padding.
+  /// Returns the copy, valid until the next call. Returns the client's own planes when they do not hold such a
+  /// frame or there is no memory for a copy; chroma planes without a row always stay the client's.
+  FrameView Prepare(const FrameView& client, uint32_t width, uint32_t height, uint32_t mirrorMode,
+                    const ColorValues& colors);
 
  private:
   /// Null when there is no memory.

@@ -5,11 +5,11 @@
 #include <cstdint>
 #include <cstring>
 
-/// Copies `rows` rows of `width` bytes. Strides in bytes and at least the width. Bytes between the rows may
-/// be overwritten.
+/// Copies `rows` rows of `width` bytes. Strides in bytes and at least the width, that of the source also in the
+/// other direction. Bytes between the rows may be overwritten.
 inline void CopyPlane(uint8_t* to, int32_t toStride, const uint8_t* from, int32_t fromStride, size_t width,
                       size_t rows) {
-  if (rows == 0) return;
+  if (width == 0 || rows == 0) return;
   if (toStride == fromStride) {
     // A plane may end with the picture of its last row.
     std::memcpy(to, from, (rows - 1) * static_cast<size_t>(fromStride) + width);

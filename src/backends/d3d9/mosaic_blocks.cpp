@@ -16,7 +16,8 @@ int32_t BlockStart(int32_t sample) {
 /// Which source samples stand for the blocks of a surface.
 class BlockSource {
  public:
-  BlockSource(const FrameView& frame, const Yv12Surface& surface, const ZoomState& zoom, uint32_t mirrorMode)
+  BlockSource(const ConstFrameView& frame, const Yv12Surface& surface, const ZoomState& zoom,
+              uint32_t mirrorMode)
       : m_frame(frame),
         m_lastColumn(surface.width - 1),
         m_lastRow(surface.height - 1),
@@ -51,7 +52,7 @@ class BlockSource {
   }
 
  private:
-  const FrameView& m_frame;
+  const ConstFrameView& m_frame;
   int32_t m_lastColumn;
   int32_t m_lastRow;
   PixelRect m_window;
@@ -62,7 +63,7 @@ class BlockSource {
 }  // namespace
 
 // A row of blocks is built once in cached memory and written to each surface row that shows it.
-void PixelateLuma(const Yv12Surface& surface, const FrameView& frame, const PixelRect& area,
+void PixelateLuma(const Yv12Surface& surface, const ConstFrameView& frame, const PixelRect& area,
                   const ZoomState& zoom, uint32_t mirrorMode) {
   const BlockSource source(frame, surface, zoom, mirrorMode);
   const SurfacePlane luma = surface.Luma();

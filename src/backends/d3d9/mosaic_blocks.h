@@ -13,5 +13,5 @@ constexpr int32_t kMosaicBlock = 16;
 
 /// Replaces the luma of `area`, which lies on the surface, by one sample per block. Samples come from the
 /// frame, not from the surface; chroma stays. Mirrored pictures count blocks from the window's far edges.
-void PixelateLuma(const Yv12Surface& surface, const FrameView& frame, const PixelRect& area,
+void PixelateLuma(const Yv12Surface& surface, const ConstFrameView& frame, const PixelRect& area,
                   const ZoomState& zoom, uint32_t mirrorMode);

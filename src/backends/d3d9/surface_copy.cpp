@@ -2,7 +2,6 @@
 #include "backends/d3d9/surface_copy.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -50,25 +49,15 @@ void CopyPlaneWithArea(const SurfacePlane& to, const uint8_t* from, int32_t stri
   CopyRows(to, from, stride, last, to.height);
 }
 
-bool HoldsPlane(const uint8_t* plane, int32_t stride, int32_t width, int32_t height) {
-  if (width == 0 || height == 0) return true;
-  return plane && std::abs(int64_t{stride}) >= width;
-}
-
 }  // namespace
 
-bool HoldsFrame(const FrameView& f, int32_t width, int32_t height) {
-  return HoldsPlane(f.y, f.strideY, width, height) && HoldsPlane(f.u, f.strideU, width / 2, height / 2) &&
-         HoldsPlane(f.v, f.strideV, width / 2, height / 2);
-}
-
-void CopyPlain(const Yv12Surface& surface, const FrameView& frame) {
+void CopyPlain(const Yv12Surface& surface, const ConstFrameView& frame) {
   CopyPlane(surface.Luma(), frame.y, frame.strideY);
   CopyPlane(surface.V(), frame.v, frame.strideV);
   CopyPlane(surface.U(), frame.u, frame.strideU);
 }
 
-void CopyWithMosaicArea(const Yv12Surface& surface, const FrameView& frame, const MosaicArea& area) {
+void CopyWithMosaicArea(const Yv12Surface& surface, const ConstFrameView& frame, const MosaicArea& area) {
   const uint32_t level = std::max(area.level, 1u);
   const PixelRect& luma = area.rect;
   const PixelRect chroma{luma.left / 2, luma.top / 2, luma.right / 2, luma.bottom / 2};

@@ -10,14 +10,11 @@
 #include "picture/frame_view.h"
 #include "picture/pixel_rect.h"
 
-/// Whether the planes can hold such a frame: none missing, and rows that do not overlap.
-bool HoldsFrame(const FrameView& frame, int32_t width, int32_t height);
-
-void CopyPlain(const Yv12Surface& surface, const FrameView& frame);
+void CopyPlain(const Yv12Surface& surface, const ConstFrameView& frame);
 
 /// The zoom window enlarged to the whole surface, each sample repeated. Where rounding puts the window beyond
 /// the frame, the frame's last column or row is repeated.
-void CopyZoomed(const Yv12Surface& surface, const FrameView& frame, const ZoomState& zoom);
+void CopyZoomed(const Yv12Surface& surface, const ConstFrameView& frame, const ZoomState& zoom);
 
 /// The area in which rows repeat, in luma pixels and the chroma planes' halves of them. Rows between top and
 /// bottom, both excluded, are only fresh when `level` divides their number; level 0 counts as 1.
@@ -25,4 +22,4 @@ struct MosaicArea {
   PixelRect rect;
   uint32_t level = 1;
 };
-void CopyWithMosaicArea(const Yv12Surface& surface, const FrameView& frame, const MosaicArea& area);
+void CopyWithMosaicArea(const Yv12Surface& surface, const ConstFrameView& frame, const MosaicArea& area);

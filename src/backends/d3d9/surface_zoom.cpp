@@ -55,7 +55,7 @@ void CopyPlaneZoomed(const SurfacePlane& to, const ZoomedSource& source, int32_t
 
 }  // namespace
 
-void CopyZoomed(const Yv12Surface& surface, const FrameView& frame, const ZoomState& zoom) {
+void CopyZoomed(const Yv12Surface& surface, const ConstFrameView& frame, const ZoomState& zoom) {
   const PixelRect window = ZoomWindow(zoom, surface.width, surface.height);
   const int32_t chromaLeft = window.left / 2;
   const int32_t chromaTop = window.top / 2;

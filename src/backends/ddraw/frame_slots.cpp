@@ -44,16 +44,10 @@ void FrameSlots::Release() {
   }
 }
 
-bool FrameSlots::Holds(const FrameView& f) const {
-  const auto half = static_cast<int32_t>(m_width / 2);
-  return f.y && f.u && f.v && f.strideY >= static_cast<int32_t>(m_width) && f.strideU >= half &&
-         f.strideV >= half;
-}
-
-FrameSlots::PutResult FrameSlots::Put(const FrameView& frame, const FrameNote& note,
+FrameSlots::PutResult FrameSlots::Put(const ConstFrameView& frame, const FrameNote& note,
                                       const FrameCopier* copier) {
   if (!m_open) return PutResult::Closed;
-  if (!Holds(frame)) return PutResult::BadFrame;
+  if (!HoldsFrame(frame, m_width, m_height)) return PutResult::BadFrame;
   Slot& slot = Claim();
   const FrameView& planes = slot.planes;
   if (copier) {

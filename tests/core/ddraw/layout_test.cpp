@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <climits>
 
 #include "backends/ddraw/draw_layout.h"
-#include "backends/ddraw/even_frame.h"
-#include "support/frames.h"
 
 namespace {
-
-using testing::ElementsAre;
 
 TEST(DrawnArea, IsThePlayRectangleOrTheClientArea) {
   constexpr PixelRect kClient{0, 0, 640, 480};
@@ -40,24 +36,6 @@ TEST(CutToScreen, KeepsSourceAndTargetTogether) {
     EXPECT_EQ(copy.source, c.source) << c.x << "," << c.y;
     EXPECT_EQ(copy.target, c.target) << c.x << "," << c.y;
   }
-}
-
-TEST(EvenFrame, RepeatsTheLastColumnAndRow) {
-  TestFrame odd(3, 3, 4, 2);
-  odd.y = {1, 2, 3, 0, 4, 5, 6, 0, 7, 8, 9, 0};
-  odd.u = {50, 0};
-  odd.v = {60, 0};
-  EvenFrame even;
-  const auto whole = even.Complete(odd.View(), 3, 3);
-  ASSERT_TRUE(whole);
-  ASSERT_EQ(whole->strideY, 4);
-  EXPECT_THAT(std::vector<uint8_t>(whole->y, whole->y + 16),
-              ElementsAre(1, 2, 3, 3, 4, 5, 6, 6, 7, 8, 9, 9, 7, 8, 9, 9));
-  EXPECT_THAT(std::vector<uint8_t>(whole->u, whole->u + 4), ElementsAre(50, 50, 50, 50));
-  EXPECT_THAT(std::vector<uint8_t>(whole->v, whole->v + 4), ElementsAre(60, 60, 60, 60));
-
-  TestFrame plain(4, 2);
-  EXPECT_EQ(even.Complete(plain.View(), 4, 2)->y, plain.y.data());
 }
 
 }  // namespace
