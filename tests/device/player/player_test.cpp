@@ -111,7 +111,7 @@ TEST(Player, MenuKeysAndMouseChangeBackendPanesAndPictureWhileItRuns) {
   constexpr int64_t kFrameInThirdPane = kFrame + 120;
   const Rgb body = ToRgb(RoadScene(kWidth, kHeight).Vehicles(kFrame)[2].body);
   for (const POINT& bus : {BusIn(0, kFrame, false), BusIn(2, kFrameInThirdPane, true)})
-    WaitForPixel(window, bus.x, bus.y, body, kDriverTolerance, 60000);
+    WaitForPixel(window, bus.x, bus.y, body, kDriverTolerance);
   PostMessageA(window, WM_KEYDOWN, VK_ESCAPE, 0);
   const PlayerRun run = player.Wait();
   EXPECT_EQ(run.exitCode, 0u) << run.output;
