@@ -3,40 +3,67 @@
 // sink that the recording source listens to.
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <atomic>
-#include <cstring>
-#include <mutex>
-#include <vector>
-
 #include "audio/audio.h"
 #include "audio/player.h"
-#include "audio/wave_out_spy.h"
-#include "support/import_patch.h"
+#include "audio/wave_spy.h"
 #include "support/process_counts.h"
 
 namespace {
 
 constexpr int kCaptureBytes = 1600;
-/// Far below the two seconds that a missing close notice costs, far above what closing takes.
-constexpr ULONGLONG kPromptMs = 1500;
+constexpr int kCloseRounds = 20;  ///< in which the device's notice that it is closed is waited for
 
 struct Watched {
-  std::atomic<int> queued{0};
-  std::atomic<int> queuedAfterReset{0};
-  std::atomic<bool> resetSeen{false};
+  bool refuseOpen = false;
   std::atomic<bool> dropClose{false};
-  std::atomic<int> refusedPrepares{0};
+  std::atomic<int> rounds{0};
   DWORD_PTR callback = 0;
-  std::mutex mutex;
   std::vector<int16_t> heard;
 } g_watched;
 
-void Keep(const WAVEHDR& header) {
-  const auto* samples = reinterpret_cast<const int16_t*>(header.lpData);
-  const std::lock_guard lock(g_watched.mutex);
-  g_watched.heard.insert(g_watched.heard.end(), samples, samples + header.dwBytesRecorded / 2);
+void CALLBACK Listen(HWAVEIN device, UINT message, DWORD_PTR instance, DWORD_PTR a, DWORD_PTR b) {
+  if (message == MM_WIM_DATA) {
+    const auto& header = *reinterpret_cast<const WAVEHDR*>(a);
+    const auto* samples = reinterpret_cast<const int16_t*>(header.lpData);
+    g_watched.heard.insert(g_watched.heard.end(), samples, samples + header.dwBytesRecorded / 2);
+  }
+  if (message == MM_WIM_CLOSE && g_watched.dropClose) return;
+  using Procedure = void(CALLBACK*)(HWAVEIN, UINT, DWORD_PTR, DWORD_PTR, DWORD_PTR);
+  reinterpret_cast<Procedure>(g_watched.callback)(device, message, instance, a, b);
 }
+
+MMRESULT WINAPI OpenListening(HWAVEIN* device, UINT id, const WAVEFORMATEX* format, DWORD_PTR callback,
+                              DWORD_PTR instance, DWORD flags) {
+  if (g_watched.refuseOpen) return MMSYSERR_BADDEVICEID;
+  g_watched.callback = callback;
+  return RealFunction<decltype(waveInOpen)>("winmm.dll", "waveInOpen")(
+      device, id, format, reinterpret_cast<DWORD_PTR>(&Listen), instance, flags);
+}
+
+/// A round lasts longer than it should, so that a busy device's notice comes within one; without a device, or when the
+/// notice is dropped, there is nothing to wait for.
+void WINAPI SleepWell(DWORD ms) {
+  if (ms == 100 && (++g_watched.rounds, g_watched.dropClose || g_watched.refuseOpen)) return;
+  RealFunction<decltype(Sleep)>("kernel32.dll", "Sleep")(ms == 100 ? 3000 : ms);
+}
+
+class Capture : public testing::Test {
+ protected:
+  Capture() { g_watched.dropClose = g_watched.refuseOpen = false; }
+
+  static bool Open(CAudio& audio) { return audio.OpenCapture(nullptr, kCaptureBytes); }
+  static int CloseInRounds(CAudio& audio) {
+    g_watched.rounds = 0;
+    EXPECT_TRUE(audio.CloseCapture());
+    return g_watched.rounds;
+  }
+
+  WaveSpy spy;
+
+ private:
+  ImportPatch m_open{"winmm.dll", "waveInOpen", &OpenListening};
+  ImportPatch m_sleep{"kernel32.dll", "Sleep", &SleepWell};
+};
 
 /// The client's sound: 1, 2, 3 and so on, never silent and never twice the same.
 struct Ramp {
@@ -53,83 +80,24 @@ struct Ramp {
   }
 };
 
-void CALLBACK FilterClose(HWAVEIN device, UINT message, DWORD_PTR instance, DWORD_PTR a, DWORD_PTR b) {
-  if (message == MM_WIM_DATA) Keep(*reinterpret_cast<WAVEHDR*>(a));
-  if (message == MM_WIM_CLOSE && g_watched.dropClose) return;
-  using Procedure = void(CALLBACK*)(HWAVEIN, UINT, DWORD_PTR, DWORD_PTR, DWORD_PTR);
-  reinterpret_cast<Procedure>(g_watched.callback)(device, message, instance, a, b);
-}
-
-MMRESULT WINAPI OpenFiltered(HWAVEIN* device, UINT id, const WAVEFORMATEX* format, DWORD_PTR callback,
-                             DWORD_PTR instance, DWORD flags) {
-  g_watched.callback = callback;
-  return RealFunction<decltype(waveInOpen)>("winmm.dll", "waveInOpen")(
-      device, id, format, reinterpret_cast<DWORD_PTR>(&FilterClose), instance, flags);
-}
-
-MMRESULT WINAPI OpenRefused(HWAVEIN*, UINT, const WAVEFORMATEX*, DWORD_PTR, DWORD_PTR, DWORD) {
-  return MMSYSERR_BADDEVICEID;
-}
-
-MMRESULT WINAPI CountAdded(HWAVEIN device, WAVEHDR* header, UINT size) {
-  ++g_watched.queued;
-  if (g_watched.resetSeen) ++g_watched.queuedAfterReset;
-  return RealFunction<decltype(waveInAddBuffer)>("winmm.dll", "waveInAddBuffer")(device, header, size);
-}
-
-MMRESULT WINAPI NoteReset(HWAVEIN device) {
-  g_watched.resetSeen = true;
-  return RealFunction<decltype(waveInReset)>("winmm.dll", "waveInReset")(device);
-}
-
-MMRESULT WINAPI RefuseSome(HWAVEIN device, WAVEHDR* header, UINT size) {
-  if (g_watched.refusedPrepares > 0 && g_watched.refusedPrepares-- > 0) return MMSYSERR_NOMEM;
-  return RealFunction<decltype(waveInPrepareHeader)>("winmm.dll", "waveInPrepareHeader")(device, header,
-                                                                                         size);
-}
-
-class Capture : public testing::Test {
- protected:
-  Capture() {
-    g_watched.queued = g_watched.queuedAfterReset = g_watched.refusedPrepares = 0;
-    g_watched.resetSeen = g_watched.dropClose = false;
-    g_watched.heard.clear();
-  }
-
-  bool Open(CAudio& audio) {
-    WAVEFORMATEX format{};
-    return audio.OpenCapture(&format, kCaptureBytes);
-  }
-
-  static ULONGLONG TimeClose(CAudio& audio) {
-    const ULONGLONG start = GetTickCount64();
-    EXPECT_TRUE(audio.CloseCapture());
-    return GetTickCount64() - start;
-  }
-
-  ImportPatch m_open{"winmm.dll", "waveInOpen", &OpenFiltered};
-  ImportPatch m_add{"winmm.dll", "waveInAddBuffer", &CountAdded};
-  ImportPatch m_reset{"winmm.dll", "waveInReset", &NoteReset};
-  ImportPatch m_prepare{"winmm.dll", "waveInPrepareHeader", &RefuseSome};
-};
-
 /// What is played is heard: the player hands over every sample once and in order, and the recording consists
 /// of them. How many of them come through is up to a sound server, which on a busy machine drops some.
 TEST_F(Capture, HearsInOrderWhatThePlayerHandsOver) {
-  WaveOutSpy spy;
-  Player player;
   Ramp ramp;
+  Player player;
   CAudio audio;
   WAVEFORMATEX format;
   std::memset(&format, 0xFF, sizeof(format));
+  g_watched.heard.clear();
   ASSERT_TRUE(audio.OpenCapture(&format, kCaptureBytes));
   EXPECT_EQ(std::memcmp(&format, &kPcm8k, sizeof(format)), 0);
   NIVRAL_WVSetWriteWaveCB(player.handle, &ramp, &Ramp::Pull);
   player.Start();
-  EXPECT_TRUE(WaitUntil([&] { return ramp.next == Ramp::kLast && g_watched.queued > 30; }));
-  NIVRAL_WVStopWave(player.handle);
-  EXPECT_LE(TimeClose(audio), kPromptMs);
-  EXPECT_EQ(g_watched.queuedAfterReset, 0);
+  EXPECT_TRUE(WaitUntil([&] { return ramp.next == Ramp::kLast; }) && spy.WaitFor("InAddBuffer", 30));
+  player.Stop();
+  EXPECT_LT(CloseInRounds(audio), kCloseRounds);
+  const auto calls = spy.Calls();
+  EXPECT_EQ(std::count(std::ranges::find(calls, "InReset"), calls.end(), "InAddBuffer"), 0);
 
   int16_t expected = 0;
   for (const auto& write : spy.Writes()) {
@@ -144,59 +112,44 @@ TEST_F(Capture, HearsInOrderWhatThePlayerHandsOver) {
   EXPECT_TRUE(std::ranges::is_sorted(g_watched.heard));
 }
 
-TEST_F(Capture, AMissingCloseNoticeCostsTwoSeconds) {
+TEST_F(Capture, ClosingWaitsForTheNoticeOfWhatWasOpenedAndNoLongerThanTwoSeconds) {
   CAudio audio;
+  EXPECT_EQ(CloseInRounds(audio), 0) << "never opened";
   ASSERT_TRUE(Open(audio));
-  Sleep(200);
   g_watched.dropClose = true;
-  EXPECT_GE(TimeClose(audio), 1990u);
-  EXPECT_LE(TimeClose(audio), kPromptMs);
-}
-
-TEST_F(Capture, AFailedOpenLeavesTheStateRunningWithoutADevice) {
-  CAudio audio;
-  WAVEFORMATEX format{};
-  {
-    ImportPatch refuse("winmm.dll", "waveInOpen", &OpenRefused);
-    EXPECT_FALSE(audio.OpenCapture(&format, kCaptureBytes));
+  EXPECT_EQ(CloseInRounds(audio), kCloseRounds);
+  EXPECT_EQ(CloseInRounds(audio), 0);
+  g_watched.refuseOpen = true;
+  EXPECT_FALSE(Open(audio));
+  EXPECT_EQ(CloseInRounds(audio), kCloseRounds) << "a failed open counts as running";
+  g_watched.dropClose = g_watched.refuseOpen = false;
+  EXPECT_EQ(spy.Count("InAddBuffer"), 2);
+  for (const int32_t size : {0, -1, INT32_MIN}) {
+    EXPECT_TRUE(audio.OpenCapture(nullptr, size));
+    EXPECT_LT(CloseInRounds(audio), kCloseRounds);
   }
-  EXPECT_EQ(format.nSamplesPerSec, 8000u);
-  EXPECT_EQ(g_watched.queued, 0);
-  EXPECT_GE(TimeClose(audio), 1990u);
-  EXPECT_TRUE(Open(audio));
-  EXPECT_EQ(g_watched.queued, 2);
+  ASSERT_TRUE(Open(audio));
+  const auto resets = spy.Count("InReset");
+  ASSERT_TRUE(Open(audio));
+  EXPECT_EQ(spy.Count("InReset"), resets + 1) << "what was open is closed";
 }
 
 TEST_F(Capture, ABufferThatCannotBeRecycledLeavesTheOther) {
   Player player;  // the source falls silent without one
   player.Start();
   CAudio audio;
+  spy.fault = [](const std::string& name, ptrdiff_t before) -> MMRESULT {
+    return name == "InPrepareHeader" && before == 4 ? MMSYSERR_NOMEM : 0;
+  };
   ASSERT_TRUE(Open(audio));
-  ASSERT_TRUE(WaitUntil([] { return g_watched.queued > 3; }));
-  g_watched.refusedPrepares = 1;
-  EXPECT_TRUE(WaitUntil([] { return g_watched.refusedPrepares == 0; }));
-  const int before = g_watched.queued;
-  EXPECT_TRUE(WaitUntil([before] { return g_watched.queued >= before + 3; }));
-}
-
-TEST_F(Capture, OddUseIsHarmless) {
-  CAudio audio;
-  for (const int32_t size : {0, -1, INT32_MIN}) {
-    EXPECT_TRUE(audio.OpenCapture(nullptr, size));
-    EXPECT_LE(TimeClose(audio), kPromptMs);
-  }
-  // Opening again closes what was open.
-  ASSERT_TRUE(Open(audio));
-  Sleep(150);
-  ASSERT_TRUE(Open(audio));
-  EXPECT_TRUE(g_watched.resetSeen);
+  EXPECT_TRUE(spy.WaitFor("InPrepareHeader", 8));
+  EXPECT_TRUE(spy.WaitFor("InAddBuffer", 7));
 }
 
 TEST_F(Capture, RoundsLeaveNothingBehind) {
-  ExpectRoundsKeepNothing(30, 4096, [this] {
+  ExpectRoundsKeepNothing(30, 8192, [] {
     CAudio audio;
     EXPECT_TRUE(Open(audio));
-    Sleep(20);
   });
 }
 
