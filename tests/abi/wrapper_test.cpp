@@ -1,38 +1,26 @@
 // SPDX-License-Identifier: MIT
-// nivral.hpp against the DLL: every object as a client uses it. The wrapper comes first: it must stand alone.
+// nivral.hpp against the DLL. The wrapper comes first: it must stand alone.
 #include <nivral/nivral.hpp>
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <atomic>
+#include <bit>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <sstream>
 #include <thread>
 #include <vector>
 
 #include "support/frames.h"
-#include "support/screen.h"
-#include "support/test_window.h"
+#include "support/import_patch.h"
 #include "support/wait.h"
 
 namespace {
 
 using namespace nivral;
-
-constexpr int kWidth = 320;
-constexpr int kHeight = 240;
-
-class Wrapper : public testing::Test {
- protected:
-  HWND Window() const { return m_window.Handle(); }
-
- private:
-  const Library m_library{Start::kSdl2};
-  TestWindow m_window{kWidth, kHeight};
-};
 
 Frame FrameOf(const TestFrame& frame, uint32_t param1 = 0, int64_t param2 = 0) {
   return {frame.y.data(), static_cast<uint32_t>(frame.strideY),  frame.u.data(),
@@ -40,166 +28,145 @@ Frame FrameOf(const TestFrame& frame, uint32_t param1 = 0, int64_t param2 = 0) {
           param2};
 }
 
-const TestFrame kBlack = FlatFrame(kWidth, kHeight, 16, 128, 128);
-const TestFrame kWhite = FlatFrame(kWidth, kHeight, 235, 128, 128);
+/// What was passed to the functions that stand in for the library's.
+std::ostringstream g_told;
 
-void DrawUntilSeen(Display& display, HWND window, const TestFrame& frame, const Rgb& corner) {
-  EXPECT_TRUE(display.Draw(FrameOf(frame)));
-  EXPECT_TRUE(Near(WaitForPixel(window, kWidth - 1, kHeight - 1, corner, 0), corner, 0));
+std::string Told() {
+  return std::exchange(g_told, std::ostringstream()).str();
 }
 
-/// What a black frame looks like under the overlays that `set` sets on a new display.
-template <class Set>
-ScreenShot Shown(HWND window, Set set) {
+template <class... Arrays>
+void TellColumns(int32_t count, const Arrays*... arrays) {
+  const auto value = [](auto word) {
+    if constexpr (sizeof(word) == sizeof(float))
+      return std::bit_cast<float>(word);
+    else
+      return word;
+  };
+  for (int32_t i = 0; i < count; ++i)
+    ((g_told << value(arrays[i]) << ' '), ...);
+}
+
+uint32_t NIVRAL_CALL HearBoxes(void*, int32_t count, const uint32_t* left, const uint32_t* top,
+                               const uint32_t* right, const uint32_t* bottom, const uint16_t* classId,
+                               const uint16_t* distance, const uint16_t* third, const uint16_t* fourth,
+                               uint16_t lineWidth) {
+  TellColumns(std::min(count, 12), left, top, right, bottom, classId, distance, third, fourth);
+  g_told << count << ' ' << lineWidth;
+  return 7;
+}
+
+uint32_t NIVRAL_CALL HearFaces(void*, int32_t pointCount, const uint32_t* x, const uint32_t* y,
+                               int32_t boxCount, const uint32_t* left, const uint32_t* top,
+                               const uint32_t* right, const uint32_t* bottom, uint16_t radius) {
+  TellColumns(std::min(pointCount, 68), x, y);
+  TellColumns(std::min(boxCount, 12), left, top, right, bottom);
+  g_told << pointCount << ' ' << boxCount << ' ' << radius;
+  return 0;
+}
+
+uint32_t NIVRAL_CALL HearText(void*, int32_t index, const char* text, uint32_t x, uint32_t y, uint32_t anchor,
+                              uint32_t color) {
+  g_told << index << ' ' << text << ' ' << x << ' ' << y << ' ' << anchor << ' ' << color;
+  return 0;
+}
+
+TEST(Wrapper, RecordsAndTextsArriveInTheColumnsOfTheFlatInterface) {
+  const ImportPatch boxes("libnivral.dll", "NIVRAL_DWSetAlgInfo", &HearBoxes);
+  const ImportPatch faces("libnivral.dll", "NIVRAL_DWSetDsmAlgInfo", &HearFaces);
+  const ImportPatch text("libnivral.dll", "NIVRAL_DWSetOSDText", &HearText);
   Display display;
-  EXPECT_TRUE(display.Open(Backend::kSdl2));
-  EXPECT_TRUE(display.SetWindow(window) && display.Init(kWidth, kHeight));
-  DrawUntilSeen(display, window, kWhite, {255, 255, 255});
-  set(display);
-  DrawUntilSeen(display, window, kBlack, {0, 0, 0});
-  return ScreenShot(ClientOnScreen(window));
-}
+  const LabelledBox objects[13] = {{{40.5F, 60, 120, 110}, ObjectClass::kPerson, 123, 8, 9},
+                                   {{200, 150.25F, 290, 210}, ObjectClass::kTruck, 45}};
+  EXPECT_EQ(display.SetAssistance(objects, 2, 3).code, 7u);
+  EXPECT_EQ(Told(), "40.5 60 120 110 1 123 8 9 200 150.25 290 210 4 45 0 0 2 3");
+  display.SetAssistance(objects, 13, 3);
+  EXPECT_TRUE(Told().ends_with(" 13 3")) << "for the library to refuse";
 
-/// The bits of a float, as the C interface takes edges.
-uint32_t Word(float value) {
-  uint32_t word;
-  memcpy(&word, &value, sizeof(word));
-  return word;
-}
-
-void SetOverlaysInC(void* pane) {
-  NIVRAL_DWSetOSDText(pane, 2, "Camera 1", 10, 60, 1, 0x0000FFFF);
-
-  const uint32_t left[] = {Word(40.5F), Word(200)}, top[] = {Word(60), Word(150.25F)};
-  const uint32_t right[] = {Word(120), Word(290)}, bottom[] = {Word(110), Word(210)};
-  const uint16_t classes[] = {1, 4}, distances[] = {123, 45}, zeros[] = {0, 0};
-  NIVRAL_DWSetAlgInfo(pane, 2, left, top, right, bottom, classes, distances, zeros, zeros, 3);
-
-  const uint32_t x[] = {Word(30), Word(60), Word(90)}, y[] = {Word(220), Word(225), Word(215)};
-  const uint32_t face[] = {Word(140), Word(30), Word(180), Word(100)};
-  NIVRAL_DWSetDsmAlgInfo(pane, 3, x, y, 1, face, face + 1, face + 2, face + 3, 4);
-
-  // A text under the mosaic makes blocks of it, so place and level of the mosaic are seen.
-  const RECT area{210, 30, 300, 80};
-  NIVRAL_DWSetOSDText(pane, 0, "MMMMMM", 215, 40, 0, 0xFFFFFF);
-  NIVRAL_DWSetMosaics(pane, reinterpret_cast<const uint8_t*>(&area));
-  NIVRAL_DWSetMosaicLevel(pane, 2);
-  NIVRAL_DWSetMosaicFlag(pane, 1);
-}
-
-void SetOverlays(Display& display) {
-  EXPECT_TRUE(display.SetText(2, "Camera 1", 10, 60, 0x0000FFFF, Anchor::kBottom));
-
-  const LabelledBox objects[] = {{{40.5F, 60, 120, 110}, ObjectClass::kPerson, 123},
-                                 {{200, 150.25F, 290, 210}, ObjectClass::kTruck, 45}};
-  EXPECT_TRUE(display.SetAssistance(objects, 2, 3));
-
-  const Landmark landmarks[] = {{30, 220}, {60, 225}, {90, 215}};
+  const Landmark landmarks[] = {{30, 220.5F}, {60, 225}};
   const Box face{140, 30, 180, 100};
-  EXPECT_TRUE(display.SetMonitoring(landmarks, 3, &face, 1, 4));
-
-  EXPECT_TRUE(display.SetText(1, "gone", 5, 5, 0xFFFFFF) && display.RemoveText(1));
-  EXPECT_TRUE(display.SetText(0, "MMMMMM", 215, 40, 0xFFFFFF));
-  EXPECT_TRUE(display.SetMosaicRect({210, 30, 300, 80}) && display.SetMosaicLevel(2) &&
-              display.ShowMosaic(true));
+  EXPECT_TRUE(display.SetMonitoring(landmarks, 2, &face, 1, 4));
+  EXPECT_EQ(Told(), "30 220.5 60 225 140 30 180 100 2 1 4");
+  EXPECT_TRUE(display.SetText(2, "Camera", 10, 60, 0x1234, Anchor::kBottom));
+  EXPECT_EQ(Told(), "2 Camera 10 60 1 4660");
 }
 
-/// The pixels of an area, one after the other.
-std::vector<int> Pixels(const ScreenShot& shot, const RECT& area) {
-  std::vector<int> pixels;
-  for (int y = area.top; y < area.bottom; ++y)
-    for (int x = area.left; x < area.right; ++x)
-      pixels.push_back(shot.At(x, y).r << 16 | shot.At(x, y).g << 8 | shot.At(x, y).b);
-  return pixels;
+/// Keeps what is registered, to be called as the library would.
+struct {
+  void* user;
+  void* function;
+} g_registered;
+
+template <class Callback>
+uint32_t NIVRAL_CALL Register(void*, void* user, Callback function) {
+  g_registered = {user, reinterpret_cast<void*>(function)};
+  return 0;
 }
 
-/// What the wrapper sets has to look like what the C interface sets; and each overlay has to be there.
-TEST_F(Wrapper, OverlaysLookAsInC) {
-  const ScreenShot wanted = Shown(Window(), [](Display& display) { SetOverlaysInC(display.Handle()); });
-  const RECT text{10, 180, 90, 200}, object{39, 80, 42, 100}, landmark{26, 216, 34, 224};
-  const RECT face{130, 20, 150, 40}, mosaic{210, 40, 300, 65};
-  for (const RECT& overlay : {text, object, landmark, face, mosaic})
-    EXPECT_NE(Pixels(wanted, overlay), std::vector<int>(Pixels(wanted, overlay).size())) << overlay.left;
-  const RECT all{0, 0, kWidth, kHeight};
-  EXPECT_EQ(Pixels(Shown(Window(), SetOverlays), all), Pixels(wanted, all));
+TEST(Wrapper, CallablesGetWhatTheirCallbacksAreCalledWith) {
+  const ImportPatch patches[] = {
+      {"libnivral.dll", "NIVRAL_DWSetDrawYUV420CB", &Register<NivralFrameCallback>},
+      {"libnivral.dll", "NIVRAL_DWSetDecCB", &Register<NivralDecodeCallback>},
+      {"libnivral.dll", "NIVRAL_DWSetDisplayCB", &Register<NivralDisplayCallback>},
+      {"libnivral.dll", "NIVRAL_DWSetFlashWndCB", &Register<NivralFlashWndCallback>}};
+  Display display;
+  ASSERT_TRUE(display.Open(Backend::kSdl2));
+  uint8_t y = 0, u = 0, v = 0;
+  int calls = 0;
+  EXPECT_TRUE(display.OnFrame([&](const Frame& f) {
+    calls += f.y == &y && f.strideY == 1 && f.u == &u && f.v == &v && f.strideUV == 2 && f.param1 == 3 &&
+             f.param2 == -4;
+  }));
+  reinterpret_cast<NivralFrameCallback>(g_registered.function)(&y, 1, &u, &v, 2, 3, -4, g_registered.user);
+  EXPECT_TRUE(display.OnDecode([&](const DecodedFrame& f) {
+    calls += f.y == &y && f.strideY == 1 && f.width == 2 && f.height == 3 && f.param2 == -4 && f.format == 5;
+  }));
+  reinterpret_cast<NivralDecodeCallback>(g_registered.function)(&y, 1, 2, 3, -4, 5, g_registered.user);
+  EXPECT_TRUE(display.OnDisplay([&](const ComposedFrame& f) {
+    calls += f.index == -1 && f.dc == reinterpret_cast<HDC>(&u) && f.width == 2 && f.height == 3 &&
+             f.param2 == -4 && f.clientWidth == 5 && f.clientHeight == 6 && f.mirror == Mirror::kHalfTurn;
+  }));
+  reinterpret_cast<NivralDisplayCallback>(g_registered.function)(-1, &u, 2, 3, -4, 5, 6, 2,
+                                                                 g_registered.user);
+  EXPECT_TRUE(display.OnExposed([&](HWND window, int32_t width, int32_t height) {
+    calls += window == reinterpret_cast<HWND>(&v) && width == 1 && height == 2;
+  }));
+  reinterpret_cast<NivralFlashWndCallback>(g_registered.function)(g_registered.user,
+                                                                  reinterpret_cast<HWND>(&v), 1, 2);
+  EXPECT_EQ(calls, 4);
 }
 
-TEST_F(Wrapper, FrameCallablesMoveWithTheirDisplayAndEndWithIt) {
+TEST(Wrapper, CallablesMoveWithTheirDisplayAndEndWithIt) {
+  const TestFrame black = FlatFrame(16, 16, 16, 128, 128);
   const auto token = std::make_shared<int>(0);
-  Frame seen{};
-  DecodedFrame decoded{};
+  int64_t seen = 0;
   Display first;
-  ASSERT_TRUE(first.Open());
-  EXPECT_TRUE(first.OnFrame([&seen, token](const Frame& frame) { seen = frame; }));
-  EXPECT_TRUE(first.OnDecode([&decoded, token](const DecodedFrame& frame) { decoded = frame; }));
+  ASSERT_TRUE(first.Open(Backend::kDirectDraw));
+  EXPECT_TRUE(first.OnFrame([&seen, token](const Frame& frame) { seen = frame.param2; }));
   Display display(std::move(first));
   EXPECT_TRUE(!first && first.SetPause(true).code == 1 && first.OnFrame([](const Frame&) {}).code == 1);
-  EXPECT_TRUE(first.Draw(FrameOf(kBlack)).code == 1 && !first.Color());
-
-  EXPECT_TRUE(display.SetWindow(Window()) && display.Init(kWidth, kHeight));
-  EXPECT_TRUE(display.Draw(FrameOf(kBlack, 7, -8)));
-  EXPECT_TRUE(seen.y == kBlack.y.data() && seen.strideY == kWidth && seen.u == kBlack.u.data());
-  EXPECT_TRUE(seen.v == kBlack.v.data() && seen.strideUV == kWidth / 2 && seen.param1 == 7 &&
-              seen.param2 == -8);
-  EXPECT_TRUE(decoded.y == kBlack.y.data() && decoded.strideY == kWidth && decoded.width == kWidth);
-  EXPECT_TRUE(decoded.height == kHeight && decoded.param2 == -8 && decoded.format == 3);
-
-  seen = {};
-  EXPECT_TRUE(display.OnFrame(nullptr) && display.OnDecode([](const DecodedFrame&) {}));
-  EXPECT_TRUE(display.Draw(FrameOf(kBlack)));
-  EXPECT_TRUE(seen.y == nullptr && token.use_count() == 3);
+  EXPECT_FALSE(display.Draw(FrameOf(black, 7, -8))) << "without a window";
+  EXPECT_EQ(seen, -8);
+  EXPECT_TRUE(display.OnFrame(nullptr));
+  EXPECT_FALSE(display.Draw(FrameOf(black)));
+  EXPECT_TRUE(seen == -8 && token.use_count() == 2);
   display = Display();
   EXPECT_EQ(token.use_count(), 1);
 }
 
-TEST_F(Wrapper, ExposureIsReported) {
-  RECT seen{};
+TEST(Wrapper, ColorIsKeptPerRecord) {
   Display display;
-  ASSERT_TRUE(display.Open());
-  EXPECT_TRUE(display.OnExposed([&](HWND exposed, int32_t width, int32_t height) {
-    if (exposed == Window()) seen = {0, 0, width, height};
-  }));
-  EXPECT_TRUE(display.SetWindow(Window()) && display.Init(kWidth, kHeight));
-  DrawUntilSeen(display, Window(), kBlack, {0, 0, 0});
-  InvalidateRect(Window(), nullptr, FALSE);
-  EXPECT_TRUE(WaitUntil([&] { return seen.right == kWidth && seen.bottom == kHeight; }));
-}
-
-TEST_F(Wrapper, ComposedFramesAreReported) {
-  ComposedFrame seen{};
-  std::atomic<bool> called{false};
-  {
-    Display display;
-    ASSERT_TRUE(display.Open(Backend::kDirectDraw));
-    EXPECT_TRUE(display.SetIndex(5) && display.SetMirror(Mirror::kFlip));
-    EXPECT_TRUE(display.OnDisplay([&](const ComposedFrame& frame) {
-      seen = frame;
-      called = true;
-    }));
-    EXPECT_TRUE(display.SetWindow(Window()) && display.Init(kWidth, kHeight));
-    EXPECT_TRUE(display.Draw(FrameOf(kBlack, 1, 2)));
-    EXPECT_TRUE(WaitUntil([&] { return called.load(); }));
-  }
-  EXPECT_TRUE(seen.index == 5 && seen.dc && seen.width == kWidth && seen.height == kHeight);
-  EXPECT_TRUE(seen.clientWidth == kWidth && seen.clientHeight == kHeight && seen.param2 == 2);
-  EXPECT_EQ(seen.mirror, Mirror::kFlip);
-}
-
-std::array<int32_t, 4> Values(const ColorParams& params) {
-  return {params.brightness, params.contrast, params.saturation, params.hue};
-}
-
-TEST_F(Wrapper, ColorIsKeptPerRecord) {
-  Display display;
+  EXPECT_FALSE(display.Color());
   ASSERT_TRUE(display.Open());
   EXPECT_TRUE(display.SetColor({1, 2, 3, 4}) && display.SetColor({-1, -2, -3, -4}, 1));
-  EXPECT_EQ(Values(display.Color().value_or(ColorParams{})), (std::array{1, 2, 3, 4}));
-  EXPECT_EQ(Values(display.Color(1).value_or(ColorParams{})), (std::array{-1, -2, -3, -4}));
-  EXPECT_EQ(Values(Display::ColorLimits().lowest), (std::array{-127, -100, -100, -180}));
-  EXPECT_EQ(Values(Display::ColorLimits().highest), (std::array{127, 100, 100, 180}));
+  for (const ColorParams& c :
+       {display.Color().value_or(ColorParams{}), display.Color(1).value_or(ColorParams{}),
+        Display::ColorLimits().lowest, Display::ColorLimits().highest})
+    g_told << c.brightness << ' ' << c.contrast << ' ' << c.saturation << ' ' << c.hue << ' ';
+  EXPECT_EQ(Told(), "1 2 3 4 -1 -2 -3 -4 -127 -100 -100 -180 127 100 100 180 ");
 }
 
-TEST_F(Wrapper, WavePlayerPullsAndKeepsItsCallables) {
+TEST(Wrapper, WavePlayerPullsAndKeepsItsCallables) {
   const auto token = std::make_shared<int>(0);
   std::atomic<int> size{0};
   std::atomic<bool> replaced{false};
@@ -210,12 +177,11 @@ TEST_F(Wrapper, WavePlayerPullsAndKeepsItsCallables) {
   EXPECT_TRUE(first.SetFormat(format, 800));
   EXPECT_TRUE(first.OnWrite([&size, token](uint8_t* buffer, int bytes) {
     memset(buffer, 0, static_cast<size_t>(bytes));
-    size = bytes;
-    return bytes;
+    return size = bytes;
   }));
   WavePlayer player(std::move(first));
   EXPECT_TRUE(player.Play());
-  EXPECT_TRUE(WaitUntil([&] { return size.load() == 800; }));
+  EXPECT_TRUE(WaitUntil([&] { return size == 800; }));
   EXPECT_TRUE(player.SetVolume(50));
   EXPECT_TRUE(player.OnWrite([&replaced](uint8_t*, int bytes) {
     replaced = true;
@@ -230,34 +196,27 @@ TEST_F(Wrapper, WavePlayerPullsAndKeepsItsCallables) {
 
 /// A thread adds while another runs: each job runs once, in order, and one that a job adds waits its turn.
 TEST(JobList, RunsEachJobOnceInOrder) {
-  constexpr int kJobs = 2000;
+  constexpr size_t kJobs = 2000;
   const auto token = std::make_shared<int>(0);
   Display display;
-  std::vector<int> ran;
+  std::vector<size_t> ran;
   {
     JobList jobs;
-    std::thread adding([&] {
-      for (int i = 0; i < kJobs; ++i)
-        EXPECT_TRUE(jobs.Add([&ran, &display, i](Display& given) {
-          EXPECT_EQ(&given, &display);
-          ran.push_back(i);
-        }));
+    std::jthread adding([&] {
+      for (size_t i = 0; i < kJobs; ++i)
+        EXPECT_TRUE(jobs.Add([&, i](Display& given) { ran.push_back(&given == &display ? i : kJobs); }));
     });
-    EXPECT_TRUE(WaitUntil([&] {
-      jobs.Run(display);
-      return ran.size() == kJobs;
-    }));
-    adding.join();
-    for (int i = 0; i < kJobs; ++i)
-      ASSERT_EQ(ran[static_cast<size_t>(i)], i);
+    EXPECT_TRUE(WaitUntil([&] { return jobs.Run(display), ran.size() == kJobs; }));
+    for (size_t i = 0; i < kJobs; ++i)
+      ASSERT_EQ(ran[i], i);
 
-    EXPECT_TRUE(
-        jobs.Add([&jobs, token](Display&) { EXPECT_TRUE(jobs.Add([token](Display&) { ++*token; })); }));
+    const auto count = [token](Display&) { ++*token; };
+    EXPECT_TRUE(jobs.Add([&](Display&) { EXPECT_TRUE(jobs.Add(count)); }));
     jobs.Run(display);
     EXPECT_EQ(*token, 0);
     jobs.Run(display);
     EXPECT_EQ(*token, 1);
-    EXPECT_TRUE(jobs.Add([token](Display&) { ++*token; }));
+    EXPECT_TRUE(jobs.Add(count));
   }
   EXPECT_TRUE(*token == 1 && token.use_count() == 1);
 }
