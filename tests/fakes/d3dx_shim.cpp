@@ -25,46 +25,46 @@ class Line : public ID3DXLine {
   explicit Line(IDirect3DDevice9* device) : m_device(device) { device->AddRef(); }
   virtual ~Line() { m_device->Release(); }
 
-  HRESULT WINAPI QueryInterface(REFIID, void** object) override {
+  HRESULT WINAPI QueryInterface(REFIID, void** object) noexcept override {
     *object = nullptr;
     return E_NOINTERFACE;
   }
-  ULONG WINAPI AddRef() override { return ++m_references; }
-  ULONG WINAPI Release() override {
+  ULONG WINAPI AddRef() noexcept override { return ++m_references; }
+  ULONG WINAPI Release() noexcept override {
     const ULONG references = --m_references;
     if (references == 0) delete this;
     return references;
   }
 
-  HRESULT WINAPI GetDevice(IDirect3DDevice9** device) override {
+  HRESULT WINAPI GetDevice(IDirect3DDevice9** device) noexcept override {
     m_device->AddRef();
     *device = m_device;
     return D3D_OK;
   }
-  HRESULT WINAPI Begin() override {
+  HRESULT WINAPI Begin() noexcept override {
     m_begun = true;
     return D3D_OK;
   }
-  HRESULT WINAPI Draw(const D3DXVECTOR2* points, DWORD count, D3DCOLOR color) override;
-  HRESULT WINAPI DrawTransform(const D3DXVECTOR3*, DWORD, const D3DXMATRIX*, D3DCOLOR) override {
+  HRESULT WINAPI Draw(const D3DXVECTOR2* points, DWORD count, D3DCOLOR color) noexcept override;
+  HRESULT WINAPI DrawTransform(const D3DXVECTOR3*, DWORD, const D3DXMATRIX*, D3DCOLOR) noexcept override {
     return E_NOTIMPL;
   }
-  HRESULT WINAPI SetPattern(DWORD) override { return D3D_OK; }
-  DWORD WINAPI GetPattern() override { return 0xFFFFFFFF; }
-  HRESULT WINAPI SetPatternScale(FLOAT) override { return D3D_OK; }
-  FLOAT WINAPI GetPatternScale() override { return 1; }
-  HRESULT WINAPI SetWidth(FLOAT) override { return D3D_OK; }
-  FLOAT WINAPI GetWidth() override { return 1; }
-  HRESULT WINAPI SetAntialias(WINBOOL) override { return D3D_OK; }
-  WINBOOL WINAPI GetAntialias() override { return FALSE; }
-  HRESULT WINAPI SetGLLines(WINBOOL) override { return D3D_OK; }
-  WINBOOL WINAPI GetGLLines() override { return FALSE; }
-  HRESULT WINAPI End() override {
+  HRESULT WINAPI SetPattern(DWORD) noexcept override { return D3D_OK; }
+  DWORD WINAPI GetPattern() noexcept override { return 0xFFFFFFFF; }
+  HRESULT WINAPI SetPatternScale(FLOAT) noexcept override { return D3D_OK; }
+  FLOAT WINAPI GetPatternScale() noexcept override { return 1; }
+  HRESULT WINAPI SetWidth(FLOAT) noexcept override { return D3D_OK; }
+  FLOAT WINAPI GetWidth() noexcept override { return 1; }
+  HRESULT WINAPI SetAntialias(WINBOOL) noexcept override { return D3D_OK; }
+  WINBOOL WINAPI GetAntialias() noexcept override { return FALSE; }
+  HRESULT WINAPI SetGLLines(WINBOOL) noexcept override { return D3D_OK; }
+  WINBOOL WINAPI GetGLLines() noexcept override { return FALSE; }
+  HRESULT WINAPI End() noexcept override {
     m_begun = false;
     return D3D_OK;
   }
-  HRESULT WINAPI OnLostDevice() override { return D3D_OK; }
-  HRESULT WINAPI OnResetDevice() override { return D3D_OK; }
+  HRESULT WINAPI OnLostDevice() noexcept override { return D3D_OK; }
+  HRESULT WINAPI OnResetDevice() noexcept override { return D3D_OK; }
 
  private:
   std::atomic<ULONG> m_references{1};
@@ -78,7 +78,7 @@ struct Vertex {
 };
 
 // What a caller set on the device is as it was afterwards, as with the real object.
-HRESULT WINAPI Line::Draw(const D3DXVECTOR2* points, DWORD count, D3DCOLOR color) {
+HRESULT WINAPI Line::Draw(const D3DXVECTOR2* points, DWORD count, D3DCOLOR color) noexcept {
   if (!m_begun || count < 2) return D3DERR_INVALIDCALL;
   if (g_faults.drawLine) return g_faults.drawLine;
   IDirect3DStateBlock9* state = nullptr;

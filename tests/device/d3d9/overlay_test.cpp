@@ -2,8 +2,8 @@
 // Texts, boxes, labels and landmarks on the screen. Runs beside a D3DX whose lines are drawn, and which fails
 // when asked to.
 #include <bit>
-#include <future>
 #include <set>
+#include <thread>
 
 #include "backends/d3d9/overlay_shapes.h"
 #include "fakes/d3dx_faults.h"
@@ -162,9 +162,12 @@ bool g_wasSet = false;
 void SetAnotherText() {
   D3DDisplayer* displayer = std::exchange(g_setWhileDrawing, nullptr);
   if (!displayer) return;
-  static std::future<void> set;  // whose end must not be waited for here when the call does not come back
-  set = std::async(std::launch::async, [=] { displayer->SetOSDText(1, "other", 9, 9, 0, 0); });
-  g_wasSet = set.wait_for(std::chrono::seconds(60)) == std::future_status::ready;
+  static const HANDLE set = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  std::thread([=] {
+    displayer->SetOSDText(1, "other", 9, 9, 0, 0);
+    SetEvent(set);
+  }).detach();
+  g_wasSet = WaitForSingleObject(set, 60000) == WAIT_OBJECT_0;
 }
 
 TEST_F(D3dOverlays, TextsCanBeSetWhileOthersAreDrawn) {
