@@ -9,16 +9,14 @@
 #include "util/cpu.h"
 
 const ColourKernels kAvx2Kernels = {
-    {{YuvToPixels<Bgr24Out, kScalarKernels>, YuvToPixels<Bgrx32Out, kScalarKernels>,
-      YuvToPixels<Rgb565Out, kScalarKernels>, YuvToPixels<Rgb555Out, kScalarKernels>},
-     YuvTo422<kScalarKernels>},
-    "avx2",
-    kCpuSsse3 | kCpuAvx2,
-    BgrToYuv,
-    MapBytes,
-    MapRowsReversed,
-    CopyRowsReversed,
-    MapPairs,
-    MapPairRowsReversed,
-    RepeatBytes,
+    .name = "avx2",
+    .features = kCpuSsse3 | kCpuAvx2,
+    .yuv = kYuvKernels<kScalarKernels>,
+    .bgrToYuv = BgrToYuv,
+    .mapBytes = MapBytes,
+    .mapRowsReversed = MapRowsReversed,
+    .copyRowsReversed = CopyRowsReversed,
+    .mapPairs = MapPairs,
+    .mapPairRowsReversed = MapPairRowsReversed,
+    .repeatBytes = RepeatBytes,
 };

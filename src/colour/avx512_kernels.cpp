@@ -5,8 +5,4 @@
 
 #include "colour/yuv_loops.h"
 
-const YuvKernels kAvx512YuvKernels = {
-    {YuvToPixels<Bgr24Out, kAvx2Kernels>, YuvToPixels<Bgrx32Out, kAvx2Kernels>,
-     YuvToPixels<Rgb565Out, kAvx2Kernels>, YuvToPixels<Rgb555Out, kAvx2Kernels>},
-    YuvTo422<kAvx2Kernels>,
-};
+const YuvKernels kAvx512YuvKernels = kYuvKernels<kAvx2Kernels>;

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// 24-bit pixels to planes on vectors, for any vector type. Included by one file per instruction set.
+// 24-bit pixels to planes on vectors of any size. Included by one file per instruction set, after its vectors.
 #pragma once
 
+#include "colour/vector_extras.h"
 #include "colour/yuv_loops.h"
 
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
@@ -17,7 +18,7 @@ namespace {
 constexpr int32_t kGroupPixels = 4;
 constexpr int32_t kGroupBytes = kGroupPixels * 3;
 
-/// Of four pixels at byte kStart: blue and green in turns, then red and green in turns.
+/// Of four pixels at byte kStart: blue and green interleaved, then red and green.
 struct GroupMask {
   alignas(16) uint8_t bytes[16];
 };

@@ -50,7 +50,7 @@ void BuildConversionTables() {
 void ConvertToPixels(PixelFormat format, uint8_t* out, ptrdiff_t pitch, const ConstFrameView& planes,
                      int32_t width, int32_t height) {
   if (!CanConvert(out, planes, width, height)) return;
-  const YuvRowsKernel convert = ActiveKernels().yuvToPixels[static_cast<size_t>(format)];
+  const YuvRowsKernel convert = ToPixels(ActiveKernels(), format);
   const Picture picture(planes, height);
   for (ptrdiff_t block = 0; block < picture.height / 2; ++block) {
     const ptrdiff_t row = block * 2;
@@ -64,7 +64,7 @@ void ConvertToPixels(PixelFormat format, uint8_t* out, ptrdiff_t pitch, const Co
 void ConvertTo422(uint8_t* out, ptrdiff_t pitch, const ConstFrameView& planes, int32_t width,
                   int32_t height) {
   if (!CanConvert(out, planes, width, height)) return;
-  const Yuv422RowKernel convert = ActiveKernels().yuvTo422;
+  const Yuv422RowKernel convert = ActiveKernels().yuv.to422;
   const Picture picture(planes, height);
   for (ptrdiff_t row = 0; row < picture.height; ++row) {
     const ptrdiff_t chromaRow = std::min(row / 2, picture.height / 2 - 1);

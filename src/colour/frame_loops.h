@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
-// Copies of planes that map and mirror on vectors, for any vector type. Included by one file per instruction
-// set.
+// Copies of planes that map and mirror on vectors of any size. Included by one file per instruction set, after
+// its vectors.
 #pragma once
 
 #include "colour/byte_map.h"
 #include "colour/chroma_map.h"
 #include "colour/kernels.h"
 #include "colour/prefetch.h"
+#include "colour/vector_extras.h"
 
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
@@ -318,9 +319,9 @@ void RepeatBytes(uint8_t* out, const uint8_t* in, size_t count, int32_t times) {
   const auto& masks = kRepeat.bytes[times];
   size_t i = 0;
   for (; i + 16 <= count; i += 16) {
-    const __m128i samples = Load128(in + i);
+    const Vec128 samples = Load128(in + i);
     for (int32_t part = 0; part < times; ++part, out += 16)
-      Store128(out, _mm_shuffle_epi8(samples, Load128(masks[part])));
+      Store128(out, Shuffle128(samples, Load128(masks[part])));
   }
   kScalarKernels.repeatBytes(out, in + i, count - i, times);
 }

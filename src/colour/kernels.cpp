@@ -11,7 +11,7 @@ ColourKernels WithAvx512() {
   ColourKernels kernels = kAvx2Kernels;
   kernels.name = "avx512";
   kernels.features |= kCpuAvx512;
-  static_cast<YuvKernels&>(kernels) = kAvx512YuvKernels;
+  kernels.yuv = kAvx512YuvKernels;
   return kernels;
 }
 
@@ -19,6 +19,21 @@ const ColourKernels kAvx512Kernels = WithAvx512();
 constexpr const ColourKernels* kAll[] = {&kScalarKernels, &kSsse3Kernels, &kAvx2Kernels, &kAvx512Kernels};
 
 }  // namespace
+
+YuvRowsKernel ToPixels(const ColourKernels& kernels, PixelFormat format) {
+  const PixelKernels& to = kernels.yuv.toPixels;
+  switch (format) {
+    case PixelFormat::Bgr24:
+      return to.bgr24;
+    case PixelFormat::Bgrx32:
+      return to.bgrx32;
+    case PixelFormat::Rgb565:
+      return to.rgb565;
+    case PixelFormat::Rgb555:
+      break;
+  }
+  return to.rgb555;
+}
 
 KernelList AllKernels() {
   return {kAll, std::size(kAll)};

@@ -64,17 +64,26 @@ using MapPairRowsReversedKernel = void (*)(const PlanePair& planes, size_t rowBy
 using RepeatBytesKernel = void (*)(uint8_t* out, const uint8_t* in, size_t count, int32_t times);
 constexpr int32_t kMaxRepeat = 8;
 
+/// One kernel per PixelFormat.
+struct PixelKernels {
+  YuvRowsKernel bgr24;
+  YuvRowsKernel bgrx32;
+  YuvRowsKernel rgb565;
+  YuvRowsKernel rgb555;
+};
+
 /// One form of the conversions of planes.
 struct YuvKernels {
-  YuvRowsKernel yuvToPixels[kPixelFormatCount];
-  Yuv422RowKernel yuvTo422;
+  PixelKernels toPixels;
+  Yuv422RowKernel to422;
 };
 
 /// One form of every loop.
-struct ColourKernels : YuvKernels {
+struct ColourKernels {
   const char* name;
   /// What the processor must have (kCpu... of util/cpu.h).
   uint32_t features;
+  YuvKernels yuv;
   RgbRowsKernel bgrToYuv;
   MapBytesKernel mapBytes;
   MapRowsReversedKernel mapRowsReversed;
@@ -89,6 +98,8 @@ extern const ColourKernels kSsse3Kernels;
 extern const ColourKernels kAvx2Kernels;
 /// The others of kAvx2Kernels gain nothing from the newer set.
 extern const YuvKernels kAvx512YuvKernels;
+
+YuvRowsKernel ToPixels(const ColourKernels& kernels, PixelFormat format);
 
 struct KernelList {
   const ColourKernels* const* first;

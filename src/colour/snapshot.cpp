@@ -9,13 +9,12 @@
 namespace {
 
 constexpr uint8_t kNoColour = 128;
-constexpr size_t kBgr24 = static_cast<size_t>(PixelFormat::Bgr24);
 
 /// One pixel with its own chroma, through a block whose four samples are equal.
 void ConvertPixel(uint8_t* bgr, uint8_t y, uint8_t u, uint8_t v) {
   const uint8_t luma[2] = {y, y};
   uint8_t block[2][6];
-  kScalarKernels.yuvToPixels[kBgr24]({{block[0], block[1]}, {luma, luma}, &u, &v}, 2, kSnapshotTables);
+  kScalarKernels.yuv.toPixels.bgr24({{block[0], block[1]}, {luma, luma}, &u, &v}, 2, kSnapshotTables);
   std::copy_n(block[0], 3, bgr);
 }
 
@@ -33,7 +32,7 @@ void YuvToBottomUpBgr24(uint8_t* bgr, const ConstFrameView& frame, int32_t width
   if (!bgr || !frame.y || width < 1 || height < 1) return;
   if (width < 2 || height < 2) return ConvertGrey(bgr, frame.y, frame.strideY, width, height);
   if (!frame.u || !frame.v) return;
-  const YuvRowsKernel convert = ActiveKernels().yuvToPixels[kBgr24];
+  const YuvRowsKernel convert = ActiveKernels().yuv.toPixels.bgr24;
   const ptrdiff_t pitch = ptrdiff_t{width} * 3;
   for (ptrdiff_t row = 0; row < height; row += 2) {
     // The last of an odd number of rows is its own neighbour.

@@ -9,16 +9,14 @@
 #include "util/cpu.h"
 
 const ColourKernels kSsse3Kernels = {
-    {{YuvToPixels<Bgr24Out, kScalarKernels>, YuvToPixels<Bgrx32Out, kScalarKernels>,
-      YuvToPixels<Rgb565Out, kScalarKernels>, YuvToPixels<Rgb555Out, kScalarKernels>},
-     YuvTo422<kScalarKernels>},
-    "ssse3",
-    kCpuSsse3,
-    BgrToYuv,
-    MapBytes,
-    MapRowsReversed,
-    CopyRowsReversed,
-    MapPairs,
-    MapPairRowsReversed,
-    RepeatBytes,
+    .name = "ssse3",
+    .features = kCpuSsse3,
+    .yuv = kYuvKernels<kScalarKernels>,
+    .bgrToYuv = BgrToYuv,
+    .mapBytes = MapBytes,
+    .mapRowsReversed = MapRowsReversed,
+    .copyRowsReversed = CopyRowsReversed,
+    .mapPairs = MapPairs,
+    .mapPairRowsReversed = MapPairRowsReversed,
+    .repeatBytes = RepeatBytes,
 };

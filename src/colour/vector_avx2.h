@@ -12,32 +12,32 @@
 namespace {
 
 using Vec = __m256i;
+using Vec128 = __m128i;
 constexpr int32_t kVecBytes = 32;
 
-inline __m128i Load128(const void* p) {
+inline Vec128 Load128(const void* p) {
   return _mm_loadu_si128(static_cast<const __m128i*>(p));
 }
-inline void Store128(void* p, __m128i a) {
+inline void Store128(void* p, Vec128 a) {
   _mm_storeu_si128(static_cast<__m128i*>(p), a);
+}
+inline Vec128 Shuffle128(Vec128 a, Vec128 indices) {
+  return _mm_shuffle_epi8(a, indices);
 }
 
 inline Vec Load(const void* p) {
   return _mm256_loadu_si256(static_cast<const __m256i*>(p));
 }
-/// The same 16 bytes in every 128-bit lane.
 inline Vec LoadLane(const void* p) {
   return _mm256_broadcastsi128_si256(Load128(p));
 }
-/// Lane i from p + i * stride.
 inline Vec LoadLanes(const uint8_t* p, ptrdiff_t stride) {
   return _mm256_inserti128_si256(_mm256_castsi128_si256(Load128(p)), Load128(p + stride), 1);
 }
-/// Half a vector of bytes as words.
 inline Vec LoadBytesAsWords(const uint8_t* p) {
   return _mm256_cvtepu8_epi16(Load128(p));
 }
-/// Half a vector of each, byte by byte in turns.
-inline Vec LoadInTurns(const uint8_t* first, const uint8_t* second) {
+inline Vec LoadInterleaved(const uint8_t* first, const uint8_t* second) {
   const __m128i a = Load128(first);
   const __m128i b = Load128(second);
   return _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_unpacklo_epi8(a, b)), _mm_unpackhi_epi8(a, b), 1);
@@ -45,7 +45,6 @@ inline Vec LoadInTurns(const uint8_t* first, const uint8_t* second) {
 inline void Store(void* p, Vec a) {
   _mm256_storeu_si256(static_cast<__m256i*>(p), a);
 }
-/// The first lanes of all vectors, then the second ones.
 inline void StoreByLane(uint8_t* p, Vec a, Vec b) {
   Store(p, _mm256_permute2x128_si256(a, b, 0x20));
   Store(p + 32, _mm256_permute2x128_si256(a, b, 0x31));
@@ -56,7 +55,6 @@ inline void StoreByLane(uint8_t* p, Vec a, Vec b, Vec c, Vec d) {
   Store(p + 64, _mm256_permute2x128_si256(a, b, 0x31));
   Store(p + 96, _mm256_permute2x128_si256(c, d, 0x31));
 }
-/// The low 64 bits of every lane to `low`, the high ones to `high`.
 inline void StoreHalves(uint8_t* low, uint8_t* high, Vec a) {
   const Vec sorted = _mm256_permute4x64_epi64(a, _MM_SHUFFLE(3, 1, 2, 0));
   Store128(low, _mm256_castsi256_si128(sorted));
@@ -72,7 +70,6 @@ inline Vec Set8(int32_t a) {
 inline Vec Set16(int32_t a) {
   return _mm256_set1_epi16(static_cast<short>(a));
 }
-/// Word pairs of the two.
 inline Vec SetPairs(int32_t first, int32_t second) {
   return _mm256_set1_epi32(
       static_cast<int32_t>(static_cast<uint32_t>(second) << 16 | static_cast<uint16_t>(first)));
@@ -116,18 +113,15 @@ inline Vec Max16(Vec a, Vec b) {
 inline Vec Greater16(Vec a, Vec b) {
   return _mm256_cmpgt_epi16(a, b);
 }
-/// Words as Carry compares them, which is signed.
 inline Vec Comparable(Vec a) {
   return Xor(a, Set16(0x8000));
 }
-/// sum + 1 where a is greater than b, both made comparable.
 inline Vec Carry(Vec sum, Vec a, Vec b) {
   return Sub16(sum, Greater16(a, b));
 }
 inline Vec Abs8(Vec a) {
   return _mm256_abs_epi8(a);
 }
-/// a, -a or 0 by the sign of b.
 inline Vec Sign16(Vec a, Vec b) {
   return _mm256_sign_epi16(a, b);
 }
@@ -192,7 +186,7 @@ inline Vec UnpackHigh64(Vec a, Vec b) {
 inline Vec Shuffle8(Vec a, Vec indices) {
   return _mm256_shuffle_epi8(a, indices);
 }
-/// Words of a table. The one behind each may be read and is dropped.
+/// The word behind each is read, too, and dropped.
 inline Vec LookUp16(Vec indices, const uint16_t* table) {
   const auto* const words = reinterpret_cast<const int*>(table);
   const Vec low = _mm256_i32gather_epi32(words, UnpackLow16(indices, Zero()), 2);
@@ -232,8 +226,7 @@ inline Vec InterleavedPart(Vec a, Vec b, Vec c) {
   return SelectBytes(SelectBytes(a, b, kInterleave.isSecond[kPart]), c, kInterleave.isThird[kPart]);
 }
 
-/// Bytes of a, b and c in turns.
-inline void StoreInTurns(uint8_t* out, Vec a, Vec b, Vec c) {
+inline void StoreInterleaved(uint8_t* out, Vec a, Vec b, Vec c) {
   a = Shuffle8(a, LoadLane(kInterleave.place[0]));
   b = Shuffle8(b, LoadLane(kInterleave.place[1]));
   c = Shuffle8(c, LoadLane(kInterleave.place[2]));

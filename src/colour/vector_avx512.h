@@ -36,18 +36,15 @@ constexpr ByteChoice MakeChoice(Choose choose) {
     choice.bytes[i] = static_cast<uint8_t>(choose(i));
   return choice;
 }
-constexpr ByteChoice kInTurns = MakeChoice([](int32_t i) { return i / 2 + i % 2 * kVecBytes; });
+constexpr ByteChoice kInterleavedPairs = MakeChoice([](int32_t i) { return i / 2 + i % 2 * kVecBytes; });
 
-/// Half a vector of bytes as words.
 inline Vec LoadBytesAsWords(const uint8_t* p) {
   return _mm512_cvtepu8_epi16(Load256(p));
 }
-/// Half a vector of each, byte by byte in turns.
-inline Vec LoadInTurns(const uint8_t* first, const uint8_t* second) {
-  return _mm512_permutex2var_epi8(_mm512_castsi256_si512(Load256(first)), Load(kInTurns.bytes),
+inline Vec LoadInterleaved(const uint8_t* first, const uint8_t* second) {
+  return _mm512_permutex2var_epi8(_mm512_castsi256_si512(Load256(first)), Load(kInterleavedPairs.bytes),
                                   _mm512_castsi256_si512(Load256(second)));
 }
-/// The first lanes of all vectors, then the second ones.
 inline void StoreByLane(uint8_t* p, Vec a, Vec b) {
   Store(p, _mm512_permutex2var_epi64(a, _mm512_setr_epi64(0, 1, 8, 9, 2, 3, 10, 11), b));
   Store(p + 64, _mm512_permutex2var_epi64(a, _mm512_setr_epi64(4, 5, 12, 13, 6, 7, 14, 15), b));
@@ -90,11 +87,9 @@ inline Vec MulLow(Vec a, Vec b) {
 inline Vec MulHigh(Vec a, Vec b) {
   return _mm512_mulhi_epi16(a, b);
 }
-/// Words as Carry compares them: here as they are.
 inline Vec Comparable(Vec a) {
   return a;
 }
-/// sum + 1 where a is greater than b, both made comparable.
 inline Vec Carry(Vec sum, Vec a, Vec b) {
   return _mm512_mask_sub_epi16(sum, _mm512_cmpgt_epu16_mask(a, b), sum, Set16(-1));
 }
@@ -142,8 +137,7 @@ inline Vec InterleavedPart(Vec a, Vec b, Vec c) {
   return _mm512_mask_permutexvar_epi8(ab, kLast, choice, c);
 }
 
-/// Bytes of a, b and c in turns.
-inline void StoreInTurns(uint8_t* out, Vec a, Vec b, Vec c) {
+inline void StoreInterleaved(uint8_t* out, Vec a, Vec b, Vec c) {
   Store(out, InterleavedPart<0>(a, b, c));
   Store(out + 64, InterleavedPart<1>(a, b, c));
   Store(out + 128, InterleavedPart<2>(a, b, c));

@@ -12,39 +12,38 @@
 namespace {
 
 using Vec = __m128i;
+using Vec128 = __m128i;
 constexpr int32_t kVecBytes = 16;
 
-inline __m128i Load128(const void* p) {
+inline Vec128 Load128(const void* p) {
   return _mm_loadu_si128(static_cast<const __m128i*>(p));
 }
-inline void Store128(void* p, __m128i a) {
+inline void Store128(void* p, Vec128 a) {
   _mm_storeu_si128(static_cast<__m128i*>(p), a);
+}
+inline Vec128 Shuffle128(Vec128 a, Vec128 indices) {
+  return _mm_shuffle_epi8(a, indices);
 }
 
 inline Vec Load(const void* p) {
   return Load128(p);
 }
-/// The same 16 bytes in every 128-bit lane.
 inline Vec LoadLane(const void* p) {
   return Load128(p);
 }
-/// Lane i from p + i * stride.
 inline Vec LoadLanes(const uint8_t* p, ptrdiff_t) {
   return Load128(p);
 }
-/// Half a vector of bytes as words.
 inline Vec LoadBytesAsWords(const uint8_t* p) {
   return _mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), _mm_setzero_si128());
 }
-/// Half a vector of each, byte by byte in turns.
-inline Vec LoadInTurns(const uint8_t* first, const uint8_t* second) {
+inline Vec LoadInterleaved(const uint8_t* first, const uint8_t* second) {
   return _mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(first)),
                            _mm_loadl_epi64(reinterpret_cast<const __m128i*>(second)));
 }
 inline void Store(void* p, Vec a) {
   Store128(p, a);
 }
-/// The first lanes of all vectors, then the second ones.
 inline void StoreByLane(uint8_t* p, Vec a, Vec b) {
   Store128(p, a);
   Store128(p + 16, b);
@@ -53,7 +52,6 @@ inline void StoreByLane(uint8_t* p, Vec a, Vec b, Vec c, Vec d) {
   StoreByLane(p, a, b);
   StoreByLane(p + 32, c, d);
 }
-/// The low 64 bits of every lane to `low`, the high ones to `high`.
 inline void StoreHalves(uint8_t* low, uint8_t* high, Vec a) {
   _mm_storel_epi64(reinterpret_cast<__m128i*>(low), a);
   _mm_storel_epi64(reinterpret_cast<__m128i*>(high), _mm_unpackhi_epi64(a, a));
@@ -68,7 +66,6 @@ inline Vec Set8(int32_t a) {
 inline Vec Set16(int32_t a) {
   return _mm_set1_epi16(static_cast<short>(a));
 }
-/// Word pairs of the two.
 inline Vec SetPairs(int32_t first, int32_t second) {
   return _mm_set1_epi32(
       static_cast<int32_t>(static_cast<uint32_t>(second) << 16 | static_cast<uint16_t>(first)));
@@ -112,18 +109,15 @@ inline Vec Max16(Vec a, Vec b) {
 inline Vec Greater16(Vec a, Vec b) {
   return _mm_cmpgt_epi16(a, b);
 }
-/// Words as Carry compares them, which is signed.
 inline Vec Comparable(Vec a) {
   return Xor(a, Set16(0x8000));
 }
-/// sum + 1 where a is greater than b, both made comparable.
 inline Vec Carry(Vec sum, Vec a, Vec b) {
   return Sub16(sum, Greater16(a, b));
 }
 inline Vec Abs8(Vec a) {
   return _mm_abs_epi8(a);
 }
-/// a, -a or 0 by the sign of b.
 inline Vec Sign16(Vec a, Vec b) {
   return _mm_sign_epi16(a, b);
 }
@@ -195,7 +189,6 @@ inline long long LookUpFour(uint64_t indices, const uint16_t* table) {
   return static_cast<long long>(low | high << 32);
 }
 
-/// Words of a table.
 inline Vec LookUp16(Vec indices, const uint16_t* table) {
   alignas(16) uint64_t quads[2];
   Store(quads, indices);
@@ -218,8 +211,8 @@ constexpr InterleaveMasks MakeInterleaveMasks() {
 }
 constexpr InterleaveMasks kInterleave = MakeInterleaveMasks();
 
-/// Bytes of a, b and c in turns. Only an aligned mask can be an operand without a load of its own.
-inline void StoreInTurns(uint8_t* out, Vec a, Vec b, Vec c) {
+/// Only an aligned mask can be an operand without a load of its own.
+inline void StoreInterleaved(uint8_t* out, Vec a, Vec b, Vec c) {
   for (int32_t part = 0; part < 3; ++part) {
     const auto* const masks = reinterpret_cast<const __m128i*>(kInterleave.bytes[part]);
     const Vec ab = Or(Shuffle8(a, _mm_load_si128(masks)), Shuffle8(b, _mm_load_si128(masks + 1)));

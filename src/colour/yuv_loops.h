@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The conversions on vectors, for any vector type. Included by one file per instruction set, after its
-// vectors.
+// The conversions of planes on vectors of any size. Included by one file per instruction set, after its vectors.
 #pragma once
 
 #include "colour/conversion_tables.h"
 #include "colour/kernels.h"
 #include "colour/prefetch.h"
+#include "colour/vector_basics.h"
 
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
@@ -98,13 +98,13 @@ inline Channels ToChannels(Vec y, const ChromaParts& chroma, const Factors& f) {
 }
 
 struct Bgr24Out {
-  static constexpr PixelFormat kFormat = PixelFormat::Bgr24;
+  static constexpr auto kKernel = &PixelKernels::bgr24;
   static constexpr ptrdiff_t kPixelBytes = 3;
-  static void Put(uint8_t* out, const Channels& c) { StoreInTurns(out, c.blue, c.green, c.red); }
+  static void Put(uint8_t* out, const Channels& c) { StoreInterleaved(out, c.blue, c.green, c.red); }
 };
 
 struct Bgrx32Out {
-  static constexpr PixelFormat kFormat = PixelFormat::Bgrx32;
+  static constexpr auto kKernel = &PixelKernels::bgrx32;
   static constexpr ptrdiff_t kPixelBytes = 4;
   static void Put(uint8_t* out, const Channels& c) {
     const Vec bgLow = UnpackLow8(c.blue, c.green);
@@ -117,9 +117,9 @@ struct Bgrx32Out {
 };
 
 /// Words of 5 bits red, kGreenBits green and 5 bits blue.
-template <PixelFormat kPixelFormat, int kGreenBits>
+template <YuvRowsKernel PixelKernels::*kMember, int kGreenBits>
 struct Rgb16Out {
-  static constexpr PixelFormat kFormat = kPixelFormat;
+  static constexpr auto kKernel = kMember;
   static constexpr ptrdiff_t kPixelBytes = 2;
 
   /// From words: blue and green as they are, red in the high byte.
@@ -133,8 +133,8 @@ struct Rgb16Out {
                 Pack(UnpackHigh8(c.blue, Zero()), UnpackHigh8(c.green, Zero()), UnpackHigh8(Zero(), c.red)));
   }
 };
-using Rgb565Out = Rgb16Out<PixelFormat::Rgb565, 6>;
-using Rgb555Out = Rgb16Out<PixelFormat::Rgb555, 5>;
+using Rgb565Out = Rgb16Out<&PixelKernels::rgb565, 6>;
+using Rgb555Out = Rgb16Out<&PixelKernels::rgb555, 5>;
 
 inline Channels PackChannels(const Channels& low, const Channels& high) {
   return {PackUnsigned8(low.blue, high.blue), PackUnsigned8(low.green, high.green),
@@ -148,7 +148,7 @@ constexpr int32_t kCachedWidth = 1024;
 template <class Out, const ColourKernels& kNarrower>
 void YuvToPixels(const YuvRows& rows, int32_t width, const ConversionTables& tables) {
   const int32_t even = width & ~1;
-  if (even < kVecBytes) return kNarrower.yuvToPixels[static_cast<size_t>(Out::kFormat)](rows, width, tables);
+  if (even < kVecBytes) return (kNarrower.yuv.toPixels.*Out::kKernel)(rows, width, tables);
   const Factors factors(tables.coefficients);
   const ptrdiff_t pitch = rows.out[1] - rows.out[0];
   const bool isLarge = width > kCachedWidth;
@@ -175,12 +175,21 @@ void YuvToPixels(const YuvRows& rows, int32_t width, const ConversionTables& tab
 template <const ColourKernels& kNarrower>
 void YuvTo422(uint8_t* out, const uint8_t* y, const uint8_t* u, const uint8_t* v, int32_t width) {
   const int32_t even = width & ~1;
-  if (even < kVecBytes) return kNarrower.yuvTo422(out, y, u, v, width);
+  if (even < kVecBytes) return kNarrower.yuv.to422(out, y, u, v, width);
   ForEachBlock(even, kVecBytes, [&](int32_t x) {
     const Vec luma = Load(y + x);
-    const Vec chroma = LoadInTurns(u + x / 2, v + x / 2);
+    const Vec chroma = LoadInterleaved(u + x / 2, v + x / 2);
     StoreByLane(out + ptrdiff_t{x} * 2, UnpackLow8(chroma, luma), UnpackHigh8(chroma, luma));
   });
 }
+
+template <const ColourKernels& kNarrower>
+constexpr YuvKernels kYuvKernels = {
+    .toPixels = {.bgr24 = YuvToPixels<Bgr24Out, kNarrower>,
+                 .bgrx32 = YuvToPixels<Bgrx32Out, kNarrower>,
+                 .rgb565 = YuvToPixels<Rgb565Out, kNarrower>,
+                 .rgb555 = YuvToPixels<Rgb555Out, kNarrower>},
+    .to422 = YuvTo422<kNarrower>,
+};
 
 }  // namespace
