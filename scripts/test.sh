@@ -3,14 +3,15 @@
 # documents, analyses, builds for both systems (with Clang here, with GCC for Windows), and runs all tests.
 # Each step's output is kept in build/test/; the steps go on after a failure, and the exit code is 0 only when
 # all of them passed.
-#   test.sh            the default steps: format shell docs analyse native-clang threads mingw-release package
+#   test.sh            the default steps: format shell layers docs analyse native-clang threads
+#                      mingw-release package
 #   test.sh <step>...  some of them, what they cover in another build (native mingw-debug mingw-clang msvc),
 #                      reproducible, or a long campaign: soak fuzz
 . "$(dirname "$0")/common.sh"
 cd "$ROOT"
 LOGS=$ROOT/build/test
 BED=$ROOT/build/bed
-DEFAULT_STEPS=(format shell docs analyse native-clang threads mingw-release package)
+DEFAULT_STEPS=(format shell layers docs analyse native-clang threads mingw-release package)
 STEPS=("$@"); [ $# -gt 0 ] || STEPS=("${DEFAULT_STEPS[@]}")
 passed=0 failed=0 failures=()
 bed=down
@@ -48,6 +49,7 @@ step_shell() {
   mapfile -t scripts < <(git ls-files '*.sh' .ci/run)
   shellcheck "${scripts[@]}"
 }
+step_layers() { "$ROOT/scripts/check_layers.sh"; }
 step_docs() { "$ROOT/scripts/check_docs.sh"; }
 step_analyse() { "$ROOT/scripts/analyse.sh"; }
 step_native() { build_preset native && ctest --preset native -j "$JOBS"; }
