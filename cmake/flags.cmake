@@ -1,4 +1,5 @@
-# nivral_flags carries the warnings and code-generation options that every target of this project is built with.
+# nivral_flags carries the warnings and code-generation options that every target of this project is built
+# with.
 add_library(nivral_flags INTERFACE)
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)

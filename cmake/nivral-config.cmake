@@ -1,5 +1,5 @@
-# find_package(nivral CONFIG): the target nivral::nivral, which is the DLL with the import library that suits the
-# compiler, and nivral_copy_dlls(target).
+# find_package(nivral CONFIG): the target nivral::nivral, which is the DLL with the import library that suits
+# the compiler, and nivral_copy_dlls(target).
 if(NOT WIN32 OR NOT CMAKE_SIZEOF_VOID_P EQUAL 8)
   set(nivral_FOUND FALSE)
   set(nivral_NOT_FOUND_MESSAGE "libnivral is a library for 64-bit Windows")

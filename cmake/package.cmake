@@ -1,5 +1,5 @@
-# What the package holds; scripts/package.sh installs it into a folder and packs that. The component "symbols" is an
-# archive of its own.
+# What the package holds; scripts/package.sh installs it into a folder and packs that. The component "symbols"
+# is an archive of its own.
 include(CMakePackageConfigHelpers)
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME kit)
 

@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: MIT
 """Packs a folder, whose name becomes the archive's top folder: zip_folder.py FOLDER ARCHIVE
 
-The same files give the same bytes: names are sorted, times are SOURCE_DATE_EPOCH's, and neither owners nor the
-machine's permissions are stored.
+The same files give the same bytes: names are sorted, times are SOURCE_DATE_EPOCH's, and neither owners nor
+the machine's permissions are stored.
 """
 import os
 import sys

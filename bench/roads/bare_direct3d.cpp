@@ -29,8 +29,8 @@ class BareDirect3D : public BenchPane {
     parameters.Windowed = TRUE;
     parameters.Flags = D3DPRESENTFLAG_LOCKABLE_BACKBUFFER | D3DPRESENTFLAG_VIDEO;
     parameters.PresentationInterval = D3DPRESENT_INTERVAL_IMMEDIATE;
-    // Wine stretches YV12 straight onto a back buffer only as far as its window reaches: a quarter, here. For a
-    // whole picture it takes a render target between them.
+    // Wine stretches YV12 straight onto a back buffer only as far as its window reaches: a quarter, here. For
+    // a whole picture it takes a render target between them.
     if (FAILED(m_direct3D->CreateDevice(0, D3DDEVTYPE_HAL, m_window.Handle(),
                                         D3DCREATE_HARDWARE_VERTEXPROCESSING | D3DCREATE_FPU_PRESERVE,
                                         &parameters, m_device.put())) ||

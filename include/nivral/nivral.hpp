@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // libnivral from C++17, header only: objects that close what they open, callables as callbacks, results where
-// a call can fail, a list of calls for the thread that draws, snapshots. Nothing throws, and exceptions and RTTI
-// may be switched off. nivral.h says what each operation does, in which order and on which thread; only what
-// differs is said here.
+// a call can fail, a list of calls for the thread that draws, snapshots. Nothing throws, and exceptions and
+// RTTI may be switched off. nivral.h says what each operation does, in which order and on which thread; only
+// what differs is said here.
 //
 //   nivral::Library library(nivral::Start::kSdl2);
 //   nivral::Display display;
@@ -451,8 +451,8 @@ class WavePlayer : public detail::Object<detail::WaveTraits> {
 };
 
 /// Calls on one display, made one after the other: any thread adds them, and the thread that draws runs them
-/// before its next frame. A Direct3D 9 display needs this, since none of its calls may overlap; the others bear
-/// it. Not for Init, Free and Close, which belong to the window's thread while nobody draws.
+/// before its next frame. A Direct3D 9 display needs this, since none of its calls may overlap; the others
+/// bear it. Not for Init, Free and Close, which belong to the window's thread while nobody draws.
 ///
 ///   if (!jobs.Add([](nivral::Display& display) { display.SetMirror(nivral::Mirror::kFlip); })) return 1;
 ///   jobs.Run(display), shown = display.Draw(frame);  // on the thread that draws
@@ -546,7 +546,8 @@ inline void FillBmp(uint8_t* file, DWORD size, const Frame& frame, uint32_t widt
   std::memcpy(file + sizeof(fileHeader), &picture, sizeof(picture));
   uint8_t* pixels = file + kBmpHeaders;
   ToBgr24(frame, width, height, pixels, width, Rows::kBottomUp);
-  // Rows of the file are whole multiples of four bytes; from the last one on, none meets what is still to move.
+  // Rows of the file are whole multiples of four bytes; from the last one on, none meets what is still to
+  // move.
   const size_t packedRow = size_t{3} * width;
   const size_t fileRow = (size - kBmpHeaders) / height;
   for (size_t row = height; fileRow != packedRow && row-- > 0;) {
@@ -566,8 +567,8 @@ inline bool WriteFile(const wchar_t* path, const uint8_t* bytes, DWORD size) noe
 
 }  // namespace detail
 
-/// Writes a frame as a 24-bit BMP file, without an odd last column or row. It is the picture without overlays:
-/// as decoded, or in a callable of OnFrame as it was shown, mirrored and adjusted.
+/// Writes a frame as a 24-bit BMP file, without an odd last column or row. It is the picture without
+/// overlays: as decoded, or in a callable of OnFrame as it was shown, mirrored and adjusted.
 [[nodiscard]] inline bool SaveBmp(const wchar_t* path, const Frame& frame, uint32_t width,
                                   uint32_t height) noexcept {
   width &= ~1U;

@@ -6,9 +6,9 @@
 namespace {
 
 /// Keeps the library in the process until that ends. Each unloading would leave something behind: of the
-/// run-time linked into it a TLS slot, of which a process has 1088, the memory it keeps for throwing when there
-/// is none, and what it notes of every thread that once threw or waited; of SDL its window procedure in a
-/// client's window and timers that are still to fire.
+/// run-time linked into it a TLS slot, of which a process has 1088, the memory it keeps for throwing when
+/// there is none, and what it notes of every thread that once threw or waited; of SDL its window procedure in
+/// a client's window and timers that are still to fire.
 void StayLoaded(HINSTANCE library) {
   HMODULE pinned = nullptr;
   GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// 24-bit pixels to planes on vectors of any size. Included by one file per instruction set, after its vectors.
+// 24-bit pixels to planes on vectors of any size. Included by one file per instruction set, after its
+// vectors.
 #pragma once
 
 #include "colour/vector_extras.h"

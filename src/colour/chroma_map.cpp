@@ -6,8 +6,8 @@
 
 namespace {
 
-/// Stays below 1, and above what 128 roundings of the other factor amount to: next to a multiple of 90 degrees
-/// the smaller factor decides on which side of a whole number a sum lies.
+/// Stays below 1, and above what 128 roundings of the other factor amount to: next to a multiple of 90
+/// degrees the smaller factor decides on which side of a whole number a sum lies.
 int32_t ToFixed(double factor) {
   constexpr int32_t kLargest = (1 << ChromaMap::kFractionBits) - 1;
   constexpr int32_t kSmallest = 256;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Copies of planes that map and mirror on vectors of any size. Included by one file per instruction set, after
-// its vectors.
+// Copies of planes that map and mirror on vectors of any size. Included by one file per instruction set,
+// after its vectors.
 #pragma once
 
 #include "colour/byte_map.h"

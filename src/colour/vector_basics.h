@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What the conversions of planes want of vectors: included after a header that defines Vec, its size kVecBytes
-// and these functions for an instruction set. Vectors consist of lanes of 16 bytes, to which shuffles, packing
-// and unpacking keep.
+// What the conversions of planes want of vectors: included after a header that defines Vec, its size
+// kVecBytes and these functions for an instruction set. Vectors consist of lanes of 16 bytes, to which
+// shuffles, packing and unpacking keep.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The conversions of planes on vectors of any size. Included by one file per instruction set, after its vectors.
+// The conversions of planes on vectors of any size. Included by one file per instruction set, after its
+// vectors.
 #pragma once
 
 #include "colour/conversion_tables.h"

@@ -73,8 +73,8 @@ uint32_t MaskFromEnvironment() {
 
 constexpr uint64_t kUnknown = ~uint64_t{0};
 
-/// A number that is found at its first use. Statics of functions would do, but their guards take memory, which
-/// may be what a frame lacks; threads that come at the same time find the same.
+/// A number that is found at its first use. Statics of functions would do, but their guards take memory,
+/// which may be what a frame lacks; threads that come at the same time find the same.
 class FoundOnce {
  public:
   uint32_t Get(uint32_t (*find)()) {

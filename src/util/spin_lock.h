@@ -5,9 +5,9 @@
 
 #include <atomic>
 
-/// A lock for sections of some nanoseconds that call nobody. Needs no memory, cannot fail and costs one atomic
-/// exchange, where the system's locks cost several calls; who meets it taken soon lets others run, those of a
-/// lower priority too. Not to be taken twice.
+/// A lock for sections of some nanoseconds that call nobody. Needs no memory, cannot fail and costs one
+/// atomic exchange, where the system's locks cost several calls; who meets it taken soon lets others run,
+/// those of a lower priority too. Not to be taken twice.
 class SpinLock {
  public:
   void lock() {

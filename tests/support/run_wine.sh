@@ -1,8 +1,8 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
-# Runs a Windows program: run_wine.sh PROGRAM [ARGUMENT...]
-# Wine starts its desktop with the first program that wants one and keeps it for the next. Being a child, it
-# would hold this test's output open for as long, and CTest waits for its end; so the program writes to a file.
+# Runs a Windows program: run_wine.sh PROGRAM [ARGUMENT...] Wine starts its desktop with the first program
+# that wants one and keeps it for the next. Being a child, it would hold this test's output open for as long,
+# and CTest waits for its end; so the program writes to a file.
 OUTPUT=$(mktemp); trap 'rm -f "$OUTPUT"' EXIT
 /usr/lib/wine/wine64 "$@" > "$OUTPUT" 2>&1 < /dev/null
 CODE=$?

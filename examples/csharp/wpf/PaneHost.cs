@@ -7,9 +7,9 @@ using System.Windows.Interop;
 
 namespace Nivral.Wpf {
   /// <summary>
-  /// WPF draws its elements itself and has one window for all of them; a pane needs a window of its own, which
-  /// HwndHost makes. It covers whatever WPF draws at its place (the "airspace" rule), so controls that should
-  /// lie over the video go into a Popup.
+  /// WPF draws its elements itself and has one window for all of them; a pane needs a window of its own,
+  /// which HwndHost makes. It covers whatever WPF draws at its place (the "airspace" rule), so controls that
+  /// should lie over the video go into a Popup.
   /// </summary>
   public sealed class PaneHost : HwndHost {
     private const int WsChild = 0x40000000;

@@ -25,7 +25,8 @@ class Overlays {
   /// Before every frame.
   void SetTexts(nivral::Display& display, const Frame& frame);
   bool HasRecords() const { return m_content.find != nullptr; }
-  /// Before every new frame, while there are records: the one that belongs to it, as the mirror mode shows it.
+  /// Before every new frame, while there are records: the one that belongs to it, as the mirror mode shows
+  /// it.
   void SendRecord(nivral::Display& display, const Frame& frame, nivral::Mirror mirror);
 
  private:

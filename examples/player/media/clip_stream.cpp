@@ -184,8 +184,8 @@ bool ClipStream::JumpTo(double seconds) {
   return true;
 }
 
-// Containers jump by the time of decoding, or to where they guess the time to be, so that what comes first may
-// be too late: then from further before, and in the end from the start.
+// Containers jump by the time of decoding, or to where they guess the time to be, so that what comes first
+// may be too late: then from further before, and in the end from the start.
 void ClipStream::Seek(double seconds) {
   m_hasAfterJump = false;
   for (const double before : {0.0, 1.0, 4.0, 16.0, 64.0}) {
