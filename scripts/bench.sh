@@ -63,9 +63,7 @@ part_roads() {
   quietly build/configure-roads.log "configuring" cmake --preset mingw-release -DNIVRAL_BENCH=ON
   quietly build/build-roads.log "building" \
     cmake --build --preset mingw-release -j "$JOBS" --target roads_bench
-  local bed=$ROOT/build/bed
-  local state; state=$("$ROOT/scripts/bed.sh" up "$bed")
-  . "$bed/env.sh"
+  use_bed "$ROOT/build/bed"
   section "Roads" "On: $PROCESSOR; $("$WINE" --version), software rasteriser of $(version_of libgl1-mesa-dri).
 
 A round is one 640x360 frame to each pane, drawn into a window of 320x180; the bare programs only upload,
@@ -75,7 +73,6 @@ Cells: wall time, and in brackets process time, against the bare programs that t
 DirectDraw draws behind the caller's back, so its rounds come at a fixed rate and only process time tells (in
 its bare column too)." \
     roads_table
-  grep -q 'already up' <<< "$state" || "$ROOT/scripts/bed.sh" down "$bed"
 }
 
 "$ROOT/scripts/setup.sh"

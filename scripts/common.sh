@@ -37,4 +37,14 @@ wine_environment() {
   printf 'export WINEPREFIX=%q WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="\n' "$1"
 }
 
+# use_bed <folder>: a bed for the rest of the script, which its end takes down unless it was up before.
+use_bed() {
+  local state
+  state=$("$ROOT/scripts/bed.sh" up "$1" | tee /dev/stderr)
+  . "$1/env.sh"
+  grep -q 'already up' <<< "$state" && return
+  OWN_BED=$1
+  trap '"$ROOT/scripts/bed.sh" down "$OWN_BED" > /dev/null 2>&1 || true' EXIT
+}
+
 windows_path() { local path; path=$(realpath -m "$1"); printf 'Z:%s' "${path//\//\\}"; }

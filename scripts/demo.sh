@@ -25,9 +25,7 @@ if [ -n "${DISPLAY:-}" ]; then
   trap '"$WINE_SERVER" -k >/dev/null 2>&1 || true' EXIT
   "$ROOT/scripts/bed.sh" prefix "$BED"
 else
-  trap '"$ROOT/scripts/bed.sh" down "$BED"' EXIT
-  "$ROOT/scripts/bed.sh" up "$BED"
-  . "$BED/env.sh"
+  use_bed "$BED"
 fi
 rm -f "$DEMO/screenshot.png"
 "$WINE" "$EXE" "${ARGS[@]}" "$@" || die "nivral_player ended with code $?"

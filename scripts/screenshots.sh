@@ -52,9 +52,7 @@ install_packages graphviz
 "$ROOT/scripts/build.sh" mingw-release --target nivral_player
 mkdir -p "$WORK" "$IMAGES"
 dot -Tsvg "$ROOT/docs/frame-road.dot" -o "$IMAGES/frame-road.svg"
-trap '"$ROOT/scripts/bed.sh" down "$BED"' EXIT
-"$ROOT/scripts/bed.sh" up "$BED"
-. "$BED/env.sh"
+use_bed "$BED"
 MOSAIC=(--mosaic 8 --mosaic-area "0.44,0.46,0.54,0.54")
 if [ $# = 2 ]; then
   SCENE=("$(windows_path "$1")" --records "$(windows_path "$2")" --channel Front)

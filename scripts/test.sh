@@ -14,7 +14,6 @@ BED=$ROOT/build/bed
 DEFAULT_STEPS=(format shell layers docs analyse native-clang threads mingw-release package)
 STEPS=("$@"); [ $# -gt 0 ] || STEPS=("${DEFAULT_STEPS[@]}")
 passed=0 failed=0 failures=()
-bed=down
 
 build_preset() {
   local preset=$1; shift
@@ -30,18 +29,6 @@ count_tests() {
   all=$(sed -E 's/.* out of ([0-9]+).*/\1/' <<< "$summary")
   passed=$((passed + all - bad)) failed=$((failed + bad))
 }
-
-# A bed that was up before stays up.
-start_bed() {
-  [ $bed = down ] || return 0
-  "$ROOT/scripts/bed.sh" up "$BED" | tee "$LOGS/bed.log"
-  if grep -q 'already up' "$LOGS/bed.log"; then bed=borrowed; else bed=ours; fi
-}
-
-end_bed() {
-  [ $bed != ours ] || "$ROOT/scripts/bed.sh" down "$BED" > /dev/null 2>&1 || true
-}
-trap end_bed EXIT
 
 step_format() { "$ROOT/scripts/format.sh" --check; }
 step_shell() {
@@ -68,8 +55,7 @@ step_mingw-debug() {
     run_windows_tests mingw-debug --label-regex core
 }
 step_package() {
-  "$ROOT/scripts/check_csharp.sh" && "$ROOT/scripts/package.sh" &&
-    ( . "$BED/env.sh"; "$ROOT/scripts/check_package.sh" )
+  "$ROOT/scripts/check_csharp.sh" && "$ROOT/scripts/package.sh" && "$ROOT/scripts/check_package.sh"
 }
 
 step_reproducible() { "$ROOT/scripts/package.sh" && "$ROOT/scripts/check_reproducible.sh"; }
@@ -101,7 +87,6 @@ step_soak() {
   build_preset mingw-release
   export NIVRAL_SOAK_CYCLES=${NIVRAL_SOAK_CYCLES:-1000} NIVRAL_SOAK_SECONDS=${NIVRAL_SOAK_SECONDS:-60}
   export NIVRAL_SOAK_PANES=${NIVRAL_SOAK_PANES:-16}
-  . "$BED/env.sh"
   local program failed=0
   while read -r program; do
     echo "$program: $NIVRAL_SOAK_CYCLES cycles, $NIVRAL_SOAK_SECONDS s, $NIVRAL_SOAK_PANES panes"
@@ -113,12 +98,12 @@ step_soak() {
 
 run_windows_tests() {
   local preset=$1; shift
-  ( . "$BED/env.sh"; ctest --preset "$preset" -j "$JOBS" --timeout 300 "$@" )
+  ctest --preset "$preset" -j "$JOBS" --timeout 300 "$@"
 }
 
 run_step() {
   local step=$1 start=$SECONDS log=$LOGS/$1.log
-  case $step in mingw-release|mingw-debug|mingw-clang|package|soak) start_bed ;; esac
+  case $step in mingw-release|mingw-debug|mingw-clang|package|soak) use_bed "$BED" ;; esac
   printf '== %-14s ' "$step"
   if "step_$step" > "$log" 2>&1; then
     echo "passed in $((SECONDS - start)) s"
