@@ -7,13 +7,13 @@
 #include <memory>
 #include <new>
 
-#include "api/directx_version.h"
 #include "backends/d3d9/d3d_displayer.h"
 #include "util/log_file.h"
 #include "util/win_handles.h"
 
 namespace {
 
+constexpr int32_t kDirectX9 = 9;
 constexpr uint32_t kTrialSize = 100;
 
 UniqueRegKey OpenMachineKey(const wchar_t* path, REGSAM access) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "api/directx_version.h"
+#include "api/direct3d_probe.h"
 
 #include <gtest/gtest.h>
 
