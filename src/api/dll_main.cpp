@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <windows.h>
 
-#include "api/load_handler.h"
+#include "api/guard.h"
+#include "backends/ddraw/direct_draw.h"
+#include "colour/convert.h"
+#include "util/log_file.h"
 
 namespace {
 
@@ -13,6 +16,21 @@ void StayLoaded(HINSTANCE library) {
   HMODULE pinned = nullptr;
   GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
                      reinterpret_cast<const wchar_t*>(library), &pinned);
+}
+
+/// Both run under the loader's lock.
+void OnProcessAttach() noexcept {
+  Guarded([] {
+    BuildConversionTables();
+    CDirectDraw::BuildTables();
+    CDirectDraw::MarkPrepared();
+    CLogFile::GetInstance()->SetName(L"libnivral");
+    return kApiOk;
+  });
+}
+
+void OnProcessDetach() noexcept {
+  CLogFile::DestroyInstance();
 }
 
 }  // namespace
