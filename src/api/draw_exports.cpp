@@ -3,10 +3,23 @@
 #include <memory>
 
 #include "api/guard.h"
-#include "api/window_note.h"
 #include "display/base_displayer.h"
 #include "nivral/nivral.h"
 #include "util/log_file.h"
+
+namespace {
+
+bool RunsUnderWine() {
+  const HMODULE system = GetModuleHandleW(L"ntdll.dll");
+  return system && GetProcAddress(system, "wine_get_version");
+}
+
+void WarnOfChildWindow(HWND window) {
+  if ((GetWindowLongW(window, GWL_STYLE) & WS_CHILD) && RunsUnderWine())
+    CLogFile::GetInstance()->Write(2, L"NIVRAL_DWSetHwnd: Wine may show nothing in a child window");
+}
+
+}  // namespace
 
 extern "C" {
 
@@ -40,14 +53,14 @@ uint32_t NIVRAL_CALL NIVRAL_DWDrawYUV420(void* hDraw, uint8_t* pY, uint32_t stri
 
 uint32_t NIVRAL_CALL NIVRAL_DWSetHwnd(void* hDraw, HWND hwnd) {
   return Forward<BaseDisplayer>(hDraw, [&](BaseDisplayer& d) {
-    NoteWindow(hwnd);
+    WarnOfChildWindow(hwnd);
     d.SetPlayWnd(hwnd);
   });
 }
 
 uint32_t NIVRAL_CALL NIVRAL_DWSetHwndEx(void* hDraw, HWND hwnd, int64_t param, uint32_t flag) {
   return Forward<BaseDisplayer>(hDraw, [&](BaseDisplayer& d) {
-    NoteWindow(hwnd);
+    WarnOfChildWindow(hwnd);
     d.SetPlayWndEx(hwnd, param, flag);
   });
 }
