@@ -4,8 +4,8 @@
 #include <windows.h>
 
 #include "alternate.h"
-#include "util/log_clock.h"
 #include "util/log_file.h"
+#include "util/log_system.h"
 
 namespace {
 

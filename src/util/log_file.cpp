@@ -7,10 +7,9 @@
 #include <memory>
 #include <new>
 
-#include "util/log_clock.h"
-#include "util/log_folder.h"
 #include "util/log_format.h"
 #include "util/log_output.h"
+#include "util/log_system.h"
 
 namespace {
 

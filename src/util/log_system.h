@@ -7,6 +7,9 @@
 
 #include "util/log_format.h"
 
+/// Milliseconds since the system was booted, wrapping. A system call; any thread.
+uint32_t MillisecondsSinceBoot();
+
 /// Where the host program lies, found on first use and kept; both parts are empty when its path is longer
 /// than Windows' usual limit.
 const ProgramPlace& HostProgram();
