@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "display/font_choice.h"
+#include "display/fonts.h"
 
 #include <cstdio>
 #include <cstring>

@@ -3,7 +3,7 @@
 
 #include "colour/convert.h"
 #include "display/display_codes.h"
-#include "display/system_face.h"
+#include "display/fonts.h"
 #include "util/log_file.h"
 
 namespace {

@@ -2,9 +2,7 @@
 #include "backends/sdl2/sdl_font.h"
 
 #include "backends/sdl2/sdl_library.h"
-#include "display/font_choice.h"
-#include "display/font_path.h"
-#include "display/system_font.h"
+#include "display/fonts.h"
 #include "util/mutex_lock.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <random>
 #include <set>
 
-#include "display/font_choice.h"
+#include "display/fonts.h"
 #include "display/mosaic_layout.h"
 #include "display/osd_layout.h"
 #include "display/overlay_types.h"

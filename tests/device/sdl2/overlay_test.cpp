@@ -10,7 +10,7 @@
 
 #include "backends/sdl2/sdl_font.h"
 #include "backends/sdl2/sdl_library.h"
-#include "display/font_path.h"
+#include "display/fonts.h"
 #include "display/records.h"
 #include "nivral/nivral.h"
 #include "support/import_patch.h"
