@@ -23,6 +23,12 @@ done
 while read -r name; do
   grep -q "\b$name(" include/nivral/nivral.h || complain "$name is exported but not declared in the header"
 done < <(sed -n 's/^ *\(NIVRAL_[A-Za-z0-9_]*\)$/\1/p' src/nivral.def)
+# The lines of the log in the guide's table of troubles.
+while read -r line; do
+  grep -rqF -- "$line" src || complain "docs/guide.md: nothing in src/ logs \"$line\""
+done < <(awk -F'|' '/^## / { on = /nothing shows/ }
+  on && /^\|/ { n = split($3, part, "`"); for (i = 2; i <= n; i += 2) print part[i] }' docs/guide.md |
+  sed -E 's/^\.\.\. //; s/ *\.\.\.$//; s/: SDL_GetError =$//')
 [ $failed = 0 ] || die "the documents do not match the tree"
 say "docs: ${#documents[@]} documents match the tree"
 scripts/check_snippets.sh
