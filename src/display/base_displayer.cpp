@@ -31,9 +31,9 @@ int32_t BaseDisplayer::DisplayAdjusted(const FrameView& client, const ColorValue
       settings, param1, param2);
 }
 
-int32_t BaseDisplayer::DisplayFrame(const FrameView& f, const PaneSettings&, uint32_t param1,
-                                    int64_t param2) {
-  return Display(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, param1, param2);
+int32_t BaseDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
+                               int32_t strideV, uint32_t param1, int64_t param2) {
+  return DisplayFrame({pY, strideY, pU, strideU, pV, strideV}, m_settings.Copy(), param1, param2);
 }
 
 int32_t BaseDisplayer::ShowFrame(const FrameView& f, const PaneSettings& settings, uint32_t param1,
@@ -100,11 +100,11 @@ void BaseDisplayer::SetPlayRect(const RECT* rect) {
   if (rect) m_settings.Set(&PaneSettings::play, {rect->left, rect->top, rect->right, rect->bottom});
 }
 
-void BaseDisplayer::SetZoom(uint32_t first, uint32_t second, uint32_t third) {
+void BaseDisplayer::SetZoom(uint32_t x, uint32_t y, uint32_t factor) {
   m_settings.Update([&](PaneSettings& s) {
-    s.zoom[0] = first;
-    s.zoom[1] = second;
-    s.zoom[2] = third;
+    s.zoom[0] = x;
+    s.zoom[1] = y;
+    s.zoom[2] = factor;
   });
 }
 

@@ -21,39 +21,51 @@
 #include "util/mutex_lock.h"
 
 /// What is behind a display handle: the state that all backends share, the road of a frame up to the backend,
-/// and the operations that backends override.
+/// and the operations that backends override. A backend has to override DisplayFrame, and InitDraw and FreeDraw
+/// once it has something to make and release; with that it is one (tests/support/null_displayer.h).
 ///
-/// Threads: frames come on one thread, setters on others. Texts, colour records and record queues have locks
-/// of their own; a frame takes one copy of the plain settings, so what is set meanwhile holds from the next
-/// frame on. Setters never wait for a frame, and callbacks may call them.
+/// Threads. Frames come on one thread, the feeding one; setters come on any, also while a frame is being shown,
+/// and from callbacks within it, so none may wait for a frame. Texts, colour records and record queues have
+/// locks of their own, the plain settings are one LockedValue; all are held for a copy only. A frame takes one
+/// copy of the settings when it comes, and what is set meanwhile holds from the next frame on.
+///
+/// Every operation is called without any lock of this class, by the export of its name where nothing else is
+/// said. An operation that a backend overrides begins with the base's, which keeps the values.
 class BaseDisplayer {
  public:
   BaseDisplayer() = default;
   BaseDisplayer(const BaseDisplayer&) = delete;
   BaseDisplayer& operator=(const BaseDisplayer&) = delete;
 
+  /// Window's thread, after FreeDraw, nothing else in flight. Releases what is left.
   virtual ~BaseDisplayer() = default;
 
+  /// Whether drawing resources exist. Any thread. Backends set m_bInitialized and leave this as it is.
   virtual bool IsInitialized() { return m_bInitialized; }
 
-  /// Draws a frame packed in one buffer of the video size: Y, then the plane passed as V at width * height,
-  /// then the one passed as U at width * height * 3 / 2.
+  // Frames. Feeding thread. Backends override none of these but DisplayFrame, below.
+
+  /// Shows a frame packed in one buffer of the video size, neither mirrored nor adjusted: Y, then the plane
+  /// passed as V at width * height, then the one passed as U at width * height * 3 / 2. No export.
   virtual int32_t DrawYUV420Buffer(uint8_t* buffer, int32_t unused, uint32_t param1, int64_t param2);
 
-  /// The road of every frame: working copy, colour adjustment and mirror when they are on, Display, frame
-  /// callback. Returns the result of Display. The client's planes are never written.
+  /// The road of every frame: working copy, colour adjustment and mirror when they are on, DisplayFrame, frame
+  /// callback. Returns the result of DisplayFrame. The client's planes are never written.
   virtual int32_t DrawYUV420(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
                              int32_t strideV, uint32_t param1, int64_t param2);
 
-  /// Shows one frame of the video size. 0, or a code of the backend.
+  /// DisplayFrame with the settings of the moment, for planes as they are. No export.
   virtual int32_t Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
-                          int32_t strideV, uint32_t param1, int64_t param2) = 0;
+                          int32_t strideV, uint32_t param1, int64_t param2);
 
   /// Writes a BMP snapshot. kNoFileName without a name, else kFailed also when the file was written: the file
-  /// on disk is the outcome.
+  /// on disk is the outcome. Any thread; no export.
   virtual int32_t SaveFrameToFile(const char* fileName, uint8_t* pY, int32_t strideY, uint8_t* pU,
                                   int32_t strideU, uint8_t* pV, int32_t strideV);
   virtual int32_t SaveBufferToFile(const char* fileName, uint8_t* buffer, uint32_t unused);
+
+  // What the client sets. Any thread. The base keeps the values; a backend overrides where a value has to act
+  // before the next frame.
 
   virtual void SetUserBuffer(void* buffer, uint32_t first, uint32_t second);
   virtual void SetOSDText(int32_t index, const char* text, uint32_t x, uint32_t y, uint32_t anchor,
@@ -62,35 +74,59 @@ class BaseDisplayer {
   virtual void SetMirrorMode(uint32_t mode) { m_settings.Set(&PaneSettings::mirrorMode, mode); }
   virtual uint32_t GetMirrorMode() { return m_settings.Get(&PaneSettings::mirrorMode); }
 
-  /// Takes the video size and makes drawing resources; 0 on success. May alternate with FreeDraw.
+  /// Takes the video size and makes drawing resources; 0 on success. Window's thread, with no frame in flight.
+  /// May be called again, with or without FreeDraw between. The base keeps the size and makes nothing.
   virtual int32_t InitDraw(uint32_t width, uint32_t height, uint32_t param);
+
+  /// Releases what InitDraw made; also called before the destructor. Window's thread, with no frame in flight.
+  /// The base has nothing to release.
   virtual int32_t FreeDraw() { return 0; }
 
+  /// The window's client area has another size. The base measures it.
   virtual void AdjustWinRect();
   virtual void SetPlayRect(const RECT* rect);
-  virtual void SetZoom(uint32_t first, uint32_t second, uint32_t third);
+
+  /// A point in thousandths of the picture and a factor, for backends that zoom.
+  virtual void SetZoom(uint32_t x, uint32_t y, uint32_t factor);
+
+  /// Takes the window, which may be null or gone; what it returns is dropped. Called before InitDraw and, for a
+  /// pane in use, by the thread of the new window.
   virtual int32_t SetPlayWnd(HWND hwnd);
   virtual int32_t SetPlayWndEx(HWND hwnd, int64_t param, uint32_t flag);
+
   virtual void SetMosaicFlag(uint32_t flag);
   virtual void SetMosaicLevel(uint32_t level);
   virtual void SetMosaics(const void* rect);
+
+  /// Fractions of the client area, of which the mosaic's rectangle is computed at once.
   virtual void SetMosaicAreaScale(float top, float left, float bottom, float right);
+
+  /// For backends that keep several mosaics; the base has one and does nothing.
   virtual void UpdateMosaics(uint32_t commit);
   virtual int32_t SetRClickPt(POINT point);
 
+  // Overlays. Called by the backend itself, out of DisplayFrame, with whatever lock it draws under.
+
   /// Takes the records due for this frame and calls DrawAlgInfo and DrawDsmAlgInfo while they are fresh;
-  /// while paused, calls both at once and takes nothing.
+  /// while paused, calls both at once and takes nothing. Once per frame that is drawn; not overridden.
   virtual void DrawOverlays();
+
+  /// Draws m_alg.record over the frame being made, where m_alg.shown says that there is one.
   virtual void DrawAlgInfo() {}
+
+  /// The same for m_dsm.
   virtual void DrawDsmAlgInfo() {}
 
-  /// Takes the driver-assistance record due for this frame and burns it into the planes while it is fresh.
+  /// For backends without a renderer: takes the driver-assistance record due for this frame and burns it into
+  /// the planes while it is fresh. Not overridden.
   virtual void DrawAlgInfoOnYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
                                 int32_t strideV);
 
-  /// Draws the last driver-assistance record into the planes, once there has been one.
+  /// Draws the last driver-assistance record into the planes, once there has been one. Not overridden.
   virtual void RenderAlgInfoYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
                                 int32_t strideV);
+
+  // The rest is the base's alone. Any thread.
 
   void SetIndex(int32_t index) { m_settings.Set(&PaneSettings::index, index); }
   void SetPause(uint32_t paused) { m_settings.Set(&PaneSettings::paused, paused); }
@@ -113,13 +149,20 @@ class BaseDisplayer {
   ColorRecord& GetColorRecord(int32_t index) { return m_colorRecords[static_cast<size_t>(index)]; }
 
  protected:
-  /// Display with the settings that the frame took when it came. A backend overrides it and lets its Display
-  /// come here with a copy of its own making.
+  /// Shows one frame of the video size: the operation that makes a backend. Called on the feeding thread without
+  /// a lock; a client that breaks the rule of one feeding thread may call it twice at once. Returns 0, or a code
+  /// of display_codes.h or of the backend's own.
+  ///
+  /// In this order: no resources, a code (kNotInitialised); planes that HoldsFrame refuses, a code (kFailed); the
+  /// picture; DrawOverlays; the decode callback, for backends that have one. A frame that is not drawn takes its
+  /// records all the same: AdvanceOverlays or DropOverlays. Planes are the client's or a copy, valid during the
+  /// call and not to be written. `settings` are the frame's.
   virtual int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
-                               int64_t param2);
+                               int64_t param2) = 0;
 
-  /// The road of a frame that is to be mirrored or adjusted: makes a working copy and shows that. A backend
-  /// that copies frames anyway may do both in one.
+  /// The road of a frame that is to be mirrored or adjusted, instead of DisplayFrame; as that one. The base shows
+  /// a working copy and calls the frame callback. A backend that copies frames anyway may do both in one, when no
+  /// callback wants to see the copy.
   virtual int32_t DisplayAdjusted(const FrameView& client, const ColorValues& colors,
                                   const PaneSettings& settings, uint32_t param1, int64_t param2);
 

@@ -34,15 +34,12 @@ class D3DDisplayer : public BaseDisplayer {
   D3DDisplayer();
   ~D3DDisplayer() override;
 
-  int32_t Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV, int32_t strideV,
-                  uint32_t param1, int64_t param2) override;
-
   /// 0 or 1; a new size on a displayer in use always gives 0. `param` is not used.
   int32_t InitDraw(uint32_t width, uint32_t height, uint32_t param) override;
   int32_t FreeDraw() override;
 
-  /// Zooms to factor `third`, 1 to 8, around a point of the displayed picture in thousandths.
-  void SetZoom(uint32_t first, uint32_t second, uint32_t third) override;
+  /// Zooms to a factor of 1 to 8 around a point of the displayed picture in thousandths.
+  void SetZoom(uint32_t x, uint32_t y, uint32_t factor) override;
 
   /// Non-zero: the current mosaic joins the committed ones. Zero: the picked mosaic is deleted.
   void UpdateMosaics(uint32_t commit) override;

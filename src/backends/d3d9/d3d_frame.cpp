@@ -5,11 +5,6 @@
 #include "picture/pixel_rect.h"
 #include "util/log_file.h"
 
-int32_t D3DDisplayer::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
-                              int32_t strideV, uint32_t param1, int64_t param2) {
-  return DisplayFrame({pY, strideY, pU, strideU, pV, strideV}, m_settings.Copy(), param1, param2);
-}
-
 int32_t D3DDisplayer::DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t, int64_t) {
   const int32_t result = DrawFrame(frame, settings);
   if (result != kOk) AdvanceOverlays();

@@ -2,9 +2,9 @@
 // D3DDisplayer: digital zoom and privacy mosaics as the client edits them.
 #include "backends/d3d9/d3d_displayer.h"
 
-void D3DDisplayer::SetZoom(uint32_t first, uint32_t second, uint32_t third) {
-  const ZoomState zoom = ZoomTo(Zoom(), GetMirrorMode(), static_cast<int32_t>(first),
-                                static_cast<int32_t>(second), static_cast<int32_t>(third));
+void D3DDisplayer::SetZoom(uint32_t x, uint32_t y, uint32_t factor) {
+  const ZoomState zoom = ZoomTo(Zoom(), GetMirrorMode(), static_cast<int32_t>(x), static_cast<int32_t>(y),
+                                static_cast<int32_t>(factor));
   m_nZoomX = zoom.x;
   m_nZoomY = zoom.y;
   m_nZoom = zoom.factor;

@@ -45,11 +45,6 @@ CDirectDraw::~CDirectDraw() {
   ReleaseAll();
 }
 
-int32_t CDirectDraw::Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
-                             int32_t strideV, uint32_t param1, int64_t param2) {
-  return DisplayFrame({pY, strideY, pU, strideU, pV, strideV}, m_settings.Copy(), param1, param2);
-}
-
 int32_t CDirectDraw::DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t,
                                   int64_t param2) {
   const int32_t result = HandOver(frame, settings, {}, param2);

@@ -16,7 +16,7 @@
 
 /// Shows frames through DirectDraw 7 surfaces, on machines without 3D acceleration too.
 ///
-/// Display copies the frame with its records and returns; a worker thread stretches it into the window, or
+/// DisplayFrame copies the frame with its records and returns; a worker thread stretches it into the window, or
 /// composes it outside the screen first when something lies over it, which GDI draws. The worker owns every
 /// surface from InitDraw to FreeDraw. It holds no lock that a setter takes while it draws, so setters never
 /// wait for a blit.
@@ -29,11 +29,6 @@ class CDirectDraw : public BaseDisplayer {
   /// when nobody has.
   static void BuildTables();
   static void MarkPrepared();
-
-  /// Hands the frame to the worker. kNotInitialised before InitDraw, after FreeDraw and without a window;
-  /// kFailed for planes that cannot hold a frame.
-  int32_t Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV, int32_t strideV,
-                  uint32_t param1, int64_t param2) override;
 
   /// Makes surfaces and starts the worker. Needs no window. 0, kBadSize, kNoDevice or kNoMemory.
   int32_t InitDraw(uint32_t width, uint32_t height, uint32_t param) override;
@@ -61,6 +56,8 @@ class CDirectDraw : public BaseDisplayer {
   void ReleaseAll();
   void StopWorker();
 
+  /// Hands the frame to the worker. kNotInitialised before InitDraw, after FreeDraw and without a window;
+  /// kFailed for planes that cannot hold a frame.
   int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
                        int64_t param2) override;
 

@@ -26,8 +26,6 @@ class SDLDisplayer : public BaseDisplayer {
   SDLDisplayer();
   ~SDLDisplayer() override;
 
-  int32_t Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV, int32_t strideV,
-                  uint32_t param1, int64_t param2) override;
   void SetOSDText(int32_t index, const char* text, uint32_t x, uint32_t y, uint32_t anchor,
                   uint32_t color) override;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What every backend inherits, seen through a displayer that only records its frames.
+// What every backend inherits, seen through a backend that only records its frames.
 #include "display/base_displayer.h"
 
 #include <gmock/gmock.h>
@@ -15,36 +15,18 @@
 #include "backends/d3d9/d3d_displayer.h"
 #include "backends/ddraw/direct_draw.h"
 #include "backends/sdl2/sdl_displayer.h"
-#include "display/display_codes.h"
 #include "support/frames.h"
+#include "support/null_displayer.h"
 #include "support/test_window.h"
 
 namespace {
 
-class Recorder : public BaseDisplayer {
+class Recorder : public NullDisplayer {
  public:
-  int32_t Display(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV, int32_t strideV,
-                  uint32_t p1, int64_t p2) override {
-    shown = {pY, strideY, pU, strideU, pV, strideV};
-    if (pY) luma.assign(pY, pY + strideY * static_cast<int32_t>(m_dwHeight));
-    param1 = p1;
-    param2 = p2;
-    return 0x1234;
-  }
-  void DrawAlgInfo() override { ++algDrawn; }
-  void DrawDsmAlgInfo() override { ++dsmDrawn; }
-
   using BaseDisplayer::m_alg;
   using BaseDisplayer::m_dsm;
   using BaseDisplayer::m_textItems;
   PixelRect Mosaic() const { return m_settings.Copy().mosaic.rect; }
-
-  FrameView shown;
-  std::vector<uint8_t> luma;
-  uint32_t param1 = 0;
-  int64_t param2 = 0;
-  int algDrawn = 0;
-  int dsmDrawn = 0;
 };
 
 int32_t Draw(BaseDisplayer& displayer, TestFrame& f) {
@@ -72,6 +54,7 @@ TEST(BaseDisplayer, HandsTheClientsOwnPlanesOnWhenNothingIsActive) {
   displayer.SetDrawYUV420CB(&call, &OnFrame);
   displayer.GetColorRecord(0).Set({200, 10, 10, 10});  // one value out of range switches all off
   displayer.GetColorRecord(1).Set({10, 10, 10, 10});
+  displayer.result = 0x1234;
   EXPECT_EQ(Draw(displayer, frame), 0x1234);
   EXPECT_EQ(displayer.shown.y, frame.y.data());
   EXPECT_EQ(displayer.shown.u, frame.u.data());
@@ -122,16 +105,17 @@ TEST(BaseDisplayer, CutsPlanesFromOneBuffer) {
 TEST(BaseDisplayer, TwoThreadsOnOneHandleNeverShareACopy) {
   class Checker : public BaseDisplayer {
    public:
-    int32_t Display(uint8_t* pY, int32_t strideY, uint8_t*, int32_t, uint8_t*, int32_t, uint32_t p1,
-                    int64_t) override {
+    std::atomic<int> torn{0};
+
+   protected:
+    int32_t DisplayFrame(const FrameView& f, const PaneSettings&, uint32_t luma, int64_t) override {
       for (int i = 0; i < 20; ++i) {
-        for (int32_t at = 0; at < strideY * 32; at += 97)
-          torn += pY[at] != static_cast<uint8_t>(p1);
+        for (int32_t at = 0; at < f.strideY * 32; at += 97)
+          torn += f.y[at] != static_cast<uint8_t>(luma);
         SwitchToThread();
       }
       return 0;
     }
-    std::atomic<int> torn{0};
   };
   Checker displayer;
   displayer.InitDraw(64, 32, 0);
