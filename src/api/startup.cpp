@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Start-up, shutdown and opening of panes.
-#include <memory>
-#include <new>
-
+#include "api/backend_table.h"
 #include "api/direct3d_probe.h"
 #include "api/guard.h"
 #include "api/library_state.h"
-#include "backends/d3d9/d3d_displayer.h"
 #include "backends/ddraw/direct_draw.h"
-#include "backends/sdl2/sdl_displayer.h"
 #include "backends/sdl2/sdl_library.h"
 #include "nivral/nivral.h"
 #include "util/log_file.h"
@@ -17,13 +13,7 @@ LibraryState g_library;
 
 namespace {
 
-enum BackendType : uint32_t { kSdl = 0, kDirect3D = 1, kDirectDraw = 2 };
-
-uint32_t Store(void** phDraw, BaseDisplayer* displayer) {
-  if (!displayer) return kApiFailed;
-  *phDraw = displayer;
-  return kApiOk;
-}
+uint32_t Open(void** phDraw, uint32_t type);
 
 /// Without a Direct3D run-time the whole process goes over to SDL. SDL may not have been asked for at
 /// start-up, so it is started here; NIVRAL_UnInitialize shuts it down.
@@ -31,25 +21,17 @@ uint32_t FallBackToSdl(void** phDraw) {
   CLogFile::GetInstance()->Write(2, L"NIVRAL_DWOpenDrawEx: Direct3D 9 cannot be loaded, SDL2 is used");
   g_library.bUseSDL = 1;
   StartSdl();
-  return NIVRAL_DWOpenDraw(phDraw);
-}
-
-uint32_t OpenDirect3D(void** phDraw) {
-  CLogFile::GetInstance()->Write(2, L"NIVRAL_DWOpenDrawEx: new D3DDisplayer");
-  std::unique_ptr<D3DDisplayer> displayer(new (std::nothrow) D3DDisplayer);
-  if (!displayer) return kApiFailed;
-  if (!displayer->LoadDirect3D()) return FallBackToSdl(phDraw);
-  return Store(phDraw, displayer.release());
+  return Open(phDraw, kSdl);
 }
 
 uint32_t Open(void** phDraw, uint32_t type) {
-  if (type == kDirect3D) return OpenDirect3D(phDraw);
-  if (type == kSdl) {
-    CLogFile::GetInstance()->Write(2, L"NIVRAL_DWOpenDrawEx: new SDLDisplayer");
-    return Store(phDraw, new (std::nothrow) SDLDisplayer);
-  }
-  CLogFile::GetInstance()->Write(2, L"NIVRAL_DWOpenDrawEx: new CDirectDraw");
-  return Store(phDraw, new (std::nothrow) CDirectDraw);
+  const Backend& backend = FindBackend(type);
+  CLogFile::GetInstance()->Write(2, L"NIVRAL_DWOpenDrawEx: new %ls", backend.name);
+  CreatedPane pane = backend.create();
+  if (pane.runTimeMissing) return FallBackToSdl(phDraw);
+  if (!pane.displayer) return kApiFailed;
+  *phDraw = pane.displayer.release();
+  return kApiOk;
 }
 
 }  // namespace
