@@ -3,6 +3,7 @@
 #include <new>
 
 #include "backends/d3d9/d3d_displayer.h"
+#include "backends/d3d9/d3d_error.h"
 #include "backends/d3d9/unreleased.h"
 #include "display/fonts.h"
 #include "util/log_file.h"
@@ -104,12 +105,16 @@ bool D3DDisplayer::InitSurface() {
   if (m_pd3dDevice && !m_pd3dSurface &&
       FAILED(m_pd3dDevice->CreateOffscreenPlainSurface(m_dwWidth, m_dwHeight, kYv12, D3DPOOL_DEFAULT,
                                                        m_pd3dSurface.put(), nullptr))) {
-    LogStep(L"D3DDisplayer::InitSurface: m_pd3dDevice->CreateOffscreenPlainSurface failed");
+    g_d3dErrors.Failed("InitSurface: m_pd3dDevice->CreateOffscreenPlainSurface");
   }
   if (m_pd3dDevice && !m_pBackBuffer)
     m_pd3dDevice->GetBackBuffer(0, 0, D3DBACKBUFFER_TYPE_MONO, m_pBackBuffer.put());
   const bool complete = m_pd3dSurface && m_pBackBuffer;
-  LogStep(complete ? L"D3DDisplayer::InitSurface ok" : L"D3DDisplayer::InitSurface failed");
+  if (complete) {
+    LogStep(L"D3DDisplayer::InitSurface ok");
+  } else {
+    g_d3dErrors.Failed("InitSurface");
+  }
   return complete;
 }
 
@@ -121,13 +126,13 @@ bool D3DDisplayer::ResetDevice() {
   m_osdPainter.Forget();
   m_labelPainter.Forget();
   if (m_pOSDFont && FAILED(m_pOSDFont->OnLostDevice()))
-    LogStep(L"D3DDisplayer::ResetDevice: m_pOSDFont->OnLostDevice failed");
+    g_d3dErrors.Failed("ResetDevice: m_pOSDFont->OnLostDevice");
   m_pd3dSurface.reset();
   m_pFrameTarget.reset();
   m_pBackBuffer.reset();
   // Some run-times crash over a window that is gone.
   if (!IsWindow(m_d3dpp.hDeviceWindow) || FAILED(m_pd3dDevice->Reset(&m_d3dpp))) {
-    LogStep(L"D3DDisplayer::ResetDevice: m_pd3dDevice->Reset failed");
+    g_d3dErrors.Failed("ResetDevice: m_pd3dDevice->Reset");
     return false;
   }
   if (m_pOSDFont) m_pOSDFont->OnResetDevice();
@@ -139,7 +144,7 @@ void D3DDisplayer::ResetDisplay() {
   if (ResetDevice()) return;
   Uninitialize();
   LogStep(L"D3DDisplayer::ResetDisplay: Initialize");
-  if (Initialize(m_dwWidth, m_dwHeight) != kOk) LogStep(L"D3DDisplayer::ResetDisplay: Initialize failed");
+  if (Initialize(m_dwWidth, m_dwHeight) != kOk) g_d3dErrors.Failed("ResetDisplay: Initialize");
 }
 
 void D3DDisplayer::ReleaseDeviceObjects() {

@@ -33,12 +33,12 @@ PixelRect OnScreen(HWND window, const PixelRect& area) {
 HRESULT DDrawDevice::Create() {
   Release();
   void* object = nullptr;
-  HRESULT hr =
-      Reported("Create: DirectDrawCreateEx", DirectDrawCreateEx(nullptr, &object, IID_IDirectDraw7, nullptr));
+  HRESULT hr = LogFailure("Create: DirectDrawCreateEx",
+                          DirectDrawCreateEx(nullptr, &object, IID_IDirectDraw7, nullptr));
   if (FAILED(hr)) return hr;
   m_directDraw.reset(static_cast<IDirectDraw7*>(object));
-  hr = Reported("Create: SetCooperativeLevel",
-                m_directDraw->SetCooperativeLevel(nullptr, DDSCL_NORMAL | DDSCL_MULTITHREADED));
+  hr = LogFailure("Create: SetCooperativeLevel",
+                  m_directDraw->SetCooperativeLevel(nullptr, DDSCL_NORMAL | DDSCL_MULTITHREADED));
   if (SUCCEEDED(hr)) hr = CreatePrimary();
   if (FAILED(hr)) Release();
   return hr;
@@ -49,16 +49,16 @@ HRESULT DDrawDevice::CreatePrimary() {
   description.dwSize = sizeof(description);
   description.dwFlags = DDSD_CAPS;
   description.ddsCaps.dwCaps = DDSCAPS_PRIMARYSURFACE;
-  HRESULT hr = Reported("CreatePrimary: CreateSurface",
-                        m_directDraw->CreateSurface(&description, m_primary.put(), nullptr));
+  HRESULT hr = LogFailure("CreatePrimary: CreateSurface",
+                          m_directDraw->CreateSurface(&description, m_primary.put(), nullptr));
   if (FAILED(hr)) return hr;
 
   m_screenFormat.dwSize = sizeof(m_screenFormat);
-  hr = Reported("CreatePrimary: GetPixelFormat", m_primary->GetPixelFormat(&m_screenFormat));
+  hr = LogFailure("CreatePrimary: GetPixelFormat", m_primary->GetPixelFormat(&m_screenFormat));
   if (FAILED(hr)) return hr;
   const auto format = IdentifyPixels(m_screenFormat.dwRGBBitCount, m_screenFormat.dwRBitMask,
                                      m_screenFormat.dwGBitMask, m_screenFormat.dwBBitMask);
-  if (!format) return Reported("CreatePrimary: IdentifyPixels", DDERR_INVALIDPIXELFORMAT);
+  if (!format) return LogFailure("CreatePrimary: IdentifyPixels", DDERR_INVALIDPIXELFORMAT);
   m_format = *format;
   return DD_OK;
 }
@@ -69,9 +69,9 @@ HRESULT DDrawDevice::BindWindow(HWND window) {
   if (window == m_clippedWindow) return DD_OK;
   m_clipper.reset();
   HRESULT hr =
-      Reported("BindWindow: CreateClipper", m_directDraw->CreateClipper(0, m_clipper.put(), nullptr));
-  if (SUCCEEDED(hr)) hr = Reported("BindWindow: SetHWnd", m_clipper->SetHWnd(0, window));
-  if (SUCCEEDED(hr)) hr = Reported("BindWindow: SetClipper", m_primary->SetClipper(m_clipper.get()));
+      LogFailure("BindWindow: CreateClipper", m_directDraw->CreateClipper(0, m_clipper.put(), nullptr));
+  if (SUCCEEDED(hr)) hr = LogFailure("BindWindow: SetHWnd", m_clipper->SetHWnd(0, window));
+  if (SUCCEEDED(hr)) hr = LogFailure("BindWindow: SetClipper", m_primary->SetClipper(m_clipper.get()));
   m_clippedWindow = SUCCEEDED(hr) ? window : nullptr;
   return hr;
 }
@@ -106,8 +106,8 @@ HRESULT DDrawDevice::CreateOffscreen(const DDPIXELFORMAT& format, uint32_t width
   description.dwHeight = height;
   description.ddpfPixelFormat = format;
   description.ddsCaps.dwCaps = DDSCAPS_OFFSCREENPLAIN;
-  return Reported("CreateOffscreen: CreateSurface",
-                  m_directDraw->CreateSurface(&description, surface.put(), nullptr));
+  return LogFailure("CreateOffscreen: CreateSurface",
+                    m_directDraw->CreateSurface(&description, surface.put(), nullptr));
 }
 
 bool DDrawDevice::ListsFourCC(DWORD fourCC) const {
@@ -151,5 +151,5 @@ HRESULT DDrawDevice::BlitToScreen(HWND window, IDirectDrawSurface7* picture, con
   if (FAILED(hr)) return hr;
   RECT from = ToRect(part);
   RECT to = ToRect(target);
-  return Reported("Present: Blt", m_primary->Blt(&to, picture, &from, DDBLT_WAIT, nullptr));
+  return LogFailure("Present: Blt", m_primary->Blt(&to, picture, &from, DDBLT_WAIT, nullptr));
 }

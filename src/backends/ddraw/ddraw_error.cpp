@@ -3,16 +3,17 @@
 
 #include <ddraw.h>
 
-#include <atomic>
-
+#include "util/error_reporter.h"
 #include "util/log_file.h"
 
 namespace {
 
-constexpr ULONGLONG kReportIntervalMs = 1000;
+void Write(const char* operation, long code) {
+  CLogFile::GetInstance()->WriteA(1, "CDirectDraw::%s failed, hr=0x%08lx", operation,
+                                  static_cast<unsigned long>(code));
+}
 
-/// When a failure was last logged, by any pane.
-std::atomic<ULONGLONG> g_lastReport{0};
+ErrorReporter g_errors(&Write, kErrorIntervalMs);
 
 }  // namespace
 
@@ -20,12 +21,7 @@ bool IsLost(HRESULT result) {
   return result == DDERR_SURFACELOST || result == DDERR_WRONGMODE;
 }
 
-HRESULT Reported(const char* operation, HRESULT result) {
-  if (SUCCEEDED(result) || IsLost(result)) return result;
-  const ULONGLONG now = GetTickCount64();
-  if (now - g_lastReport.load() < kReportIntervalMs) return result;
-  g_lastReport = now;
-  CLogFile::GetInstance()->WriteA(1, "CDirectDraw::%s failed, hr=0x%08lx", operation,
-                                  static_cast<unsigned long>(result));
+HRESULT LogFailure(const char* operation, HRESULT result) {
+  if (FAILED(result) && !IsLost(result)) g_errors.Failed(operation, result);
   return result;
 }

@@ -117,7 +117,7 @@ HRESULT FrameSurface::FillRgb(const ConstFrameView& frame) {
 
 HRESULT FrameSurface::StretchTo(IDirectDrawSurface7* target) const {
   RECT source{0, 0, m_width, m_height};
-  return Reported("StretchTo: Blt", target->Blt(nullptr, m_surface.get(), &source, DDBLT_WAIT, nullptr));
+  return LogFailure("StretchTo: Blt", target->Blt(nullptr, m_surface.get(), &source, DDBLT_WAIT, nullptr));
 }
 
 HRESULT FrameSurface::PresentTo(DDrawDevice& device, HWND window, const PixelRect& area) const {

@@ -6,7 +6,7 @@
 SurfaceLock::SurfaceLock(IDirectDrawSurface7* surface, DWORD flags) : m_surface(surface) {
   m_description.dwSize = sizeof(m_description);
   m_result =
-      Reported("SurfaceLock: Lock", surface->Lock(nullptr, &m_description, DDLOCK_WAIT | flags, nullptr));
+      LogFailure("SurfaceLock: Lock", surface->Lock(nullptr, &m_description, DDLOCK_WAIT | flags, nullptr));
 }
 
 SurfaceLock::~SurfaceLock() {
@@ -14,7 +14,7 @@ SurfaceLock::~SurfaceLock() {
 }
 
 SurfaceDC::SurfaceDC(IDirectDrawSurface7* surface)
-    : m_surface(surface), m_result(Reported("SurfaceDC: GetDC", surface->GetDC(&m_dc))) {
+    : m_surface(surface), m_result(LogFailure("SurfaceDC: GetDC", surface->GetDC(&m_dc))) {
 }
 
 SurfaceDC::~SurfaceDC() {

@@ -8,7 +8,18 @@
 
 #include "util/log_file.h"
 
-void ReportSdlError(int level, const char* operation, const char* debuggerOperation) {
+namespace {
+
+void Write(const char* operation, long) {
+  WriteSdlError(1, operation);
+}
+
+}  // namespace
+
+ErrorReporter g_sdlErrors(&Write, 0);
+ErrorReporter g_sdlFrameErrors(&Write, kErrorIntervalMs);
+
+void WriteSdlError(int level, const char* operation, const char* debuggerOperation) {
   const char* error = SDL_GetError();
   if (!error) return;
   CLogFile::GetInstance()->WriteA(level, "%s: SDL_GetError = %s", operation, error);

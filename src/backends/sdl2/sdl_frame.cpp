@@ -9,7 +9,6 @@
 namespace {
 
 constexpr uint32_t kPlanarYuv420 = 3;
-Throttle g_frameErrors(kErrorIntervalMs);
 
 }  // namespace
 
@@ -46,9 +45,10 @@ std::optional<int32_t> SDLDisplayer::DrawInTurn(const FrameView& frame, const Mo
   }
   size = m_textureSize;
   const bool presented = Present(frame, mosaic);
-  if (!presented) AdvanceOverlays();
-  if (!presented && g_frameErrors.Pass()) ReportSdlError(1, "SDLDisplayer::DisplayFrame");
-  return presented ? 0 : 1;
+  if (presented) return 0;
+  AdvanceOverlays();
+  g_sdlFrameErrors.Failed("SDLDisplayer::DisplayFrame");
+  return 1;
 }
 
 void SDLDisplayer::SetOSDText(int32_t index, const char* text, uint32_t x, uint32_t y, uint32_t anchor,

@@ -6,7 +6,9 @@
 
 namespace {
 
-Throttle g_fontErrors(kErrorIntervalMs);
+ErrorReporter g_fontErrors([](const char* operation,
+                              long) { WriteSdlError(2, "DrawOSDText::SetPlayWnd", operation); },
+                           kErrorIntervalMs);
 
 }  // namespace
 
@@ -21,7 +23,7 @@ bool SdlOverlays::DrawOsdText(SDL_Renderer* renderer, const TextItem& item, cons
   const auto place = PlaceOsdText(item, map.displayWidth, map.displayHeight);
   if (!place) return false;
   if (!m_osdFont.SetSize(OsdFontSize(map.displayHeight))) {
-    if (g_fontErrors.Pass()) ReportSdlError(2, "DrawOSDText::SetPlayWnd", "SDLDisplayer::DrawOSDText");
+    g_fontErrors.Failed("SDLDisplayer::DrawOSDText");
     return false;
   }
   return m_text.Draw(renderer, m_osdFont, item.text, place->x, place->y, place->wrapWidth,

@@ -118,7 +118,7 @@ uint32_t SDLDisplayer::Bind() {
     CreateWindowOnClient();
   } catch (...) {
     CLogFile::GetInstance()->Write(2, L"SDLDisplayer::SetPlayWnd: exception");
-    ReportSdlError(2, "SDLDisplayer::SetPlayWnd");
+    WriteSdlError(2, "SDLDisplayer::SetPlayWnd");
   }
   return m_bound;
 }
@@ -180,7 +180,7 @@ bool SDLDisplayer::ResetRender() {
     m_sdlRenderer.reset(SDL_CreateRenderer(m_sdlWindow.get(), -1, SDL_RENDERER_ACCELERATED));
   }
   if (!m_sdlRenderer) {
-    ReportSdlError(1, "SDLDisplayer::ResetRender");
+    g_sdlErrors.Failed("SDLDisplayer::ResetRender");
     SayOnce(Trouble::NoRenderer, L"SDLDisplayer::ResetRender: no renderer, the pane shows nothing");
   }
   return m_sdlRenderer != nullptr;
@@ -198,7 +198,7 @@ bool SDLDisplayer::ResetTexture() {
   m_bInitialized = m_sdlTexture != nullptr;
   if (m_sdlTexture) m_deviceGeneration = RenderDeviceGeneration();
   if (!m_sdlTexture) {
-    ReportSdlError(1, "SDLDisplayer::ResetTexture");
+    g_sdlErrors.Failed("SDLDisplayer::ResetTexture");
     SayOnce(Trouble::NoRenderer, L"SDLDisplayer::ResetTexture: no texture of the video's size");
   }
   return m_sdlTexture != nullptr;

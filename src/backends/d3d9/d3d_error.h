@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "util/error_reporter.h"
+
+/// Writes "D3DDisplayer::<operation> failed" to the log, each time.
+extern ErrorReporter g_d3dErrors;
