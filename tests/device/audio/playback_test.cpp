@@ -40,6 +40,29 @@ TEST(Playback, OpensFeedsAndClosesTheDeviceInOrderForItsOwnThread) {
   EXPECT_EQ(spy.Writes()[2], Bytes(kBufferBytes, 0x11));
 }
 
+/// The client's sound: 1, 2, 3 and so on, never silent and never twice the same.
+int NIVRAL_CALL PullRamp(uint8_t* buffer, int size, void* next) {
+  for (int i = 0; i < size; i += 2) {
+    const int16_t sample = (*static_cast<std::atomic<int16_t>*>(next))++;
+    std::memcpy(buffer + i, &sample, 2);
+  }
+  return size;
+}
+
+TEST(Playback, HandsOverEverySampleOnceAndInOrder) {
+  WaveSpy spy;
+  Player player;
+  std::atomic<int16_t> next{1};
+  NIVRAL_WVSetWriteWaveCB(player.handle, &next, &PullRamp);
+  player.Start(kPcm8k, 320);
+  ASSERT_TRUE(spy.WaitForWrites(50));
+  player.Stop();
+  const auto writes = spy.Writes();
+  for (size_t i = 2, expected = 0; i < writes.size(); ++i)
+    for (size_t at = 0; at < 320; at += 2)
+      ASSERT_EQ(writes[i][at] | writes[i][at + 1] << 8, ++expected);
+}
+
 TEST(Playback, PausePlaysZerosUntilItEndsOrPlayingStartsAnew) {
   WaveSpy spy;
   Player player;
