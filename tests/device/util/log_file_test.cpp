@@ -89,27 +89,12 @@ CLogFile& Log() {
   return *CLogFile::GetInstance();
 }
 
-/// The program is asked for once, at the first line of all; it is told here, whichever test is the first.
-class Host : public testing::Environment {
-  void SetUp() override {
-    MakeFile(HostFolder() / L"Long host name.exe", "");
-    const ImportPatch program("kernel32.dll", "GetModuleFileNameW", &TellProgram);
-    const ImportPatch noOther("kernel32.dll", "GetProcAddress", &FindAllButTheSystemClock);
-    CLogFile::GetInstance();
-  }
-  void TearDown() override {
-    CLogFile::DestroyInstance();
-    if (!_wgetenv(kFolderVariable)) fs::remove_all(HostFolder());
-  }
-};
-[[maybe_unused]] const auto* const g_host = testing::AddGlobalTestEnvironment(new Host);
-
+/// The program is asked for once: no test before these writes to the log.
 class LogFile : public testing::Test {
  protected:
   LogFile() {
     CLogFile::DestroyInstance();
-    for (const wchar_t* name : {L"Log", L"LOG.INI"})
-      if (!_wgetenv(kFolderVariable)) fs::remove_all(HostFolder() / name);
+    MakeFile(HostFolder() / L"Long host name.exe", "");
     g_localTime = kAfternoon;
     SetStdHandle(STD_OUTPUT_HANDLE, m_output.get());
   }
@@ -117,6 +102,8 @@ class LogFile : public testing::Test {
     CLogFile::DestroyInstance();
     SetStdHandle(STD_OUTPUT_HANDLE, m_before);
     m_output.reset();
+    std::error_code ignored;
+    if (!_wgetenv(kFolderVariable)) fs::remove_all(HostFolder(), ignored);
   }
 
   static void Set(const std::string& settings) {
@@ -160,12 +147,15 @@ class LogFile : public testing::Test {
  private:
   static fs::path OutputFile() { return HostFolder() / L"stdout.txt"; }
   static HANDLE MakeOutput() {
+    fs::create_directories(HostFolder());
     return CreateFileW(OutputFile().c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                        CREATE_ALWAYS, 0, nullptr);
   }
 
   HANDLE m_before = GetStdHandle(STD_OUTPUT_HANDLE);
   UniqueFile m_output{MakeOutput()};
+  ImportPatch m_program{"kernel32.dll", "GetModuleFileNameW", &TellProgram};
+  ImportPatch m_noOther{"kernel32.dll", "GetProcAddress", &FindAllButTheSystemClock};
   ImportPatch m_localTime{"kernel32.dll", "GetLocalTime", &TellLocalTime};
   ImportPatch m_sinceBoot{"kernel32.dll", "GetTickCount64", &TellTimeSinceBoot};
   ImportPatch m_write{"kernel32.dll", "WriteFile", &WriteOrStick};
