@@ -65,16 +65,9 @@ uint32_t NIVRAL_CALL HearFaces(void*, int32_t pointCount, const uint32_t* x, con
   return 0;
 }
 
-uint32_t NIVRAL_CALL HearText(void*, int32_t index, const char* text, uint32_t x, uint32_t y, uint32_t anchor,
-                              uint32_t color) {
-  g_told << index << ' ' << text << ' ' << x << ' ' << y << ' ' << anchor << ' ' << color;
-  return 0;
-}
-
-TEST(Wrapper, RecordsAndTextsArriveInTheColumnsOfTheFlatInterface) {
+TEST(Wrapper, RecordsArriveInTheColumnsOfTheFlatInterface) {
   const ImportPatch boxes("libnivral.dll", "NIVRAL_DWSetAlgInfo", &HearBoxes);
   const ImportPatch faces("libnivral.dll", "NIVRAL_DWSetDsmAlgInfo", &HearFaces);
-  const ImportPatch text("libnivral.dll", "NIVRAL_DWSetOSDText", &HearText);
   Display display;
   const LabelledBox objects[13] = {{{40.5F, 60, 120, 110}, ObjectClass::kPerson, 123, 8, 9},
                                    {{200, 150.25F, 290, 210}, ObjectClass::kTruck, 45}};
@@ -87,8 +80,6 @@ TEST(Wrapper, RecordsAndTextsArriveInTheColumnsOfTheFlatInterface) {
   const Box face{140, 30, 180, 100};
   EXPECT_TRUE(display.SetMonitoring(landmarks, 2, &face, 1, 4));
   EXPECT_EQ(Told(), "30 220.5 60 225 140 30 180 100 2 1 4");
-  EXPECT_TRUE(display.SetText(2, "Camera", 10, 60, 0x1234, Anchor::kBottom));
-  EXPECT_EQ(Told(), "2 Camera 10 60 1 4660");
 }
 
 /// Keeps what is registered, to be called as the library would.
@@ -152,18 +143,6 @@ TEST(Wrapper, CallablesMoveWithTheirDisplayAndEndWithIt) {
   EXPECT_TRUE(seen == -8 && token.use_count() == 2);
   display = Display();
   EXPECT_EQ(token.use_count(), 1);
-}
-
-TEST(Wrapper, ColorIsKeptPerRecord) {
-  Display display;
-  EXPECT_FALSE(display.Color());
-  ASSERT_TRUE(display.Open());
-  EXPECT_TRUE(display.SetColor({1, 2, 3, 4}) && display.SetColor({-1, -2, -3, -4}, 1));
-  for (const ColorParams& c :
-       {display.Color().value_or(ColorParams{}), display.Color(1).value_or(ColorParams{}),
-        Display::ColorLimits().lowest, Display::ColorLimits().highest})
-    g_told << c.brightness << ' ' << c.contrast << ' ' << c.saturation << ' ' << c.hue << ' ';
-  EXPECT_EQ(Told(), "1 2 3 4 -1 -2 -3 -4 -127 -100 -100 -180 127 100 100 180 ");
 }
 
 TEST(Wrapper, WavePlayerPullsAndKeepsItsCallables) {
