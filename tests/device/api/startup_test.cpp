@@ -49,27 +49,25 @@ class Startup : public testing::Test {
   }
 };
 
-TEST_F(Startup, ReadsTheInstalledVersion) {
-  EXPECT_EQ(ProbeDirect3D(), 0u);
-  SetVersion({0, 0, 0, 8, 0, 0, 0, 1});
-  EXPECT_EQ(ProbeDirect3D(), 0u);
-  SetVersion({0, 0, 0, 8, 0, 0, 0, 0});
-  EXPECT_EQ(ProbeDirect3D(), 1u);
-  SetVersion({0, 0, 0, 9});
-  EXPECT_EQ(ProbeDirect3D(), 0u) << "a short value counts as followed by zeros";
-  SetVersion({0, 0, 0, 0xF7, 0, 0, 0, 0});
-  EXPECT_EQ(ProbeDirect3D(), 1u) << "negative";
-  SetVersion(std::vector<uint8_t>(600, 9));
-  EXPECT_EQ(ProbeDirect3D(), std::nullopt) << "too long to be read";
+TEST_F(Startup, ReadsTheInstalledVersionUnlessThereIsSoftwareOnly) {
+  using Answer = std::optional<uint32_t>;
+  // A short value counts as followed by zeros, 0xF7 is negative, 600 bytes are too many to be read.
+  const std::pair<std::vector<uint8_t>, Answer> cases[] = {{{0, 0, 0, 8, 0, 0, 0, 1}, 0},
+                                                           {{0, 0, 0, 8, 0, 0, 0, 0}, 1},
+                                                           {{0, 0, 0, 9}, 0},
+                                                           {{0, 0, 0, 0xF7, 0, 0, 0, 0}, 1},
+                                                           {std::vector<uint8_t>(600, 9), {}}};
+  for (const auto& [version, answer] : cases) {
+    SetVersion(version);
+    EXPECT_EQ(ProbeDirect3D(), answer) << testing::PrintToString(version);
+  }
   RemoveVersion();
   EXPECT_EQ(ProbeDirect3D(), std::nullopt);
-}
-
-TEST_F(Startup, SoftwareOnlyCountsAsNone) {
-  SetSoftwareOnly(1);
-  EXPECT_EQ(ProbeDirect3D(), 1u);
-  SetSoftwareOnly(0);
-  EXPECT_EQ(ProbeDirect3D(), 0u);
+  Restore();
+  for (const DWORD softwareOnly : {1, 0}) {
+    SetSoftwareOnly(softwareOnly);
+    EXPECT_EQ(ProbeDirect3D(), softwareOnly);
+  }
 }
 
 TEST_F(Startup, AFailedReadKeepsTheLastAnswer) {
@@ -102,15 +100,15 @@ TEST_F(Startup, SdlModeOpensSdlPanesAndKeepsTheProbesAnswer) {
   EXPECT_EQ(SDL_WasInit(0), 0u);
 }
 
-TEST_F(Startup, WithoutDirect3DPanesAreDirectDraw) {
+TEST_F(Startup, WithoutDirect3DAndForUnknownTypesPanesAreDirectDraw) {
   g_library.bNoDirect3D = 1;
-  void* pane = nullptr;
-  EXPECT_EQ(NIVRAL_DWOpenDraw(&pane), 0u);
-  EXPECT_TRUE(IsA<CDirectDraw>(pane));
-  NIVRAL_DWCloseDraw(pane);
-  EXPECT_EQ(NIVRAL_DWOpenDrawEx(&pane, 7), 0u);
-  EXPECT_TRUE(IsA<CDirectDraw>(pane));
-  NIVRAL_DWCloseDraw(pane);
+  void* panes[2] = {};
+  EXPECT_EQ(NIVRAL_DWOpenDraw(&panes[0]), 0u);
+  EXPECT_EQ(NIVRAL_DWOpenDrawEx(&panes[1], 7), 0u);
+  for (void* pane : panes) {
+    EXPECT_TRUE(IsA<CDirectDraw>(pane));
+    NIVRAL_DWCloseDraw(pane);
+  }
 }
 
 }  // namespace
