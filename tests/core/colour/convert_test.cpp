@@ -31,146 +31,118 @@ class Convert : public KernelTest {
   }
 };
 
-int32_t Y(const ConstFrameView& p, int32_t x, int32_t row) {
-  return p.y[row * p.strideY + x];
-}
-
-reference::Pixel PixelAt(const ConstFrameView& p, int32_t x, int32_t row, int32_t chromaX,
-                         int32_t chromaRow) {
-  return reference::ToPixel(Y(p, x, row), p.u[chromaRow * p.strideU + chromaX],
-                            p.v[chromaRow * p.strideV + chromaX]);
-}
-
-std::vector<uint8_t> Pack(PixelFormat format, const reference::Pixel& p) {
-  const auto word = [](int32_t w) {
-    return std::vector<uint8_t>{static_cast<uint8_t>(w), static_cast<uint8_t>(w >> 8)};
-  };
-  switch (format) {
-    case PixelFormat::Bgr24:
-      return {p[0], p[1], p[2]};
-    case PixelFormat::Bgrx32:
-      return {p[0], p[1], p[2], 0};
-    case PixelFormat::Rgb565:
-      return word(p[2] / 8 * 2048 + p[1] / 4 * 32 + p[0] / 8);
-    case PixelFormat::Rgb555:
-      return word(p[2] / 8 * 1024 + p[1] / 8 * 32 + p[0] / 8);
-  }
-  return {};
-}
-
-/// Rows of all bytes y for a given u and every v: 128 x 2 pixels per v.
 constexpr int32_t kSweepWidth = 128 * 256;
 
+/// Converts rows of all bytes y for a given u and every v, 128 x 2 pixels per v. The plain form is compared with
+/// the reference and the others with the plain one.
 template <class ConvertRows, class Reference>
-void SweepAllTriples(ConvertRows convert, Reference expected) {
+void SweepAllTriples(const ColourKernels& form, ConvertRows convert, Reference expected) {
   GuardedBuffer luma(kSweepWidth * 2), u(kSweepWidth / 2), v(kSweepWidth / 2), bgr(kSweepWidth * 6);
+  GuardedBuffer plain(bgr.size());
   for (size_t i = 0; i < luma.size(); ++i)
     luma[i] = static_cast<uint8_t>(i % 128 + (i / kSweepWidth) * 128);
   for (size_t i = 0; i < v.size(); ++i)
     v[i] = static_cast<uint8_t>(i / 64);
   for (int32_t blue = 0; blue < 256; ++blue) {
     std::memset(u.data(), blue, u.size());
+    SetCpuMask(kScalarKernels.features);
+    convert(plain.data(), luma.data(), u.data(), v.data());
+    SetCpuMask(form.features);
     convert(bgr.data(), luma.data(), u.data(), v.data());
-    for (size_t i = 0; i < luma.size(); ++i) {
+    ASSERT_TRUE(std::equal(plain.begin(), plain.end(), bgr.begin())) << "u " << blue;
+    for (size_t i = 0; i < luma.size() && &form == &kScalarKernels; ++i) {
       const uint8_t red = v[i % kSweepWidth / 2];
       const reference::Pixel want = expected(luma[i], blue, red);
       const uint8_t* got = bgr.data() + i * 3;
       ASSERT_TRUE(got[0] == want[0] && got[1] == want[1] && got[2] == want[2])
-          << "y " << int{luma[i]} << " u " << blue << " v " << int{red} << " gives " << int{got[0]} << ' '
-          << int{got[1]} << ' ' << int{got[2]};
+          << "y " << int{luma[i]} << " u " << blue << " v " << int{red};
     }
   }
 }
 
-TEST_P(Convert, EveryTripleToRgb24) {
+TEST_P(Convert, EveryTriple) {
   SweepAllTriples(
+      *GetParam(),
       [](uint8_t* bgr, const uint8_t* y, const uint8_t* u, const uint8_t* v) {
         Yv12ToRgb24(bgr, kSweepWidth, y, u, v, kSweepWidth, kSweepWidth / 2, kSweepWidth, 2);
       },
       reference::ToPixel);
-}
-
-TEST_P(Convert, EveryTripleToSnapshot) {
+  // A snapshot is bottom-up: the planes' rows are swapped so that the sweep finds them in its own order.
   SweepAllTriples(
+      *GetParam(),
       [](uint8_t* bgr, const uint8_t* y, const uint8_t* u, const uint8_t* v) {
-        // Bottom-up: the planes' rows are swapped so that the sweep finds them in its own order.
         YuvToBottomUpBgr24(bgr, {y + kSweepWidth, -kSweepWidth, u, 0, v, 0}, kSweepWidth, 2);
       },
       reference::ToSnapshotPixel);
 }
 
-TEST_P(Convert, PackedFormatsOfAllSizes) {
-  constexpr struct {
-    PixelFormat format;
-    int32_t bytes;
-  } kFormats[] = {
-      {PixelFormat::Bgr24, 3}, {PixelFormat::Bgrx32, 4}, {PixelFormat::Rgb565, 2}, {PixelFormat::Rgb555, 2}};
-  for (int32_t round = 0; round < 400; ++round) {
-    const auto [format, bytes] = kFormats[round % 4];
-    const int32_t width = round < 280 ? round / 2 : Random(0, 700);
-    const int32_t height = Random(-6, 7);
+/// What planes are converted to: the packed formats and two more.
+constexpr int32_t kYuv422 = kPixelFormatCount;
+constexpr int32_t kSnapshot = kYuv422 + 1;
+constexpr int32_t kPixelBytes[] = {3, 4, 2, 2, 2, 3};
+
+std::array<uint8_t, 4> Pixel(int32_t kind, int32_t x, uint8_t y, uint8_t u, uint8_t v) {
+  const auto word = [](int32_t w) {
+    return std::array<uint8_t, 4>{static_cast<uint8_t>(w), static_cast<uint8_t>(w >> 8)};
+  };
+  if (kind == kYuv422) return {x % 2 ? v : u, y};
+  const reference::Pixel p =
+      kind == kSnapshot ? reference::ToSnapshotPixel(y, u, v) : reference::ToPixel(y, u, v);
+  switch (static_cast<PixelFormat>(kind)) {
+    case PixelFormat::Bgrx32:
+      return {p[0], p[1], p[2], 0};
+    case PixelFormat::Rgb565:
+      return word(p[2] / 8 * 2048 + p[1] / 4 * 32 + p[0] / 8);
+    case PixelFormat::Rgb555:
+      return word(p[2] / 8 * 1024 + p[1] / 8 * 32 + p[0] / 8);
+    default:
+      return {p[0], p[1], p[2]};
+  }
+}
+
+/// Whether a pixel is written: whole blocks, whole pairs of every row, or all.
+bool IsCovered(int32_t kind, int32_t x, int32_t row, int32_t width, int32_t rows) {
+  if (kind == kSnapshot) return true;
+  return x < width / 2 * 2 && rows > 1 && (kind == kYuv422 || row < rows / 2 * 2);
+}
+
+void ConvertTo(int32_t kind, uint8_t* out, int32_t pitch, const ConstFrameView& p, int32_t width,
+               int32_t height) {
+  if (kind < kYuv422)
+    ConvertToPixels(static_cast<PixelFormat>(kind), out, pitch, p, width, height);
+  else if (kind == kYuv422)
+    ConvertTo422(out, pitch, p, width, height);
+  else
+    YuvToBottomUpBgr24(out, p, width, height);
+}
+
+TEST_P(Convert, AllSizesOfAllKinds) {
+  for (int32_t round = 0; round < 800; ++round) {
+    const int32_t kind = round % 6;
+    const int32_t width = round < 780 ? round / 6 : Random(0, 700);
+    const int32_t height = Random(kind == kSnapshot ? 0 : -7, 7);
     const int32_t rows = std::abs(height);
     const Planes p = MakePlanes(width, rows, width + Random(0, 9), width / 2 + Random(0, 9));
-    const int32_t pitch = width * bytes + Random(0, 5);
+    const int32_t bytes = kPixelBytes[kind];
+    const int32_t pitch = width * bytes + (kind == kSnapshot ? 0 : Random(0, 5));
     GuardedBuffer out(static_cast<size_t>(rows > 0 ? (rows - 1) * pitch + width * bytes : 0), 0xA5);
     std::vector<uint8_t> want(out.begin(), out.end());
-    for (int32_t row = 0; row < rows / 2 * 2; ++row) {
-      const int32_t from = height < 0 ? rows - 1 - row : row;
-      const int32_t chroma = height < 0 ? rows / 2 - 1 - row / 2 : row / 2;
-      for (int32_t x = 0; x < width / 2 * 2; ++x) {
-        const auto packed = Pack(format, PixelAt(p.view, x, from, x / 2, chroma));
-        std::copy(packed.begin(), packed.end(), want.begin() + row * pitch + x * bytes);
-      }
-    }
-    ConvertToPixels(format, out.data(), pitch, p.view, width, height);
-    ASSERT_TRUE(std::equal(want.begin(), want.end(), out.begin()))
-        << "format " << round % 4 << ", " << width << " x " << height;
-  }
-}
-
-TEST_P(Convert, Packed422OfAllSizes) {
-  for (int32_t width = 0; width < 150; ++width) {
-    const int32_t height = Random(-7, 7);
-    const int32_t rows = std::abs(height);
-    const Planes p = MakePlanes(width, rows, width + Random(0, 9), width / 2 + Random(0, 9));
-    const int32_t stride = width + Random(0, 3);
-    GuardedBuffer out(static_cast<size_t>(rows > 0 ? ((rows - 1) * stride + width) * 2 : 0), 0xA5);
-    std::vector<uint8_t> want(out.begin(), out.end());
-    for (int32_t row = 0; row < rows && rows >= 2; ++row) {
-      const int32_t from = height < 0 ? rows - 1 - row : row;
+    for (int32_t row = 0; row < rows; ++row) {
       const int32_t block = std::min(row / 2, rows / 2 - 1);
-      const int32_t chroma = height < 0 ? rows / 2 - 1 - block : block;
-      for (int32_t x = 0; x < width / 2; ++x) {
-        uint8_t* const at = want.data() + row * stride * 2 + x * 4;
-        at[0] = p.u[static_cast<size_t>(chroma * p.view.strideU + x)];
-        at[1] = static_cast<uint8_t>(Y(p.view, x * 2, from));
-        at[2] = p.v[static_cast<size_t>(chroma * p.view.strideV + x)];
-        at[3] = static_cast<uint8_t>(Y(p.view, x * 2 + 1, from));
-      }
-    }
-    Yv12ToYuv422(out.data(), stride, p.y.data(), p.u.data(), p.v.data(), p.view.strideY, p.view.strideU,
-                 width, height);
-    ASSERT_TRUE(std::equal(want.begin(), want.end(), out.begin())) << width << " x " << height;
-  }
-}
-
-TEST_P(Convert, SnapshotsOfAllSizes) {
-  for (int32_t width = 1; width < 140; ++width) {
-    const int32_t height = Random(1, 6);
-    Planes p = MakePlanes(width, height, width + Random(0, 9), width / 2 + Random(0, 9));
-    const bool hasChroma = width > 1 && height > 1;
-    GuardedBuffer out(static_cast<size_t>(width * height * 3));
-    YuvToBottomUpBgr24(out.data(), p.view, width, height);
-    for (int32_t row = 0; row < height; ++row) {
+      const int32_t chromaRow = height < 0 ? rows / 2 - 1 - block : block;
+      const uint8_t* const luma = p.view.y + (height < 0 ? rows - 1 - row : row) * p.view.strideY;
       for (int32_t x = 0; x < width; ++x) {
-        const int32_t chroma =
-            std::min(row / 2, height / 2 - 1) * p.view.strideU + std::min(x / 2, width / 2 - 1);
-        const auto want = reference::ToSnapshotPixel(Y(p.view, x, row), hasChroma ? p.view.u[chroma] : 128,
-                                                     hasChroma ? p.view.v[chroma] : 128);
-        ASSERT_EQ(0, std::memcmp(out.data() + ((height - 1 - row) * width + x) * 3, want.data(), 3))
-            << width << " x " << height << " at " << x << ", " << row;
+        if (!IsCovered(kind, x, row, width, rows)) continue;
+        const int32_t at = chromaRow * p.view.strideU + std::min(x / 2, width / 2 - 1);
+        const bool grey = width < 2 || rows < 2;
+        const auto pixel = Pixel(kind, x, luma[x], grey ? 128 : p.view.u[at], grey ? 128 : p.view.v[at]);
+        const int32_t to = kind == kSnapshot ? rows - 1 - row : row;
+        std::copy_n(pixel.begin(), bytes, want.begin() + to * pitch + x * bytes);
       }
     }
+    ConvertTo(kind, out.data(), pitch, p.view, width, height);
+    ASSERT_TRUE(std::equal(want.begin(), want.end(), out.begin()))
+        << kind << ": " << width << " x " << height;
   }
 }
 
@@ -229,16 +201,9 @@ TEST_P(Convert, HostileArgumentsTouchNothing) {
   constexpr int32_t kLow = std::numeric_limits<int32_t>::min();
   GuardedBuffer one(1, 9);
   uint8_t* const p = one.data();
-  for (const auto& [width, height] : {std::pair{0, 2},
-                                      {2, 0},
-                                      {1, 2},
-                                      {2, 1},
-                                      {2, -1},
-                                      {-2, 2},
-                                      {kLow, 2},
-                                      {1, kLow},
-                                      {0, kLow},
-                                      {-8, -8}}) {
+  constexpr std::pair<int32_t, int32_t> kSizes[] = {{0, 2},  {2, 0},    {1, 2},    {2, 1},    {2, -1},
+                                                    {-2, 2}, {kLow, 2}, {1, kLow}, {0, kLow}, {-8, -8}};
+  for (const auto& [width, height] : kSizes) {
     Yv12ToRgb24(p, width, p, p, p, width, width, width, height);
     Yv12ToRgb565(p, width, p, p, p, width, width, width, height);
     Yv12ToYuv422(p, width, p, p, p, width, width, width, height);
