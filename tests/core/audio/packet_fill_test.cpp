@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "audio/packet_fill.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
@@ -11,8 +11,6 @@
 #include "support/packet_queue.h"
 
 namespace {
-
-using testing::Each;
 
 using Bytes = std::vector<uint8_t>;
 
@@ -35,90 +33,72 @@ class Copier : public PacketConverter {
 
 class PacketFill : public testing::Test {
  protected:
-  void Fill() { FillPart(part, &queue, scratch, overflow, copier); }
+  const Bytes& Fill() {
+    part.assign(16, 0xEE);
+    FillPart(part, &queue, scratch, overflow, copier);
+    return part;
+  }
 
+  const Bytes kInitial = Bytes(16, 0x64);
   PacketQueue queue;
-  Bytes part = Bytes(16, 0xEE);
+  Bytes part;
   Bytes scratch = Bytes(8);
   Bytes overflow = Bytes(3);
   Copier copier;
 };
 
-TEST_F(PacketFill, WithoutConversionDrainsTheQueueAndPlaysTheInitialLevel) {
+TEST_F(PacketFill, WithoutConversionDrainsTheQueueUnlessStoppingAndPlaysTheInitialLevel) {
   for (uint8_t i = 0; i < 5; ++i)
     queue.Push(Bytes(6, i));
-  Fill();
-  EXPECT_THAT(part, Each(0x64));
+  copier.stopping = true;
+  EXPECT_EQ(Fill(), kInitial);
+  EXPECT_EQ(queue.Size(), 5 * (kPacketHeaderBytes + 6));
+  copier.stopping = false;
+  EXPECT_EQ(Fill(), kInitial);
   EXPECT_EQ(queue.Size(), 0u);
-  part.assign(16, 0xEE);
-  Fill();
-  EXPECT_THAT(part, Each(0x64));
   FillPart(part, nullptr, scratch, overflow, copier);
-  EXPECT_THAT(part, Each(0x64));
+  EXPECT_EQ(part, kInitial);
+  copier.claimed = 0xFFFF;
+  EXPECT_EQ(Fill(), Bytes(16, 0xEE)) << "a converter that claims too much overruns nothing";
 }
 
 TEST_F(PacketFill, ConvertedPacketsFollowEachOtherUntilThePartIsFull) {
   copier.limit = 100;
   for (uint8_t i = 1; i <= 4; ++i)
     queue.Push(Bytes(6, i));
-  Fill();
-  EXPECT_EQ(part, (Bytes{1, 1, 1, 1, 1, 1, 2, 2, 2, 2, 2, 2, 3, 3, 3, 3}));
+  EXPECT_EQ(Fill(), (Bytes{1, 1, 1, 1, 1, 1, 2, 2, 2, 2, 2, 2, 3, 3, 3, 3}));
   // Asked with nothing first, then once for each packet.
   EXPECT_EQ(copier.sizes, (std::vector<size_t>{0, 6, 6, 6}));
   EXPECT_EQ(queue.Size(), kPacketHeaderBytes + 6);
 }
 
-TEST_F(PacketFill, APacketLongerThanTheScratchIsCutAndTheNextOneIsFound) {
-  copier.limit = 100;
-  queue.Push(Bytes(23, 1));
-  queue.Push(Bytes(4, 2));
-  Fill();
-  EXPECT_EQ(part, (Bytes{1, 1, 1, 1, 1, 1, 1, 1, 2, 2, 2, 2, 0x64, 0x64, 0x64, 0x64}));
-}
-
-TEST_F(PacketFill, CutOffPacketsAndLyingLengthsEndTheFilling) {
+TEST_F(PacketFill, LongPacketsAreCutAndCutOffOnesAndLyingLengthsEndTheFilling) {
   for (const uint32_t announced : {7u, 100u, 0xFFFFFFFFu}) {
     queue.PushHeader(announced);
     queue.PushRaw(Bytes(6, 1));
-    Fill();
-    EXPECT_THAT(part, Each(0x64));
+    EXPECT_EQ(Fill(), kInitial);
     EXPECT_EQ(queue.Size(), 0u);
   }
   queue.PushRaw(Bytes(kPacketHeaderBytes - 1, 1));
-  Fill();
-  EXPECT_THAT(part, Each(0x64));
-}
-
-TEST_F(PacketFill, AConverterThatClaimsTooMuchOverrunsNothing) {
-  copier.claimed = 0xFFFF;
-  Fill();
-  EXPECT_THAT(part, Each(0xEE));
-}
-
-TEST_F(PacketFill, StoppingLeavesTheQueueAlone) {
-  copier.stopping = true;
-  queue.Push(Bytes(6, 1));
-  Fill();
-  EXPECT_THAT(part, Each(0x64));
-  EXPECT_EQ(queue.Size(), kPacketHeaderBytes + 6);
+  EXPECT_EQ(Fill(), kInitial);
+  copier.limit = 100;
+  queue.Push(Bytes(23, 1));
+  queue.Push(Bytes(4, 2));
+  EXPECT_EQ(Fill(), (Bytes{1, 1, 1, 1, 1, 1, 1, 1, 2, 2, 2, 2, 0x64, 0x64, 0x64, 0x64}));
 }
 
 TEST(SegmentRing, WrapsAndKnowsItsLimits) {
   SegmentRing ring(100);
-  EXPECT_EQ(ring.TotalBytes(), 400u);
-  EXPECT_EQ(ring.SegmentOffset(3), 300u);
-  ring.Advance(350);
-  EXPECT_EQ(ring.Cursor(), 350u);
-  ring.Advance(50);
-  EXPECT_EQ(ring.Cursor(), 0u);
-  ring.Advance(430);
-  EXPECT_EQ(ring.Cursor(), 30u);
+  EXPECT_TRUE(ring.TotalBytes() == 400 && ring.SegmentOffset(3) == 300);
+  for (const auto& [advance, cursor] : {std::pair{350u, 350u}, {50u, 0u}, {430u, 30u}}) {
+    ring.Advance(advance);
+    EXPECT_EQ(ring.Cursor(), cursor);
+  }
   ring.Rewind();
   EXPECT_EQ(ring.Cursor(), 0u);
-  EXPECT_FALSE(SegmentRing(0).Usable());
-  EXPECT_TRUE(SegmentRing(0x03FFFFFF).Usable());
-  EXPECT_FALSE(SegmentRing(0x04000000).Usable());
-  EXPECT_FALSE(SegmentRing(0x40000001).Usable());
+  for (const auto& [bytes, usable] :
+       {std::pair{0u, false}, {1u, true}, {0x03FFFFFFu, true}, {0x04000000u, false}, {0x40000001u, false}})
+    EXPECT_EQ(SegmentRing(bytes).Usable(), usable) << bytes;
 }
 
 }  // namespace
