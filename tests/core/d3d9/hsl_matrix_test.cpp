@@ -3,56 +3,59 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <random>
+
 namespace {
 
-void ExpectMatrix(const Matrix4& actual, const Matrix4& expected) {
-  for (int row = 0; row < 4; ++row)
-    for (int column = 0; column < 4; ++column)
-      EXPECT_NEAR(actual.m[row][column], expected.m[row][column], 1e-6f) << row << "," << column;
+using Colour = std::array<double, 3>;
+
+/// Turns from one axis toward the other.
+Colour Turned(Colour c, size_t from, size_t to, double degrees) {
+  const double angle = degrees * 3.14159265358979 / 180;
+  const double a = c[from], b = c[to];
+  c[from] = a * std::cos(angle) - b * std::sin(angle);
+  c[to] = a * std::sin(angle) + b * std::cos(angle);
+  return c;
 }
 
-TEST(HslMatrix, RotatesRowVectors) {
-  ExpectMatrix(Rotation(Axis::X, 90), {{{1, 0, 0, 0}, {0, 0, 1, 0}, {0, -1, 0, 0}, {0, 0, 0, 1}}});
-  ExpectMatrix(Rotation(Axis::Y, 90), {{{0, 0, -1, 0}, {0, 1, 0, 0}, {1, 0, 0, 0}, {0, 0, 0, 1}}});
-  ExpectMatrix(Rotation(Axis::Z, 90), {{{0, 1, 0, 0}, {-1, 0, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}});
-  const Vector3 p = TransformPoint({1, 2, 3}, Rotation(Axis::X, 90) * Rotation(Axis::Z, 90));
-  EXPECT_NEAR(p.x, 3, 1e-6);  // (1, 2, 3) -> (1, -3, 2) -> (3, 1, 2)
-  EXPECT_NEAR(p.y, 1, 1e-6);
-  EXPECT_NEAR(p.z, 2, 1e-6);
+/// Away from or toward the luminance, then about an axis near to grey, which is laid upon z and back for it.
+Colour Expected(Colour c, int saturation, int hue) {
+  const double share = saturation > 0 ? saturation * saturation / 1e4 : saturation / 100.0;
+  const double luminance = 0.3086 * c[0] + 0.6094 * c[1] + 0.082 * c[2];
+  for (double& channel : c)
+    channel = luminance + (channel - luminance) * share;
+  c = Turned(Turned(c, 1, 2, 45), 2, 0, -35);
+  c = Turned(c, 0, 1, hue);
+  return Turned(Turned(c, 2, 0, 35), 1, 2, -45);
 }
 
-// cos 35 = 0.8191520, sin 35 = 0.5735764, cos 45 = sin 45 = 0.7071068.
-TEST(HslMatrix, TiltsBy45And35DegreesWithoutShear) {
-  const HueMatrices hue = BuildHueMatrices();
-  const Matrix4 tilt{{{0.8191520f, 0, 0.5735764f, 0},
-                      {-0.4055798f, 0.7071068f, 0.5792280f, 0},
-                      {-0.4055798f, -0.7071068f, 0.5792280f, 0},
-                      {0, 0, 0, 1}}};
-  ExpectMatrix(hue.pre, tilt);
-  ExpectMatrix(hue.pre * hue.post, IdentityMatrix());
-  const Vector3 luminance = TransformPoint({0.3086f, 0.6094f, 0.082f}, hue.pre);
-  EXPECT_NEAR(luminance.x / luminance.z, -0.048, 0.002);
-  EXPECT_NEAR(luminance.y / luminance.z, 0.646, 0.002);
+TEST(HslMatrix, SaturatesAroundTheLuminanceAndTurnsTheHue) {
+  std::mt19937 random(8);
+  const HueMatrices hues = BuildHueMatrices();
+  for (int round = 0; round < 500; ++round) {
+    const auto next = [&](int limit) { return static_cast<int>(random() % static_cast<uint32_t>(limit)); };
+    const int saturation = next(301) - 100, hue = next(361) - 180;
+    const Vector3 in{static_cast<float>(next(256)), static_cast<float>(next(256)),
+                     static_cast<float>(next(256))};
+    const Vector3 out = TransformPoint(in, ColorMatrix(saturation, hue, hues));
+    const Colour want = Expected({in.x, in.y, in.z}, saturation, hue);
+    ASSERT_NEAR(out.x, want[0], 0.01) << saturation << ", " << hue;
+    ASSERT_NEAR(out.y, want[1], 0.01) << saturation << ", " << hue;
+    ASSERT_NEAR(out.z, want[2], 0.01) << saturation << ", " << hue;
+  }
 }
 
-TEST(HslMatrix, SaturatesAroundLuminance) {
-  ExpectMatrix(SaturationMatrix(100), IdentityMatrix());
-  ExpectMatrix(SaturationMatrix(0), {{{0.3086f, 0.3086f, 0.3086f, 0},
-                                      {0.6094f, 0.6094f, 0.6094f, 0},
-                                      {0.082f, 0.082f, 0.082f, 0},
-                                      {0, 0, 0, 1}}});
-  EXPECT_FLOAT_EQ(SaturationMatrix(200).m[0][0], 0.3086f * -3 + 4) << "2 squared";
-  EXPECT_FLOAT_EQ(SaturationMatrix(-50).m[0][0], 0.3086f * 1.5f - 0.5f) << "not squared";
-}
-
-TEST(HslMatrix, CombinesSaturationAndHue) {
-  const HueMatrices hue = BuildHueMatrices();
-  ExpectMatrix(ColorMatrix(150, 0, hue), SaturationMatrix(150));
-  ExpectMatrix(ColorMatrix(100, 360, hue), IdentityMatrix());
-  ExpectMatrix(ColorMatrix(100, 90, hue) * ColorMatrix(100, -90, hue), IdentityMatrix());
-  // A third of a turn about an axis close to grey nearly swaps the primaries.
-  const Vector3 red = TransformPoint({1, 0, 0}, ColorMatrix(100, 120, hue));
-  EXPECT_GT(red.y, 0.98f);
+TEST(HslMatrix, QuadCoversTheFrameInTwoTrianglesWithTheWholeTexture) {
+  const auto quad = FrameQuad(64, 36);
+  double area = 0;
+  for (size_t i = 0; i < quad.size(); i += 3) {
+    const HslVertex &a = quad[i], &b = quad[i + 1], &c = quad[i + 2];
+    area += std::abs((b.x - a.x) * (c.y - a.y) - (c.x - a.x) * (b.y - a.y)) / 2;
+  }
+  EXPECT_EQ(area, 64 * 36);
+  for (const HslVertex& v : quad)
+    EXPECT_TRUE(v.x == 64 * v.u - 0.5f && v.y == 36 * v.v - 0.5f && v.z == 0 && v.rhw == 1);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <tuple>
 
 #include "backends/d3d9/mosaic_blocks.h"
 #include "backends/d3d9/mosaic_map.h"
@@ -13,87 +14,75 @@ namespace {
 constexpr int32_t kLowest = std::numeric_limits<int32_t>::min();
 constexpr int32_t kHighest = std::numeric_limits<int32_t>::max();
 
-TEST(Zoom, CentresTheWindowOnTheClickedPoint) {
-  EXPECT_EQ(ZoomTo({}, 0, 500, 500, 2), (ZoomState{250, 250, 2}));
-  EXPECT_EQ(ZoomTo({}, 0, 0, 1000, 4), (ZoomState{0, 750, 4}));
-  EXPECT_EQ(ZoomTo({250, 250, 2}, 0, 500, 100, 4), (ZoomState{375, 175, 4}));
-  EXPECT_EQ(ZoomTo({}, 0, 500, 500, 3), (ZoomState{334, 334, 3})) << "extents are truncated";
-}
-
-TEST(Zoom, MapsClicksOnMirroredPictures) {
-  EXPECT_EQ(ZoomTo({}, 1, 100, 600, 4), (ZoomState{750, 475, 4}));
-  EXPECT_EQ(ZoomTo({}, 2, 300, 600, 4), (ZoomState{575, 275, 4}));
-  EXPECT_EQ(ZoomTo({200, 100, 2}, 1, 400, 400, 4), (ZoomState{375, 175, 4}));
-  EXPECT_EQ(ZoomTo({200, 100, 2}, 7, 400, 400, 4), (ZoomState{275, 275, 4})) << "unknown mirror mode";
-}
-
-TEST(Zoom, LimitsFactors) {
+TEST(Zoom, CentresTheWindowOnTheClickedPointOfAMirroredPictureUpToEight) {
+  // Extents are truncated; 7 is no mirror mode; a click at 8 does not pan, and beyond 8 the window stays.
   const ZoomState zoomed{100, 200, 8};
-  EXPECT_EQ(ZoomTo(zoomed, 0, 900, 900, 8), zoomed) << "clicking at 8 does not pan";
-  EXPECT_EQ(ZoomTo({100, 200, 2}, 0, 0, 0, 12), zoomed) << "beyond 8 the window stays";
-  EXPECT_EQ(ZoomTo(zoomed, 0, 900, 900, 1), ZoomState{});
-  EXPECT_EQ(ZoomTo(zoomed, 0, 900, 900, 0), ZoomState{});
-  EXPECT_EQ(ZoomTo(zoomed, 0, 900, 900, kLowest), ZoomState{});
-  EXPECT_EQ(ZoomTo({}, 0, 500, 500, 8).factor, 8);
+  const std::tuple<ZoomState, uint32_t, MillePoint, int32_t, ZoomState> cases[] = {
+      {{}, 0, {500, 500}, 2, {250, 250, 2}},
+      {{}, 0, {0, 1000}, 4, {0, 750, 4}},
+      {{250, 250, 2}, 0, {500, 100}, 4, {375, 175, 4}},
+      {{}, 0, {500, 500}, 3, {334, 334, 3}},
+      {{}, 1, {100, 600}, 4, {750, 475, 4}},
+      {{}, 2, {300, 600}, 4, {575, 275, 4}},
+      {{200, 100, 2}, 1, {400, 400}, 4, {375, 175, 4}},
+      {{200, 100, 2}, 7, {400, 400}, 4, {275, 275, 4}},
+      {zoomed, 0, {900, 900}, 8, zoomed},
+      {{100, 200, 2}, 0, {0, 0}, 12, zoomed},
+      {{}, 0, {500, 500}, 8, {438, 438, 8}},
+      {zoomed, 0, {900, 900}, 1, {}},
+      {zoomed, 0, {900, 900}, 0, {}},
+      {zoomed, 0, {900, 900}, kLowest, {}}};
+  for (const auto& [now, mirror, point, factor, expected] : cases)
+    EXPECT_EQ(ZoomTo(now, mirror, point.x, point.y, factor), expected) << factor << " mirrored " << mirror;
 }
 
-TEST(Zoom, StaysInTheFrameForAnyPoint) {
+TEST(Zoom, StaysInTheFrameForAnyPointAndGivesTheWindowInPixels) {
   for (uint32_t mirror = 0; mirror < 4; ++mirror)
     for (int32_t point : {kLowest, -1, 0, 1001, kHighest})
       for (int32_t factor = 2; factor <= 8; ++factor) {
         const ZoomState zoom = ZoomTo({}, mirror, point, point, factor);
-        EXPECT_GE(zoom.x, 0);
-        EXPECT_LE(zoom.y, 1000 - 1000 / factor);
+        EXPECT_TRUE(zoom.x >= 0 && zoom.y <= 1000 - 1000 / factor && zoom.Enlarges());
       }
-}
-
-TEST(Zoom, GivesTheWindowInPixels) {
+  EXPECT_EQ(ScaleEdge(640, 0.26f), 166);
   EXPECT_EQ(ZoomWindow({}, 352, 288), (PixelRect{0, 0, 352, 288}));
   EXPECT_EQ(ZoomWindow({334, 667, 3}, 1920, 1080), (PixelRect{641, 720, 1281, 1080}));
 }
 
 TEST(MosaicMap, FindsTheFrameUnderTheDisplayedPicture) {
   const MilleRect drawn{100, 200, 300, 600};
-  EXPECT_EQ(FrameRectUnder(drawn, {}, 0), drawn);
-  EXPECT_EQ(FrameRectUnder(drawn, {}, 1), (MilleRect{700, 200, 900, 600}));
-  EXPECT_EQ(FrameRectUnder(drawn, {}, 2), (MilleRect{700, 400, 900, 800}));
   const ZoomState zoom{400, 300, 2};
-  EXPECT_EQ(FrameRectUnder(drawn, zoom, 0), (MilleRect{450, 400, 550, 600}));
-  EXPECT_EQ(FrameRectUnder(drawn, zoom, 1), (MilleRect{750, 400, 850, 600}));
-  EXPECT_EQ(FrameRectUnder(drawn, zoom, 2), (MilleRect{750, 500, 850, 700}));
+  const MilleRect expected[] = {drawn, {700, 200, 900, 600}, {700, 400, 900, 800}};
+  const MilleRect zoomed[] = {{450, 400, 550, 600}, {750, 400, 850, 600}, {750, 500, 850, 700}};
+  const MillePoint points[] = {{450, 600}, {850, 600}, {850, 500}};
+  for (uint32_t mirror = 0; mirror < 3; ++mirror) {
+    EXPECT_EQ(FrameRectUnder(drawn, {}, mirror), expected[mirror]);
+    EXPECT_EQ(FrameRectUnder(drawn, zoom, mirror), zoomed[mirror]);
+    EXPECT_EQ(FramePointUnder({100, 600}, zoom, mirror), points[mirror]);
+  }
   EXPECT_EQ(FrameRectUnder({-50, -1, 1200, 5000}, {}, 0), (MilleRect{0, 0, 1000, 1000}));
   EXPECT_EQ(FrameRectUnder({kLowest, kLowest, kHighest, kHighest}, {}, 2), (MilleRect{0, 0, 1000, 1000}));
+  EXPECT_EQ(FramePointUnder({-9000, kHighest}, {}, 0), (MillePoint{0, 1000}));
   EXPECT_EQ(FrameRectUnder(drawn, {}, 3), std::nullopt);
   EXPECT_EQ(FrameRectUnder(drawn, {0, 0, 9}, 0), std::nullopt);
-
-  EXPECT_EQ(FramePointUnder({100, 600}, zoom, 0), (MillePoint{450, 600}));
-  EXPECT_EQ(FramePointUnder({100, 600}, zoom, 1), (MillePoint{850, 600}));
-  EXPECT_EQ(FramePointUnder({100, 600}, zoom, 2), (MillePoint{850, 500}));
-  EXPECT_EQ(FramePointUnder({-9000, kHighest}, {}, 0), (MillePoint{0, 1000}));
   EXPECT_EQ(FramePointUnder({0, 0}, {}, 3), std::nullopt);
 }
 
 TEST(MosaicMap, PicksTheFirstMosaicOverAPoint) {
   const MilleRect mosaics[] = {{100, 100, 200, 200}, {150, 150, 400, 400}};
-  EXPECT_EQ(PickMosaic(mosaics, {100, 100}), 0);
-  EXPECT_EQ(PickMosaic(mosaics, {199, 199}), 0);
-  EXPECT_EQ(PickMosaic(mosaics, {200, 200}), 1);
-  EXPECT_EQ(PickMosaic(mosaics, {400, 300}), -1);
-  EXPECT_EQ(PickMosaic({}, {0, 0}), -1);
+  for (const auto& [at, index] : {std::pair{100, 0}, {199, 0}, {200, 1}, {400, -1}})
+    EXPECT_EQ(PickMosaic(mosaics, {at, at}), index) << at;
 }
 
 TEST(MosaicMap, PutsMosaicsWhereThePictureShowsThem) {
+  const std::tuple<ZoomState, uint32_t, PixelRect> cases[] = {
+      {{}, 0, {100, 100, 300, 300}},         {{}, 1, {700, 100, 900, 300}},
+      {{}, 2, {700, 200, 900, 400}},         {{}, 9, {700, 100, 900, 300}},
+      {{50, 300, 2}, 0, {100, 0, 500, 300}}, {{0, 0, 4}, 0, {400, 400, 1000, 500}},
+      {{0, 300, 2}, 1, {400, 0, 800, 300}},  {{0, 0, 2}, 2, {400, 0, 800, 300}}};
   const MilleRect mosaic{100, 200, 300, 600};
-  EXPECT_EQ(MosaicOnSurface(mosaic, {}, 0, 1000, 500), (PixelRect{100, 100, 300, 300}));
-  EXPECT_EQ(MosaicOnSurface(mosaic, {}, 1, 1000, 500), (PixelRect{700, 100, 900, 300}));
-  EXPECT_EQ(MosaicOnSurface(mosaic, {}, 2, 1000, 500), (PixelRect{700, 200, 900, 400}));
-  EXPECT_EQ(MosaicOnSurface(mosaic, {}, 9, 1000, 500), (PixelRect{700, 100, 900, 300}));
+  for (const auto& [zoom, mirror, expected] : cases)
+    EXPECT_EQ(MosaicOnSurface(mosaic, zoom, mirror, 1000, 500), expected) << zoom.factor << ", " << mirror;
   EXPECT_EQ(MosaicOnSurface({0, 0, 1000, 1000}, {}, 0, 353, 99), (PixelRect{0, 0, 353, 99}));
-
-  EXPECT_EQ(MosaicOnSurface(mosaic, {50, 300, 2}, 0, 1000, 500), (PixelRect{100, 0, 500, 300}));
-  EXPECT_EQ(MosaicOnSurface(mosaic, {0, 0, 4}, 0, 1000, 500), (PixelRect{400, 400, 1000, 500}));
-  EXPECT_EQ(MosaicOnSurface(mosaic, {0, 300, 2}, 1, 1000, 500), (PixelRect{400, 0, 800, 300}));
-  EXPECT_EQ(MosaicOnSurface(mosaic, {0, 0, 2}, 2, 1000, 500), (PixelRect{400, 0, 800, 300}));
   EXPECT_TRUE(MosaicOnSurface(mosaic, {301, 0, 2}, 0, 1000, 500).Empty());
   EXPECT_TRUE(MosaicOnSurface(mosaic, {0, 601, 3}, 0, 1000, 500).Empty());
 }
