@@ -5,25 +5,11 @@
 
 #include <array>
 
-namespace {
-
-int32_t Fold(const std::array<uint8_t, 8>& bytes) {
-  return FoldInstalledVersion(bytes);
+TEST(DirectXVersion, AddsBothHalvesByteByByteAsSignedOnesAndWraps) {
+  const std::pair<std::array<uint8_t, 8>, uint32_t> cases[] = {
+      {{0, 0, 0, 4, 0, 0, 0, 9}, 13},     {{1, 2, 3, 4, 0, 0, 0, 0}, 0x01020304},
+      {{0, 0, 1, 0, 0, 0, 2, 5}, 0x305},  {{0, 0, 0, 0x80, 0, 0, 0, 0x7F}, 0xFFFFFFFF},
+      {{0, 0, 1, 0xFF, 0, 0, 0, 0}, 255}, {{0x7F, 0, 0, 0, 0x7F, 0, 0, 0}, 0xFE000000}};
+  for (const auto& [bytes, version] : cases)
+    EXPECT_EQ(static_cast<uint32_t>(FoldInstalledVersion(bytes)), version);
 }
-
-TEST(DirectXVersion, AddsBothHalvesByteByByte) {
-  EXPECT_EQ(Fold({0, 0, 0, 9, 0, 0, 0, 0}), 9);
-  EXPECT_EQ(Fold({0, 0, 0, 4, 0, 0, 0, 9}), 13);
-  EXPECT_EQ(Fold({0, 0, 0, 8, 0, 0, 0, 1}), 9);
-  EXPECT_EQ(Fold({1, 2, 3, 4, 0, 0, 0, 0}), 0x01020304);
-  EXPECT_EQ(Fold({0, 0, 1, 0, 0, 0, 2, 5}), 0x305);
-}
-
-TEST(DirectXVersion, TakesBytesAsSignedAndWraps) {
-  EXPECT_EQ(Fold({0, 0, 0, 0xFF, 0, 0, 0, 0}), -1);
-  EXPECT_EQ(Fold({0, 0, 0, 0x80, 0, 0, 0, 0x7F}), -1);
-  EXPECT_EQ(Fold({0, 0, 1, 0xFF, 0, 0, 0, 0}), 255);
-  EXPECT_EQ(Fold({0x7F, 0, 0, 0, 0x7F, 0, 0, 0}), static_cast<int32_t>(0xFE000000));
-}
-
-}  // namespace

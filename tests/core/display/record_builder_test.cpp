@@ -31,6 +31,13 @@ void ExpectCopied(const Field (&field)[kEntries], std::vector<Value> expected) {
   EXPECT_EQ(seen, expected);
 }
 
+template <class Record>
+void ExpectEdges(const Record& r, const ClientArrays<uint32_t>& edges) {
+  size_t i = 0;
+  for (const auto* field : {&r.left, &r.top, &r.right, &r.bottom})
+    ExpectCopied(*field, edges.arrays[i++]);
+}
+
 TEST(Records, HoldWhatTheClientGaveAndZerosBehind) {
   for (const int32_t count : {1, 7, 12}) {
     const ClientArrays<uint32_t> edges(static_cast<size_t>(count));
@@ -39,10 +46,8 @@ TEST(Records, HoldWhatTheClientGaveAndZerosBehind) {
     std::memset(&r, 0xEE, sizeof(r));
     ASSERT_TRUE(BuildAlgRecord(r, count, {edges[0], edges[1], edges[2], edges[3]},
                                {values[0], values[1], values[2], values[3]}, 3));
+    ExpectEdges(r, edges);
     size_t i = 0;
-    for (const auto* field : {&r.left, &r.top, &r.right, &r.bottom})
-      ExpectCopied(*field, edges.arrays[i++]);
-    i = 0;
     for (const auto* field : {&r.classId, &r.distance, &r.third, &r.fourth})
       ExpectCopied(*field, values.arrays[i++]);
     EXPECT_TRUE(r.count == count && r.lineWidth == 3);
@@ -55,9 +60,7 @@ TEST(Records, HoldWhatTheClientGaveAndZerosBehind) {
                                {edges[0], edges[1], edges[2], edges[3]}, 5));
     ExpectCopied(r.x, landmarks.arrays[0]);
     ExpectCopied(r.y, landmarks.arrays[1]);
-    size_t i = 0;
-    for (const auto* field : {&r.left, &r.top, &r.right, &r.bottom})
-      ExpectCopied(*field, edges.arrays[i++]);
+    ExpectEdges(r, edges);
     EXPECT_TRUE(r.pointCount == points && r.boxCount == 12 && r.pointSize == 5);
   }
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // How long records stay on the screen, against a clock of the test's own.
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <optional>
 #include <vector>
@@ -26,43 +26,19 @@ void Play(Rule rule, const std::vector<Frame>& frames) {
   }
 }
 
-TEST(OverlayTiming, FirstRecordShowsForOneFrame) {
-  Play(&AdvanceOverlay<int>, {{5000, 0, 0}, {5040, 1, 1}, {5041, 0, 0}, {5042, 0, 0}});
+TEST(OverlayTiming, FirstRecordsAreTimedFromTheClocksZeroAndEveryLaterOneStaysForASecond) {
+  const Rule rule = &AdvanceOverlay<int>;
+  Play(rule, {{100, 1, 1}, {999, 0, 1}, {1000, 0, 0}});
+  Play(rule, {{5000, 0, 0}, {5040, 1, 1}, {5041, 0, 0}, {5042, 0, 0}});
+  Play(rule,
+       {{5000, 1, 1}, {5040, 2, 2}, {6030, 3, 3}, {7029, 0, 3}, {7030, 0, 0}, {9000, 4, 4}, {9999, 0, 4}});
 }
 
-TEST(OverlayTiming, FirstRecordIsTimedFromTheClocksZero) {
-  Play(&AdvanceOverlay<int>, {{100, 1, 1}, {999, 0, 1}, {1000, 0, 0}});
-}
-
-TEST(OverlayTiming, LaterRecordsStayForASecond) {
-  Play(&AdvanceOverlay<int>, {{5000, 1, 1},
-                              {5040, 2, 2},
-                              {5041, 0, 2},
-                              {6039, 0, 2},
-                              {6040, 0, 0},
-                              {9000, 3, 3},
-                              {9999, 0, 3},
-                              {10000, 0, 0}});
-}
-
-TEST(OverlayTiming, EveryNewRecordStartsTheSecondAnew) {
-  Play(&AdvanceOverlay<int>, {{5000, 1, 1}, {5040, 2, 2}, {6030, 3, 3}, {7029, 0, 3}, {7030, 0, 0}});
-}
-
-TEST(BurnInTiming, ClockStartsAtTheFirstFrameWithoutARecord) {
-  Play(&AdvanceBurnIn<int>,
-       {{5000, 0, 0}, {5040, 1, 1}, {7000, 0, 1}, {7999, 0, 1}, {8000, 0, 0}, {8040, 0, 0}});
-}
-
-TEST(BurnInTiming, NewRecordsNeverRestartIt) {
-  Play(&AdvanceBurnIn<int>, {{5000, 1, 1},
-                             {5500, 2, 2},
-                             {6000, 0, 2},
-                             {6900, 3, 3},
-                             {6999, 0, 3},
-                             {7000, 0, 0},
-                             {7040, 4, 4},
-                             {7041, 0, 0}});
+TEST(BurnInTiming, ClockStartsAtTheFirstFrameWithoutARecordAndIsNeverRestarted) {
+  const Rule rule = &AdvanceBurnIn<int>;
+  Play(rule, {{5000, 0, 0}, {5040, 1, 1}, {7000, 0, 1}, {7999, 0, 1}, {8000, 0, 0}, {8040, 0, 0}});
+  Play(rule,
+       {{5500, 2, 2}, {6000, 0, 2}, {6900, 3, 3}, {6999, 0, 3}, {7000, 0, 0}, {7040, 4, 4}, {7041, 0, 0}});
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <array>
 #include <string>
@@ -9,9 +9,6 @@
 #include "util/log_rules.h"
 
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr LogTime kMorning{2024, 3, 7, 8, 5, 9};
 constexpr LogTime kNight{2031, 12, 31, 23, 59, 58};
@@ -24,15 +21,12 @@ std::string Line(int32_t thread, std::string_view message, size_t size = 10240) 
   return {out.data(), length};
 }
 
-TEST(LogLine, HasStampThreadAndMessage) {
+TEST(LogLine, HasStampThreadAndMessageAndKeepsItsEnd) {
   EXPECT_EQ(Line(36, "NIVRAL_Initialize"), "2024-03-07   08:05:09    [   36] NIVRAL_Initialize\r\n");
   EXPECT_EQ(Line(123456, "a\nb"), "2024-03-07   08:05:09    [ 123456] a\nb\r\n");
   EXPECT_EQ(Line(9999, ""), "2024-03-07   08:05:09    [ 9999] \r\n");
   EXPECT_EQ(Line(-5, ""), "2024-03-07   08:05:09    [   -5] \r\n");
-}
-
-TEST(LogLine, CutsTheMessageAndKeepsTheEnd) {
-  const std::string prefix = "2024-03-07   08:05:09    [   36] ";
+  const std::string prefix = Line(36, "").substr(0, 33);
   EXPECT_EQ(Line(36, std::string(200, 'x'), 100), prefix + std::string(97 - prefix.size(), 'x') + "\r\n");
   EXPECT_EQ(Line(36, std::string(97 - prefix.size(), 'x'), 100).size(), 99U);
   EXPECT_EQ(Line(36, std::string(10239, 'x')).size(), 10239U);
@@ -45,29 +39,22 @@ std::wstring LogPath(size_t size, std::wstring_view folder, std::wstring_view na
   return out.data();
 }
 
-TEST(LogPath, JoinsFolderNameAndStamps) {
-  EXPECT_EQ(LogPath(260, L"C:\\app\\Log\\player\\", L"libnivral"),
-            L"C:\\app\\Log\\player\\libnivral----2024-03-07 08-05-09----2031-12-31 23-59-58.log");
-}
-
-TEST(LogPath, IsWholeOrEmpty) {
-  const std::wstring whole = LogPath(260, L"F\\", L"n");
-  EXPECT_EQ(LogPath(whole.size() + 1, L"F\\", L"n"), whole);
-  EXPECT_EQ(LogPath(whole.size(), L"F\\", L"n"), L"");
-  EXPECT_EQ(LogPath(260, std::wstring(259, L'f'), L"n"), L"");
+TEST(LogPath, JoinsFolderNameAndStampsAndIsWholeOrEmpty) {
+  const std::wstring whole = LogPath(260, L"C:\\Log\\player\\", L"libnivral");
+  EXPECT_EQ(whole, L"C:\\Log\\player\\libnivral----2024-03-07 08-05-09----2031-12-31 23-59-58.log");
+  EXPECT_EQ(LogPath(whole.size() + 1, L"C:\\Log\\player\\", L"libnivral"), whole);
+  EXPECT_EQ(LogPath(whole.size(), L"C:\\Log\\player\\", L"libnivral"), L"");
   EXPECT_EQ(LogPath(260, L"F\\", std::wstring(4000, L'n')), L"");
 }
 
 TEST(ProgramPlace, SplitsAtTheLastBackslashAndDot) {
-  const auto split = [](std::wstring_view path) {
-    const ProgramPlace place = SplitProgramPath(path);
-    return std::vector<std::wstring>{std::wstring(place.folder), std::wstring(place.name)};
-  };
-  EXPECT_THAT(split(L"C:\\My App\\play.er.exe"), ElementsAre(L"C:\\My App\\", L"play.er"));
-  EXPECT_THAT(split(L"C:\\v1.2\\player"), ElementsAre(L"C:\\v1.2\\", L"player"));
-  EXPECT_THAT(split(L"player.exe"), ElementsAre(L"", L"player"));
-  EXPECT_THAT(split(L"C:\\"), ElementsAre(L"C:\\", L""));
-  EXPECT_THAT(split(L""), ElementsAre(L"", L""));
+  const std::array<std::wstring_view, 3> cases[] = {{L"C:\\My App\\play.er.exe", L"C:\\My App\\", L"play.er"},
+                                                    {L"C:\\v1.2\\player", L"C:\\v1.2\\", L"player"},
+                                                    {L"player.exe", L"", L"player"},
+                                                    {L"C:\\", L"C:\\", L""}};
+  for (const auto& [path, folder, name] : cases)
+    EXPECT_TRUE(SplitProgramPath(path).folder == folder && SplitProgramPath(path).name == name)
+        << name.size();
 }
 
 std::wstring Dump(std::wstring_view text, size_t count) {
@@ -80,22 +67,17 @@ std::wstring Dump(std::wstring_view text, size_t count) {
   return {message.data(), length};
 }
 
-TEST(HexDump, FollowsTheMessageAfterTwoBlanks) {
+TEST(HexDump, FollowsTheMessageAfterTwoBlanksAndTakesTheBytesThatFit) {
   std::array<wchar_t, 10240> message{L'm', L':'};
   const std::array<uint8_t, 7> bytes{0x00, 0x0F, 0xA0, 0xFF, 0x12, 0x9B, 0xCD};
   AppendHexDump(message, 2, bytes);
   EXPECT_STREQ(message.data(), L"m:  000FA0FF129BCD");
   EXPECT_EQ(Dump(L"empty", 0), L"empty  ");
-}
-
-TEST(HexDump, TakesTheBytesThatFit) {
   // 10176 characters less the message with its blanks and two for the terminator, two per byte.
-  EXPECT_EQ(Dump(L"ab", 5085).size(), 4U + 2 * 5085);
-  EXPECT_EQ(Dump(L"ab", 20000).size(), 4U + 2 * 5085);
-  EXPECT_EQ(Dump(L"abc", 20000).size(), 5U + 2 * 5084);
-  EXPECT_EQ(Dump(std::wstring(10170, L'x'), 9).size(), 10172U + 2);
-  EXPECT_EQ(Dump(std::wstring(10171, L'x'), 9).size(), 10173U);
-  EXPECT_EQ(Dump(std::wstring(10236, L'x'), 9).size(), 10238U);
+  const size_t cases[][3] = {{2, 5085, 4 + 2 * 5085}, {2, 20000, 4 + 2 * 5085}, {3, 20000, 5 + 2 * 5084},
+                             {10170, 9, 10172 + 2},   {10171, 9, 10173},        {10236, 9, 10238}};
+  for (const auto& [length, count, whole] : cases)
+    EXPECT_EQ(Dump(std::wstring(length, L'x'), count).size(), whole) << length << ", " << count;
 }
 
 TEST(LogSettings, AcceptSixToOneThousandAndTwentyFourMiB) {
@@ -125,42 +107,29 @@ TEST(LogSettings, CoarseClockAsksTheExactOneInTheLastSecond) {
   EXPECT_TRUE(gate.Opens(90000));
 }
 
-/// A folder in listing order; a file named "held" cannot be deleted.
-struct Folder {
-  std::vector<std::pair<std::string, uint32_t>> files;
-  std::vector<std::string> deleted{};
+using Files = std::vector<std::pair<std::string, uint32_t>>;
 
-  void Trim(uint64_t budget) {
-    TrimToBudget(
-        [this](auto visit) {
-          for (const auto& [name, size] : files)
-            if (!visit(name.c_str(), size)) return;
-        },
-        [this](const char* name) {
-          if (std::string(name) == "held") return false;
-          deleted.emplace_back(name);
-          return true;
-        },
-        budget);
-  }
-};
+/// What is deleted of files in listing order; one named "held" cannot be.
+std::string Deleted(const Files& files, uint64_t budget) {
+  std::string deleted;
+  const auto forEach = [&](auto visit) {
+    for (const auto& [name, size] : files)
+      if (!visit(name.c_str(), size)) return;
+  };
+  const auto remove = [&](const char* name) {
+    if (std::string(name) == "held") return false;
+    deleted += name;
+    return true;
+  };
+  TrimToBudget(forEach, remove, budget);
+  return deleted;
+}
 
 TEST(LogFolder, LosesFilesInListingOrderUntilBelowTheBudget) {
-  Folder below{{{"a", 50}, {"b", 49}}};
-  below.Trim(100);
-  EXPECT_THAT(below.deleted, IsEmpty());
-
-  Folder exact{{{"z", 40}, {"b", 40}, {"c", 20}}};
-  exact.Trim(100);
-  EXPECT_THAT(exact.deleted, ElementsAre("z")) << "a full folder is over, and order is not by name";
-
-  Folder held{{{"held", 100}, {"a", 10}, {"b", 10}}};
-  held.Trim(100);
-  EXPECT_THAT(held.deleted, ElementsAre("a", "b"));
-
-  Folder large{{{"a", 0xFFFFFFFFU}, {"b", 0xFFFFFFFFU}, {"c", 7}}};
-  large.Trim(1 << 20);
-  EXPECT_THAT(large.deleted, ElementsAre("a", "b")) << "a sum beyond 32 bits";
+  EXPECT_EQ(Deleted({{"a", 50}, {"b", 49}}, 100), "");
+  EXPECT_EQ(Deleted({{"z", 40}, {"b", 40}, {"c", 20}}, 100), "z") << "a full folder is over";
+  EXPECT_EQ(Deleted({{"held", 100}, {"a", 10}, {"b", 10}}, 100), "ab");
+  EXPECT_EQ(Deleted({{"a", 0xFFFFFFFF}, {"b", 0xFFFFFFFF}, {"c", 7}}, 1 << 20), "ab") << "beyond 32 bits";
 }
 
 }  // namespace

@@ -46,56 +46,38 @@ struct Canvas {
 
 using Rows = std::vector<std::string>;
 
-TEST(YuvLine, StepsAlongTheLongerAxis) {
-  Canvas flat(8, 4);
-  flat.Line({0, 0, 7, 2, 1, 0});
-  EXPECT_EQ(flat.Picture(), (Rows{"##......", "..####..", "......##", "........"}));
-
-  Canvas steep(4, 6);
-  steep.Line({3, 5, 2, 0, 0, 0});
-  EXPECT_EQ(steep.Picture(), (Rows{"..#.", "..#.", "..#.", "...#", "...#", "...#"}));
-
-  Canvas diagonal(4, 4);
-  diagonal.Line({0, 3, 3, 0, 1, 0});
-  EXPECT_EQ(diagonal.Picture(), (Rows{"...#", "..#.", ".#..", "#..."}));
-}
-
-TEST(YuvLine, ThickensDownwardOrToTheRight) {
-  Canvas flat(6, 4);
-  flat.Line({1, 0, 4, 0, 3, 0});
-  EXPECT_EQ(flat.Picture(), (Rows{".####.", ".####.", ".####.", "......"}));
-
-  Canvas diagonal(6, 3);
-  diagonal.Line({0, 0, 2, 2, 2, 0});
-  EXPECT_EQ(diagonal.Picture(), (Rows{"##....", ".##...", "..##.."}));
-}
-
-TEST(YuvLine, PullsEndsInByTheLineWidthInsteadOfClamping) {
-  Canvas canvas(8, 2);
-  canvas.Line({4, 0, 8, 0, 1, 0});
-  EXPECT_EQ(canvas.Picture(), (Rows{"....####", "........"}));
-
-  Canvas thick(8, 4);
-  thick.Line({8, 0, 8, 3, 3, 0});
-  EXPECT_EQ(thick.Picture(), (Rows{".....###", ".....###", ".....###", ".....###"}));
-
-  // Still outside after the pull: runs on in the next row and ends with the plane.
-  Canvas far(4, 3);
-  far.Line({2, 1, 9, 1, 1, 0});
-  EXPECT_EQ(far.Picture(), (Rows{"....", "..##", "####"}));
-  Canvas last(4, 2);
-  last.Line({2, 1, 60000, 1, 1, 0});
-  EXPECT_EQ(last.Picture(), (Rows{"....", "..##"}));
+TEST(YuvLine, StepsAlongTheLongerAxisThickensAndPullsEndsIn) {
+  const struct {
+    PlaneLine line;
+    Rows picture;
+  } cases[] = {
+      {{0, 0, 7, 2, 1, 0}, {"##......", "..####..", "......##", "........"}},
+      {{3, 5, 2, 0, 0, 0}, {"..#.", "..#.", "..#.", "...#", "...#", "...#"}},
+      {{0, 3, 3, 0, 1, 0}, {"...#", "..#.", ".#..", "#..."}},
+      // Thicker ones grow downward, or to the right.
+      {{1, 0, 4, 0, 3, 0}, {".####.", ".####.", ".####.", "......"}},
+      {{0, 0, 2, 2, 2, 0}, {"##....", ".##...", "..##.."}},
+      // Ends outside are pulled in by the line's width instead of clamped.
+      {{4, 0, 8, 0, 1, 0}, {"....####", "........"}},
+      {{8, 0, 8, 3, 3, 0}, {".....###", ".....###", ".....###", ".....###"}},
+      // Still outside after the pull: runs on in the next row and ends with the plane.
+      {{2, 1, 9, 1, 1, 0}, {"....", "..##", "####"}},
+      {{2, 1, 60000, 1, 1, 0}, {"....", "..##"}},
+  };
+  for (const auto& c : cases) {
+    Canvas canvas(static_cast<uint16_t>(c.picture[0].size()), static_cast<uint16_t>(c.picture.size()));
+    canvas.Line(c.line);
+    EXPECT_EQ(canvas.Picture(), c.picture);
+  }
 }
 
 TEST(YuvLine, WritesThePaletteIntoAllPlanes) {
   Canvas canvas(4, 4);
-  canvas.Line({2, 2, 2, 2, 1, 10});
-  EXPECT_EQ(canvas.y[10], 255);
-  EXPECT_EQ(canvas.u[3], 128);
-  EXPECT_EQ(canvas.v[3], 128);
-  canvas.Line({0, 0, 0, 0, 1, 4});
-  EXPECT_THAT((std::vector<int>{canvas.y[0], canvas.u[0], canvas.v[0]}), testing::ElementsAre(255, 0, 0));
+  for (const int32_t color : {10, 4}) {
+    canvas.Line({2, 2, 2, 2, 1, color});
+    const int chroma = color == 10 ? 128 : 0;
+    EXPECT_TRUE(canvas.y[10] == 255 && canvas.u[3] == chroma && canvas.v[3] == chroma) << color;
+  }
 }
 
 TEST(YuvLine, DrawsNothingForWhatItCannotDrawInto) {
