@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <iterator>
+#include <sstream>
 #include <vector>
 
 namespace {
@@ -10,33 +12,17 @@ namespace {
 using Words = std::vector<std::string>;
 
 TEST(PlayerOptions, TakesFilesAndSettingsInAnyOrderAndTheLastOfEach) {
-  const Options options = ParseOptions({"--size",        "640x360",
-                                        "clip.mp4",      "--backend",
-                                        "d3d9",          "--zoom=3,250,750",
-                                        "--mosaic-area", "0,0.25,0.5,1",
-                                        "--hue",         "-180",
-                                        "--pause-at",    "60",
-                                        "--seconds",     "2.5",
-                                        "hum.WAV",       "--seconds=3",
-                                        "--monitor",     "b.y4m",
-                                        "--panes",       "9",
-                                        "--no-overlays"});
-  EXPECT_THAT(options.files, testing::ElementsAre("clip.mp4", "hum.WAV", "b.y4m"));
-  EXPECT_EQ(options.panes, 9);
-  EXPECT_EQ(options.width, 640);
-  EXPECT_EQ(options.height, 360);
-  EXPECT_EQ(options.backend, Backend::kDirect3D);
-  EXPECT_EQ(options.picture.zoom, 3u);
-  EXPECT_EQ(options.picture.zoomX, 250u);
-  EXPECT_EQ(options.picture.zoomY, 750u);
-  EXPECT_EQ(options.picture.mosaicArea.left, 0.25f);
-  EXPECT_EQ(options.picture.mosaicArea.right, 1.0f);
-  EXPECT_EQ(options.picture.colours.hue, -180);
-  EXPECT_EQ(options.holdAt, 60);
-  EXPECT_EQ(options.seconds, 3);
-  EXPECT_TRUE(options.monitor);
-  EXPECT_FALSE(options.overlays);
-  EXPECT_TRUE(options.help.empty());
+  std::istringstream line(
+      "--size 640x360 clip.mp4 --backend d3d9 --zoom=3,250,750 --mosaic-area 0,0.25,0.5,1 "
+      "--hue -180 --pause-at 60 --seconds 2.5 hum.WAV --seconds=3 --monitor b.y4m --panes 9 "
+      "--no-overlays");
+  const Options o = ParseOptions(Words(std::istream_iterator<std::string>(line), {}));
+  EXPECT_THAT(o.files, testing::ElementsAre("clip.mp4", "hum.WAV", "b.y4m"));
+  EXPECT_TRUE(o.panes == 9 && o.width == 640 && o.height == 360 && o.backend == Backend::kDirect3D);
+  EXPECT_TRUE(o.picture.zoom == 3 && o.picture.zoomX == 250 && o.picture.zoomY == 750);
+  EXPECT_TRUE(o.picture.mosaicArea.left == 0.25f && o.picture.mosaicArea.right == 1.0f);
+  EXPECT_TRUE(o.picture.colours.hue == -180 && o.holdAt == 60 && o.seconds == 3);
+  EXPECT_TRUE(o.monitor && !o.overlays && o.help.empty());
   EXPECT_THAT(ParseOptions({"/?"}).help, testing::HasSubstr("--backend"));
 }
 
