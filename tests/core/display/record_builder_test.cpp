@@ -12,9 +12,9 @@ namespace {
 /// Client arrays of exactly `count` entries, all different, so that reading past an end is caught.
 template <class Value>
 struct ClientArrays {
-  explicit ClientArrays(size_t count, Value next = 7) {
+  explicit ClientArrays(int32_t count, Value next = 7) {
     for (auto& array : arrays) {
-      array.resize(count);
+      array.resize(static_cast<size_t>(count));
       std::iota(array.begin(), array.end(), next = static_cast<Value>(next + 100));
     }
   }
@@ -22,45 +22,37 @@ struct ClientArrays {
   std::vector<Value> arrays[4];
 };
 
-/// A record's array against the client's bits, and zeros behind it.
-template <class Value, class Field, size_t kEntries>
-void ExpectCopied(const Field (&field)[kEntries], std::vector<Value> expected) {
-  expected.resize(kEntries);
-  std::vector<Value> seen(kEntries);
-  std::memcpy(seen.data(), field, sizeof(field));
-  EXPECT_EQ(seen, expected);
-}
-
-template <class Record>
-void ExpectEdges(const Record& r, const ClientArrays<uint32_t>& edges) {
-  size_t i = 0;
-  for (const auto* field : {&r.left, &r.top, &r.right, &r.bottom})
-    ExpectCopied(*field, edges.arrays[i++]);
+/// The arrays of a record, each against the client's bits, and zeros behind them.
+template <class Value, class... Fields>
+void ExpectCopied(const ClientArrays<Value>& client, const Fields&... fields) {
+  const auto* expected = client.arrays;
+  const auto check = [&](const auto& field) {
+    std::vector<Value> seen(std::size(field)), want = *expected++;
+    std::memcpy(seen.data(), field, sizeof(field));
+    want.resize(seen.size());
+    EXPECT_EQ(seen, want);
+  };
+  (check(fields), ...);
 }
 
 TEST(Records, HoldWhatTheClientGaveAndZerosBehind) {
   for (const int32_t count : {1, 7, 12}) {
-    const ClientArrays<uint32_t> edges(static_cast<size_t>(count));
-    const ClientArrays<uint16_t> values(static_cast<size_t>(count));
+    const ClientArrays<uint32_t> e(count);
+    const ClientArrays<uint16_t> v(count);
     AlgRecord r;
     std::memset(&r, 0xEE, sizeof(r));
-    ASSERT_TRUE(BuildAlgRecord(r, count, {edges[0], edges[1], edges[2], edges[3]},
-                               {values[0], values[1], values[2], values[3]}, 3));
-    ExpectEdges(r, edges);
-    size_t i = 0;
-    for (const auto* field : {&r.classId, &r.distance, &r.third, &r.fourth})
-      ExpectCopied(*field, values.arrays[i++]);
+    ASSERT_TRUE(BuildAlgRecord(r, count, {e[0], e[1], e[2], e[3]}, {v[0], v[1], v[2], v[3]}, 3));
+    ExpectCopied(e, r.left, r.top, r.right, r.bottom);
+    ExpectCopied(v, r.classId, r.distance, r.third, r.fourth);
     EXPECT_TRUE(r.count == count && r.lineWidth == 3);
   }
   for (const int32_t points : {0, 1, 68}) {
-    const ClientArrays<uint32_t> landmarks(static_cast<size_t>(points)), edges(12, 5000);
+    const ClientArrays<uint32_t> landmarks(points), e(12, 5000);
     DsmRecord r;
     std::memset(&r, 0xEE, sizeof(r));
-    ASSERT_TRUE(BuildDsmRecord(r, points, landmarks[0], landmarks[1], 12,
-                               {edges[0], edges[1], edges[2], edges[3]}, 5));
-    ExpectCopied(r.x, landmarks.arrays[0]);
-    ExpectCopied(r.y, landmarks.arrays[1]);
-    ExpectEdges(r, edges);
+    ASSERT_TRUE(BuildDsmRecord(r, points, landmarks[0], landmarks[1], 12, {e[0], e[1], e[2], e[3]}, 5));
+    ExpectCopied(landmarks, r.x, r.y);
+    ExpectCopied(e, r.left, r.top, r.right, r.bottom);
     EXPECT_TRUE(r.pointCount == points && r.boxCount == 12 && r.pointSize == 5);
   }
 }
