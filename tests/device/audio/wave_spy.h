@@ -60,12 +60,13 @@ class WaveSpy {
   /// Decides the result of a call by its name and how often it was made before; 0 goes to the device.
   std::function<MMRESULT(const std::string& name, ptrdiff_t before)> fault;
 
-  // Of the last waveOutOpen and waveOutSetVolume.
-  UINT deviceId = 0;
-  WAVEFORMATEX format{};
-  DWORD_PTR target = 0;
-  DWORD_PTR instance = 0;
-  DWORD openFlags = 0;
+  struct {
+    UINT id = 0;
+    WAVEFORMATEX format{};
+    DWORD_PTR target = 0;
+    DWORD_PTR instance = 0;
+    DWORD flags = 0;
+  } opened;  ///< by the last waveOutOpen
   DWORD volume = 0;
 
  private:
@@ -92,9 +93,9 @@ class WaveSpy {
     return fault ? fault(name, before) : MMSYSERR_NOERROR;
   }
 
-  void Look(const std::string&, HWAVEOUT*, UINT id, const WAVEFORMATEX* asked, DWORD_PTR callback,
-            DWORD_PTR value, DWORD flags) {
-    deviceId = id, format = *asked, target = callback, instance = value, openFlags = flags;
+  void Look(const std::string&, HWAVEOUT*, UINT id, const WAVEFORMATEX* format, DWORD_PTR target,
+            DWORD_PTR instance, DWORD flags) {
+    opened = {id, *format, target, instance, flags};
   }
   void Look(const std::string& name, HWAVEOUT, WAVEHDR* header, UINT) {
     const auto* bytes = reinterpret_cast<const uint8_t*>(header->lpData);
