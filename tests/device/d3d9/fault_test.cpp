@@ -279,17 +279,6 @@ TEST_F(D3dFaults, ANewLayoutDropsOneFrame) {
   }
 }
 
-TEST_F(D3dFaults, FramesThatCannotBeAreRefusedWithoutHarm) {
-  Start();
-  const FrameView good = m_frame.View();
-  for (FrameView bad : {FrameView{nullptr, kPaneWidth, good.u, 80, good.v, 80},
-                        FrameView{good.y, kPaneWidth, good.u, 80, nullptr, 80},
-                        FrameView{good.y, kPaneWidth, good.u, 0, good.v, 0}}) {
-    EXPECT_EQ(m_displayer->Display(bad.y, bad.strideY, bad.u, bad.strideU, bad.v, bad.strideV, 0, 0), 0x2FFF);
-  }
-  ExpectDrawn();
-}
-
 TEST_F(D3dFaults, TheTrialDeviceHasAWindowAndLeavesNothing) {
   NIVRAL_InitializeEx(0);
   EXPECT_EQ(m_faults->devicesMade, 1);
