@@ -3,7 +3,6 @@
 #include "api/backend_table.h"
 #include "api/direct3d_probe.h"
 #include "api/guard.h"
-#include "api/library_state.h"
 #include "backends/ddraw/direct_draw.h"
 #include "backends/sdl2/sdl_library.h"
 #include "nivral/nivral.h"

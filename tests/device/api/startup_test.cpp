@@ -5,8 +5,8 @@
 
 #include <vector>
 
+#include "api/backend_table.h"
 #include "api/direct3d_probe.h"
-#include "api/library_state.h"
 #include "backends/ddraw/direct_draw.h"
 #include "backends/sdl2/sdl_displayer.h"
 #include "nivral/nivral.h"
