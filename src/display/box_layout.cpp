@@ -12,7 +12,7 @@ namespace {
 
 constexpr uint16_t kPersonClass = 1;
 
-/// Edges on the display, cut to it on the far side only where they exceed it.
+/// Edges on the display, cut to it on the far side unless they are numbers within it.
 struct Edges {
   float left, top, right, bottom;
 };
@@ -27,8 +27,8 @@ struct Box {
 template <class Record>
 Edges MapEdges(const Record& record, int32_t i, const DisplayMap& map) {
   return {std::max(map.X(record.left[i]), 0.0f), std::max(map.Y(record.top[i]), 0.0f),
-          std::min(map.X(record.right[i]), static_cast<float>(map.displayWidth)),
-          std::min(map.Y(record.bottom[i]), static_cast<float>(map.displayHeight))};
+          std::min(static_cast<float>(map.displayWidth), map.X(record.right[i])),
+          std::min(static_cast<float>(map.displayHeight), map.Y(record.bottom[i]))};
 }
 
 Box ToBox(const Edges& edges) {

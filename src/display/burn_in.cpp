@@ -45,8 +45,8 @@ bool Holds(const FrameView& frame, uint32_t width, uint32_t height) {
 
 Box ToBox(const AlgRecord& record, int32_t i, uint32_t width, uint32_t height) {
   return {TruncToInt(std::max(record.left[i], 0.0f)), TruncToInt(std::max(record.top[i], 0.0f)),
-          TruncToInt(std::min(record.right[i], static_cast<float>(width))),
-          TruncToInt(std::min(record.bottom[i], static_cast<float>(height)))};
+          TruncToInt(std::min(static_cast<float>(width), record.right[i])),
+          TruncToInt(std::min(static_cast<float>(height), record.bottom[i]))};
 }
 
 /// The largest edge that a float makes is 128 below what 32 bits hold, so the far corner fits too.

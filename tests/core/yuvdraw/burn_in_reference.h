@@ -54,10 +54,9 @@ struct ReferencePlanes {
     for (int i = 0; i < r.count && i < 12; ++i) {
       const long long left = Whole(r.left[i] < 0 ? 0 : r.left[i]);
       const long long top = Whole(r.top[i] < 0 ? 0 : r.top[i]);
-      const long long right =
-          Whole(r.right[i] > static_cast<float>(width) ? static_cast<float>(width) : r.right[i]);
-      const long long bottom =
-          Whole(r.bottom[i] > static_cast<float>(height) ? static_cast<float>(height) : r.bottom[i]);
+      const auto w = static_cast<float>(width), h = static_cast<float>(height);
+      const long long right = Whole(r.right[i] <= w ? r.right[i] : w);  // no number is beyond
+      const long long bottom = Whole(r.bottom[i] <= h ? r.bottom[i] : h);
       Straight(left, top, right, top);
       Straight(left, top, left, bottom);
       Straight(left, bottom, right, bottom);
