@@ -16,6 +16,7 @@ struct OverlayColor {
 
 constexpr OverlayColor kOverlayGreen{0, 255, 0};
 constexpr OverlayColor kOverlayOrange{255, 97, 0};
+constexpr OverlayColor kOverlayAmber{255, 197, 0};
 constexpr OverlayColor kOverlayBlue{0, 0, 255};
 
 /// From 0x00BBGGRR.
@@ -35,18 +36,3 @@ struct DisplayMap {
 };
 
 using RectList = NothrowList<PixelRect>;
-
-/// Collects filled rectangles, cut to a display.
-class RectCollector {
- public:
-  RectCollector(RectList& rects, const DisplayMap& map)
-      : m_rects(rects), m_width(map.displayWidth), m_height(map.displayHeight) {}
-
-  /// Corners in any order, both included.
-  void Add(int64_t x1, int64_t y1, int64_t x2, int64_t y2);
-
- private:
-  RectList& m_rects;
-  int64_t m_width;
-  int64_t m_height;
-};

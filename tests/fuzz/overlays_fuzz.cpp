@@ -6,9 +6,9 @@
 #include <cstring>
 
 #include "backends/d3d9/mosaic_map.h"
-#include "backends/d3d9/overlay_layout.h"
-#include "display/box_layout.h"
 #include "display/mosaic_layout.h"
+#include "display/overlay_layout.h"
+#include "display/overlay_shapes.h"
 
 namespace {
 
@@ -62,24 +62,24 @@ void RequireText(const char (&text)[Size]) {
   Require(std::memchr(text, 0, Size) != nullptr);
 }
 
-void CheckRecords(const Input& in, const DisplayMap& map) {
-  AlgLayout layout;
-  LayoutAlgRecord(layout, in.boxes, map, true);
-  size_t colored = 0;
-  for (const ColorRun& run : layout.runs) {
-    Require(run.end >= colored && run.end <= layout.rects.size());
-    colored = run.end;
-  }
-  for (const OverlayLabel& label : layout.classLabels)
+void CheckRecord(RecordView record, const DisplayMap& map, const OverlayStyle& style) {
+  OverlayList list;
+  LayOutRecord(list, record, map, style);
+  for (const OverlayLabel& label : list.labels)
     RequireText(label.text);
-  LayoutDsmRecord(layout.rects, in.faces, map);
-  for (const PixelRect& rect : layout.rects)
-    Require(Within(rect, map.displayWidth, map.displayHeight));
-  for (int32_t i = 0; i < kMaxBoxes; ++i) {
-    const auto box = LayOutAlgBox(in.boxes, i, {map.videoWidth, map.videoHeight});
-    if (box) RequireText(box->typeLabel.text);
-    if (box && box->distanceLabel) RequireText(box->distanceLabel->text);
-    LayOutDsmBox(in.faces, i, {map.videoWidth, map.videoHeight});
+  RectList pixels;
+  for (const OverlayShape& shape : list.shapes)
+    AppendPixels(pixels, shape, map.displayWidth, map.displayHeight);
+  for (const PixelRect& rect : pixels)
+    Require(!rect.Empty() && Within(rect, map.displayWidth, map.displayHeight));
+}
+
+void CheckRecords(const Input& in, const DisplayMap& map) {
+  const DisplayMap frame{map.videoWidth, map.videoHeight, map.videoWidth, map.videoHeight};
+  for (const RecordView record : {RecordView(&in.boxes), RecordView(&in.faces)}) {
+    CheckRecord(record, map, SdlStyle(true));
+    CheckRecord(record, frame, Direct3DStyle(map.videoHeight));
+    CheckRecord(record, frame, BurnInStyle());
   }
 }
 

@@ -9,7 +9,7 @@
 #include "backends/ddraw/gdi_text.h"
 #include "display/base_displayer.h"
 #include "display/mosaic_layout.h"
-#include "display/overlay_types.h"
+#include "display/overlay_list.h"
 #include "util/thread_base.h"
 #include "util/win_handles.h"
 #include "util/work_signal.h"
@@ -98,6 +98,7 @@ class CDirectDraw : public BaseDisplayer {
   };
   bool CollectOverlays(const PixelRect& area, const PaneSettings& settings);
   HRESULT PaintOverlays(const PixelRect& area, const PaneSettings& settings);
+  void PaintRecord(HDC dc, RecordView record);
   HRESULT PixelateMosaic();
   void CallDisplayCallback(HDC dc, const PixelRect& area, const PaneSettings& settings);
 
@@ -119,7 +120,8 @@ class CDirectDraw : public BaseDisplayer {
   PixelRect m_composedArea;
   GdiText m_text;
   GdiLabels m_labels;
-  RectList m_dsmRects;
+  OverlayList m_painted;
+  RectList m_pixels;
   FrameNote m_shown;
   Overlays m_overlays{};
   bool m_frameUploaded = false;

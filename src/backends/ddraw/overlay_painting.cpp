@@ -7,14 +7,14 @@
 #include "backends/ddraw/draw_layout.h"
 #include "backends/ddraw/pixelate.h"
 #include "backends/ddraw/surface_access.h"
-#include "display/box_layout.h"
+#include "display/overlay_layout.h"
+#include "display/overlay_shapes.h"
 
 namespace {
 
-/// Fills rectangles with one colour, without a brush to make and free.
-void FillRects(HDC dc, const RectList& rects, COLORREF color) {
-  const SavedDC state(dc);
-  SetDCBrushColor(dc, color);
+/// Fills rectangles with one colour, without a brush to make and free. The colour stays with the DC.
+void FillRects(HDC dc, const RectList& rects, const OverlayColor& color) {
+  SetDCBrushColor(dc, RGB(color.r, color.g, color.b));
   const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
   for (const PixelRect& r : rects) {
     const RECT rect{r.left, r.top, r.right, r.bottom};
@@ -59,14 +59,21 @@ HRESULT CDirectDraw::PaintOverlays(const PixelRect& area, const PaneSettings& se
     for (const TextItem& item : o.texts)
       m_text.Draw(dc.Get(), item, o.scale);
   }
-  if (m_shown.dsm) {
-    m_dsmRects.clear();
-    LayoutDsmRecord(m_dsmRects, *m_shown.dsm,
-                    {o.scale.videoWidth, o.scale.videoHeight, o.scale.areaWidth, o.scale.areaHeight});
-    FillRects(dc.Get(), m_dsmRects, RGB(0, 255, 0));
-  }
+  if (m_shown.dsm) PaintRecord(dc.Get(), &*m_shown.dsm);
   CallDisplayCallback(dc.Get(), area, settings);
   return DD_OK;
+}
+
+void CDirectDraw::PaintRecord(HDC dc, RecordView record) {
+  const OverlayScale& scale = m_overlays.scale;
+  const DisplayMap map{scale.videoWidth, scale.videoHeight, scale.areaWidth, scale.areaHeight};
+  LayOutRecord(m_painted, record, map, DirectDrawStyle());
+  const SavedDC state(dc);
+  for (const OverlayShape& shape : m_painted.shapes) {
+    m_pixels.clear();
+    AppendPixels(m_pixels, shape, map.displayWidth, map.displayHeight);
+    FillRects(dc, m_pixels, shape.color);
+  }
 }
 
 HRESULT CDirectDraw::PixelateMosaic() {

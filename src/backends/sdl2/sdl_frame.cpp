@@ -133,12 +133,16 @@ void SDLDisplayer::DrawMosaic(const MosaicSettings& mosaic) {
 }
 
 // Not for a pane that is not ready: commands without a present would pile up in the renderer.
+void SDLDisplayer::PaintRecord(RecordView record) {
+  if (IsReady()) m_overlays.DrawRecord(m_sdlRenderer.get(), record, Map());
+}
+
 void SDLDisplayer::DrawAlgInfo() {
-  if (m_alg.shown && IsReady()) m_overlays.DrawAlg(m_sdlRenderer.get(), m_alg.record, Map());
+  if (m_alg.shown) PaintRecord(&m_alg.record);
 }
 
 void SDLDisplayer::DrawDsmAlgInfo() {
-  if (m_dsm.shown && IsReady()) m_overlays.DrawDsm(m_sdlRenderer.get(), m_dsm.record, Map());
+  if (m_dsm.shown) PaintRecord(&m_dsm.record);
 }
 
 void SDLDisplayer::OnRedraw(HWND hwnd, WPARAM pane) {

@@ -3,6 +3,8 @@
 
 #include "backends/sdl2/sdl_error.h"
 #include "display/osd_layout.h"
+#include "display/overlay_layout.h"
+#include "display/overlay_shapes.h"
 
 namespace {
 
@@ -30,27 +32,26 @@ bool SdlOverlays::DrawOsdText(SDL_Renderer* renderer, const TextItem& item, cons
                      FromColorRef(item.color));
 }
 
-void SdlOverlays::DrawAlg(SDL_Renderer* renderer, const AlgRecord& record, const DisplayMap& map) {
-  const bool withLabels = map.displayHeight > 0 && m_labelFont.SetSize(kLabelFontSize);
-  LayoutAlgRecord(m_alg, record, map, withLabels);
-  size_t from = 0;
-  for (const ColorRun& run : m_alg.runs) {
-    Fill(renderer, std::span(m_alg.rects).subspan(from, run.end - from), run.color);
-    from = run.end;
+void SdlOverlays::DrawRecord(SDL_Renderer* renderer, RecordView record, const DisplayMap& map) {
+  const bool withLabels = map.displayHeight > 0 && m_labelFont.SetSize(kSdlLabelPoints);
+  LayOutRecord(m_list, record, map, SdlStyle(withLabels));
+  DrawShapes(renderer, map);
+  DrawLabels(renderer, map);
+}
+
+void SdlOverlays::DrawShapes(SDL_Renderer* renderer, const DisplayMap& map) {
+  OverlayColor color;
+  m_pixels.clear();
+  for (const OverlayShape& shape : m_list.shapes) {
+    if (shape.color != color) FillPixels(renderer, color);
+    color = shape.color;
+    AppendPixels(m_pixels, shape, map.displayWidth, map.displayHeight);
   }
-  DrawLabels(renderer, m_alg.classLabels, map);
-  DrawLabels(renderer, m_alg.distanceLabels, map);
+  FillPixels(renderer, color);
 }
 
-void SdlOverlays::DrawDsm(SDL_Renderer* renderer, const DsmRecord& record, const DisplayMap& map) {
-  m_dsm.clear();
-  LayoutDsmRecord(m_dsm, record, map);
-  Fill(renderer, m_dsm, kOverlayGreen);
-}
-
-void SdlOverlays::DrawLabels(SDL_Renderer* renderer, std::span<const OverlayLabel> labels,
-                             const DisplayMap& map) {
-  for (const OverlayLabel& label : labels) {
+void SdlOverlays::DrawLabels(SDL_Renderer* renderer, const DisplayMap& map) {
+  for (const OverlayLabel& label : m_list.labels) {
     if (label.x >= map.displayWidth || label.y >= map.displayHeight) continue;
     // Labels of records with edges out of any range may lie as far left as a coordinate can say.
     const int64_t wrap = int64_t{map.displayWidth} - label.x;
@@ -60,11 +61,13 @@ void SdlOverlays::DrawLabels(SDL_Renderer* renderer, std::span<const OverlayLabe
   }
 }
 
-void SdlOverlays::Fill(SDL_Renderer* renderer, std::span<const PixelRect> rects, const OverlayColor& color) {
-  if (rects.empty()) return;
+/// Those that wait, in one call.
+void SdlOverlays::FillPixels(SDL_Renderer* renderer, const OverlayColor& color) {
+  if (m_pixels.empty()) return;
   m_batch.clear();
-  for (const PixelRect& r : rects)
+  for (const PixelRect& r : m_pixels)
     m_batch.push_back(ToSdl(r));
+  m_pixels.clear();
   SDL_SetRenderDrawColor(renderer, color.r, color.g, color.b, SDL_ALPHA_OPAQUE);
   SDL_RenderFillRects(renderer, m_batch.data(), static_cast<int>(m_batch.size()));
 }

@@ -2,12 +2,12 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include "backends/sdl2/sdl_font.h"
 #include "backends/sdl2/sdl_mosaic.h"
 #include "backends/sdl2/sdl_text.h"
-#include "display/box_layout.h"
+#include "display/overlay_list.h"
+#include "display/records.h"
 
 /// Draws everything that lies over the video of one pane with its renderer. Not for several threads at once.
 class SdlOverlays {
@@ -16,8 +16,7 @@ class SdlOverlays {
 
   /// The lines of client text. Whether at least one was drawn.
   bool DrawTexts(SDL_Renderer* renderer, const TextItems& items, const DisplayMap& map);
-  void DrawAlg(SDL_Renderer* renderer, const AlgRecord& record, const DisplayMap& map);
-  void DrawDsm(SDL_Renderer* renderer, const DsmRecord& record, const DisplayMap& map);
+  void DrawRecord(SDL_Renderer* renderer, RecordView record, const DisplayMap& map);
   bool DrawMosaic(SDL_Renderer* renderer, const MosaicGrid& grid) { return m_mosaic.Draw(renderer, grid); }
 
   /// To be called after the last overlay of a frame.
@@ -31,15 +30,16 @@ class SdlOverlays {
 
  private:
   bool DrawOsdText(SDL_Renderer* renderer, const TextItem& item, const DisplayMap& map);
-  void DrawLabels(SDL_Renderer* renderer, std::span<const OverlayLabel> labels, const DisplayMap& map);
-  void Fill(SDL_Renderer* renderer, std::span<const PixelRect> rects, const OverlayColor& color);
+  void DrawShapes(SDL_Renderer* renderer, const DisplayMap& map);
+  void DrawLabels(SDL_Renderer* renderer, const DisplayMap& map);
+  void FillPixels(SDL_Renderer* renderer, const OverlayColor& color);
 
   SdlFont m_osdFont;
   SdlFont m_labelFont;
   SdlText m_text;
   SdlMosaic m_mosaic;
   // Kept from frame to frame for their memory.
-  AlgLayout m_alg;
-  RectList m_dsm;
+  OverlayList m_list;
+  RectList m_pixels;
   NothrowList<SDL_Rect> m_batch;
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "display/box_layout.h"
+#include "display/overlay_layout.h"
 
 #include <gmock/gmock.h>
 
@@ -8,6 +8,7 @@
 #include <cstring>
 #include <random>
 
+#include "display/overlay_shapes.h"
 #include "point_canvas.h"
 #include "support/one_box.h"
 
@@ -21,14 +22,18 @@ char MarkOf(const OverlayColor& color) {
   return color == kOverlayOrange ? 'o' : color == kOverlayGreen ? 'g' : '?';
 }
 
-Rows Paint(const AlgLayout& layout, const DisplayMap& map) {
+RectList PixelsOf(const OverlayShape& shape, const DisplayMap& map) {
+  RectList pixels;
+  AppendPixels(pixels, shape, map.displayWidth, map.displayHeight);
+  return pixels;
+}
+
+Rows Paint(const OverlayList& layout, const DisplayMap& map) {
   PointCanvas canvas(map.displayWidth, map.displayHeight);
-  size_t at = 0;
-  for (const ColorRun& run : layout.runs) {
-    for (; at < run.end; ++at)
-      canvas.Rect(layout.rects[at], MarkOf(run.color));
+  for (const OverlayShape& shape : layout.shapes) {
+    for (const PixelRect& rect : PixelsOf(shape, map))
+      canvas.Rect(rect, MarkOf(shape.color));
   }
-  EXPECT_EQ(at, layout.rects.size());
   return canvas.Picture();
 }
 
@@ -80,34 +85,36 @@ TEST(AlgLayout, PaintsWhatPointsAndLinesWould) {
       record.classId[i] = static_cast<uint16_t>(below(10));
       record.distance[i] = static_cast<uint16_t>(below(3) * below(700));
     }
-    AlgLayout layout;
-    LayoutAlgRecord(layout, record, map, true);
+    OverlayList layout;
+    LayOutRecord(layout, &record, map, SdlStyle(true));
     ASSERT_EQ(Paint(layout, map), PaintedByHand(record, map)) << n;
   }
 }
 
 TEST(AlgLayout, PlacesLabelsByTheOutermostAndInnermostRectangle) {
-  AlgLayout layout;
-  LayoutAlgRecord(layout, OneBox(40, 60, 140, 120, 2, 123, 4), kOneToOne, true);
-  ASSERT_EQ(layout.classLabels.size(), 1u);
-  EXPECT_STREQ(layout.classLabels[0].text, "car");
-  EXPECT_EQ(layout.classLabels[0].x, 39);
-  EXPECT_EQ(layout.classLabels[0].y, 46);
+  OverlayList layout;
+  const auto layOut = [&](const AlgRecord& record) {
+    LayOutRecord(layout, &record, kOneToOne, SdlStyle(true));
+  };
+  layOut(OneBox(40, 60, 140, 120, 2, 123, 4));
+  ASSERT_EQ(layout.labels.size(), 2u);
+  EXPECT_STREQ(layout.labels[0].text, "car");
+  EXPECT_EQ(layout.labels[0].x, 39);
+  EXPECT_EQ(layout.labels[0].y, 46);
   // Innermost: 41, 61, 98 x 58. "12.3m" is 36 wide: 41 + 49 - 18 and 61 + 58 - 12.
-  ASSERT_EQ(layout.distanceLabels.size(), 1u);
-  EXPECT_STREQ(layout.distanceLabels[0].text, "12.3m");
-  EXPECT_EQ(layout.distanceLabels[0].x, 72);
-  EXPECT_EQ(layout.distanceLabels[0].y, 107);
-  EXPECT_EQ(layout.rects.back(), (PixelRect{71, 107, 107, 119}));
+  EXPECT_STREQ(layout.labels[1].text, "12.3m");
+  EXPECT_EQ(layout.labels[1].x, 72);
+  EXPECT_EQ(layout.labels[1].y, 107);
+  EXPECT_EQ(layout.labels[1].area, (PixelRect{71, 107, 107, 119}));
 
-  LayoutAlgRecord(layout, OneBox(40, 60, 140, 96, 2, 123, 1), kOneToOne, true);
-  EXPECT_EQ(layout.distanceLabels[0].x, 40);
-  EXPECT_EQ(layout.distanceLabels[0].y, 97);
+  layOut(OneBox(40, 60, 140, 96, 2, 123, 1));
+  EXPECT_EQ(layout.labels[1].x, 40);
+  EXPECT_EQ(layout.labels[1].y, 97);
 
-  LayoutAlgRecord(layout, OneBox(10, 0, 60, 40, 1, 0, 1), kOneToOne, true);
-  EXPECT_EQ(layout.classLabels[0].y, -12);
-  EXPECT_TRUE(layout.distanceLabels.empty());
-  EXPECT_EQ(layout.runs[0].color, kOverlayOrange);
+  layOut(OneBox(10, 0, 60, 40, 1, 0, 1));
+  ASSERT_EQ(layout.labels.size(), 1u);
+  EXPECT_EQ(layout.labels[0].y, -12);
+  EXPECT_EQ(layout.shapes[0].color, kOverlayOrange);
 }
 
 TEST(DsmLayout, PaintsWhatPointsAndLinesWould) {
@@ -141,12 +148,9 @@ TEST(DsmLayout, PaintsWhatPointsAndLinesWould) {
         canvas.Corners(left - t + k, top - t + k, right - left + 2 * (t - k), bottom - top + 2 * (t - k),
                        'g');
     }
-    RectList rects;
-    LayoutDsmRecord(rects, record, map);
-    PointCanvas painted(160, 120);
-    for (const PixelRect& r : rects)
-      painted.Rect(r, 'g');
-    ASSERT_EQ(painted.Picture(), canvas.Picture()) << n;
+    OverlayList layout;
+    LayOutRecord(layout, &record, map, SdlStyle(true));
+    ASSERT_EQ(Paint(layout, map), canvas.Picture()) << n;
   }
 }
 
@@ -168,11 +172,12 @@ TEST(Layouts, KeepEveryRectangleOnTheDisplayForAnyBits) {
     Scramble(dsm, random);
     alg.lineWidth %= 300;
     dsm.pointSize %= 300;
-    AlgLayout layout;
-    LayoutAlgRecord(layout, alg, map, true);
-    LayoutDsmRecord(layout.rects, dsm, map);
-    for (const PixelRect& r : layout.rects) {
-      ASSERT_TRUE(r.left >= 0 && r.top >= 0 && !r.Empty() && r.right <= 640 && r.bottom <= 480);
+    OverlayList layout;
+    for (const RecordView record : {RecordView(&alg), RecordView(&dsm)}) {
+      LayOutRecord(layout, record, map, SdlStyle(true));
+      for (const OverlayShape& shape : layout.shapes)
+        for (const PixelRect& r : PixelsOf(shape, map))
+          ASSERT_TRUE(r.left >= 0 && r.top >= 0 && !r.Empty() && r.right <= 640 && r.bottom <= 480);
     }
   }
 }

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "display/box_layout.h"
+#include "picture/pixel_rect.h"
 
 class PointCanvas {
  public:
