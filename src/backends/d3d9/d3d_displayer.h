@@ -12,14 +12,14 @@
 #include "backends/d3d9/frame_strides.h"
 #include "backends/d3d9/mosaic_map.h"
 #include "backends/d3d9/outlines.h"
-#include "backends/d3d9/overlay_layout.h"
 #include "backends/d3d9/surface_copy.h"
 #include "backends/d3d9/text_painter.h"
 #include "display/base_displayer.h"
 #include "display/display_codes.h"
+#include "display/overlay_list.h"
 #include "util/com_ptr.h"
 
-class BoxLayer;
+class ShapeBatch;
 
 constexpr D3DFORMAT kYv12 = static_cast<D3DFORMAT>(MAKEFOURCC('Y', 'V', '1', '2'));
 
@@ -96,20 +96,26 @@ class D3DDisplayer : public BaseDisplayer {
   static MilleRect CurrentMosaic(const MosaicSettings& mosaic);
   void SetCurrentMosaic(const MilleRect& rect);
   ZoomState Zoom() const { return {m_nZoomX, m_nZoomY, m_nZoom}; }
+  struct FrameSize {
+    int32_t width;
+    int32_t height;
+  };
   FrameSize Frame() const { return {static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight)}; }
 
-  void StartOnce(TextPainter& painter, ComPtr<ID3DXFont>& font, int32_t linesPerHeight, const char* face);
+  void StartOnce(TextPainter& painter, ComPtr<ID3DXFont>& font, int32_t height, const char* face);
   void DrawOSDText();
-  void DrawLabel(TextBatch& batch, const LabelEntry& label);
+  void DrawLabel(TextBatch& batch, const OverlayLabel& label);
 
   bool EnsureLine();
   bool EnsureVertexBuffer();
   bool CanDrawOverlays();
   bool OutlineByVertices();
-  bool IsSideVisible(const PixelRect& rect) const;
-  void DrawOutline(BoxLayer& layer, const PixelRect& rect, uint16_t type, int32_t thickness);
-  void DrawDiscs(const DsmRecord& record);
-  void DrawThickBrackets(const PixelRect& rect, int32_t thickness);
+  bool IsSideVisible(const WideRect& corners) const;
+  void PaintRecord(RecordView record);
+  void DrawShape(ShapeBatch& batch, const OverlayShape& shape);
+  void DrawOutline(ShapeBatch& batch, const OverlayShape& shape);
+  void DrawThickBrackets(ShapeBatch& batch, const OverlayShape& shape);
+  void DrawDisc(ShapeBatch& batch, const OverlayShape& shape);
 
   bool CreateHslDevice();
   bool CreateHslObjects();
@@ -154,6 +160,9 @@ class D3DDisplayer : public BaseDisplayer {
   TextPainter m_osdPainter;
   TextPainter m_labelPainter;
   std::unique_ptr<Outlines> m_outlines;
+  // Kept from frame to frame for their memory.
+  OverlayList m_overlays;
+  RectList m_discParts;
   /// Whether the device stretches a frame onto the whole back buffer or cuts it at the window's size.
   enum class Stretch { Unknown, Whole, Cut } m_stretch = Stretch::Unknown;
   /// Of the frame's size, while the device would cut.

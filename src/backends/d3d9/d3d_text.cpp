@@ -3,26 +3,25 @@
 #include <algorithm>
 
 #include "backends/d3d9/d3d_displayer.h"
-#include "backends/d3d9/overlay_shapes.h"
+#include "backends/d3d9/overlay_vertices.h"
+#include "display/overlay_style.h"
 
 namespace {
 
 constexpr int32_t kTextLinesPerHeight = 20;
-constexpr int32_t kLabelLinesPerHeight = 40;
 constexpr char kLabelFace[] = "Arial";
 
 }  // namespace
 
 /// Where D3DX has no font, the painter draws without it.
-void D3DDisplayer::StartOnce(TextPainter& painter, ComPtr<ID3DXFont>& font, int32_t linesPerHeight,
+void D3DDisplayer::StartOnce(TextPainter& painter, ComPtr<ID3DXFont>& font, int32_t height,
                              const char* face) {
   if (painter.Started()) return;
-  const int32_t height = -(Frame().height / linesPerHeight);
   if (m_pD3dx && !font) {
-    m_pD3dx->createFont(m_pd3dDevice.get(), height, 0, FW_NORMAL, D3DX_DEFAULT, FALSE, DEFAULT_CHARSET,
+    m_pD3dx->createFont(m_pd3dDevice.get(), -height, 0, FW_NORMAL, D3DX_DEFAULT, FALSE, DEFAULT_CHARSET,
                         OUT_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_DONTCARE, face, font.put());
   }
-  painter.Start(m_pd3dDevice.get(), {font.get(), height, face, Frame().height});
+  painter.Start(m_pd3dDevice.get(), {font.get(), -height, face, Frame().height});
 }
 
 void D3DDisplayer::DrawOSDText() {
@@ -30,19 +29,18 @@ void D3DDisplayer::DrawOSDText() {
     CAutoLock guard(&m_textLock);
     return m_textItems;
   }();
-  StartOnce(m_osdPainter, m_pOSDFont, kTextLinesPerHeight, m_szFontFace);
+  StartOnce(m_osdPainter, m_pOSDFont, Frame().height / kTextLinesPerHeight, m_szFontFace);
   TextBatch batch(m_pd3dDevice.get());
   for (const TextItem& item : items) {
     const uint32_t y = item.anchor == 1 ? m_dwHeight - item.y : item.y;
     if (item.text[0])
       m_osdPainter.Draw(batch, item.text, static_cast<int32_t>(item.x), static_cast<int32_t>(y),
-                        Frame().width, OpaqueArgb(item.color));
+                        Frame().width, OpaqueArgb(FromColorRef(item.color)));
   }
 }
 
-void D3DDisplayer::DrawLabel(TextBatch& batch, const LabelEntry& label) {
-  StartOnce(m_labelPainter, m_pLabelFont, kLabelLinesPerHeight, kLabelFace);
+void D3DDisplayer::DrawLabel(TextBatch& batch, const OverlayLabel& label) {
+  StartOnce(m_labelPainter, m_pLabelFont, Direct3DLabelHeight(Frame().height), kLabelFace);
   if (label.text[0])
-    m_labelPainter.Draw(batch, label.text, label.rect.left + 1, std::max(label.rect.top, 0), Frame().width,
-                        kBlue);
+    m_labelPainter.Draw(batch, label.text, label.x, label.y, Frame().width, OpaqueArgb(kOverlayBlue));
 }

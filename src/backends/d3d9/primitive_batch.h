@@ -5,7 +5,7 @@
 
 #include <array>
 
-#include "backends/d3d9/overlay_shapes.h"
+#include "backends/d3d9/overlay_vertices.h"
 
 /// Vertices that fit the overlay vertex buffer: whole segments and whole pairs of triangles.
 constexpr size_t kOverlayVertices = 3072;
@@ -34,6 +34,7 @@ class PrimitiveBatch {
       Add(vertex);
   }
   void Flush();
+  bool Empty() const { return m_count == 0; }
 
  private:
   IDirect3DDevice9* m_device;

@@ -1,16 +1,64 @@
 // SPDX-License-Identifier: MIT
-#include "backends/d3d9/overlay_layout.h"
+#include "display/overlay_layout.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
+#include <optional>
+#include <string>
 
 #include "support/one_box.h"
 
 namespace {
 
+struct FrameSize {
+  int32_t width, height;
+};
 constexpr FrameSize kFrame{1920, 1080};  // label fonts are 27 high
+
+struct LabelEntry {
+  std::string text;
+  PixelRect rect;
+};
+struct AlgBoxLayout {
+  PixelRect outline, typeBackground;
+  LabelEntry typeLabel;
+  uint32_t labelColor = 0;
+  std::optional<LabelEntry> distanceLabel;
+};
+
+PixelRect ToPixels(const WideRect& r) {
+  return {static_cast<int32_t>(r.left), static_cast<int32_t>(r.top), static_cast<int32_t>(r.right),
+          static_cast<int32_t>(r.bottom)};
+}
+
+OverlayList ListOf(RecordView record, const FrameSize& frame) {
+  OverlayList list;
+  LayOutRecord(list, record, {frame.width, frame.height, frame.width, frame.height},
+               Direct3DStyle(frame.height));
+  return list;
+}
+
+std::optional<AlgBoxLayout> LayOutAlgBox(const AlgRecord& record, int, const FrameSize& frame) {
+  const OverlayList list = ListOf(&record, frame);
+  if (list.shapes.empty()) return std::nullopt;
+  AlgBoxLayout layout;
+  layout.outline = ToPixels(list.shapes[0].corners);
+  layout.typeBackground = list.labels[0].area;
+  layout.typeLabel = {list.labels[0].text, list.labels[0].area};
+  layout.typeLabel.rect.top = list.labels[0].y;
+  const OverlayColor& c = list.shapes[1].color;
+  layout.labelColor = 0xFF000000u | uint32_t{c.r} << 16 | uint32_t{c.g} << 8 | c.b;
+  if (list.labels.size() > 1) layout.distanceLabel = {list.labels[1].text, list.labels[1].area};
+  return layout;
+}
+
+std::optional<PixelRect> LayOutDsmBox(const DsmRecord& record, int, const FrameSize& frame) {
+  const OverlayList list = ListOf(&record, frame);
+  if (list.shapes.empty()) return std::nullopt;
+  return ToPixels(list.shapes[0].corners);
+}
 
 AlgBoxLayout Layout(const AlgRecord& record) {
   const auto layout = LayOutAlgBox(record, 0, kFrame);
@@ -34,14 +82,14 @@ TEST(AlgBoxLayout, ClampsAndGrowsTheOutline) {
 
 TEST(AlgBoxLayout, NamesTheTypeAboveTheBox) {
   const AlgBoxLayout person = Layout(OneBox(100, 200, 300, 400, 1, 0));
-  EXPECT_STREQ(person.typeLabel.text, "Person");
+  EXPECT_EQ(person.typeLabel.text, "Person");
   EXPECT_EQ(person.typeBackground, (PixelRect{100, 172, 100 + 81 + 10, 199}));
   EXPECT_EQ(person.typeLabel.rect, person.typeBackground);
   EXPECT_EQ(person.labelColor, 0xFFFFC500u);
   EXPECT_FALSE(person.distanceLabel);
 
   const AlgBoxLayout car = Layout(OneBox(100, 200, 300, 400, 2, 0));
-  EXPECT_STREQ(car.typeLabel.text, "car");
+  EXPECT_EQ(car.typeLabel.text, "car");
   EXPECT_EQ(car.typeBackground, (PixelRect{100, 181, 140, 199})) << "two thirds high, no margin";
   EXPECT_EQ(car.typeLabel.rect.top, 176);
   EXPECT_EQ(car.labelColor, 0xFF00FF00u);
@@ -52,11 +100,11 @@ TEST(AlgBoxLayout, NamesTheTypeAboveTheBox) {
 TEST(AlgBoxLayout, PutsTheDistanceInsideLargeBoxesAndBelowSmallOnes) {
   const AlgBoxLayout small = Layout(OneBox(100, 200, 130, 230, 3, 123));
   ASSERT_TRUE(small.distanceLabel);
-  EXPECT_STREQ(small.distanceLabel->text, "13m") << "tenths of a metre, rounded up";
+  EXPECT_EQ(small.distanceLabel->text, "13m") << "tenths of a metre, rounded up";
   EXPECT_EQ(small.distanceLabel->rect, (PixelRect{100, 232, 100 + 62 + 1, 259}));
 
   const AlgBoxLayout large = Layout(OneBox(100, 200, 301, 400, 3, 1000));
-  EXPECT_STREQ(large.distanceLabel->text, "100m");
+  EXPECT_EQ(large.distanceLabel->text, "100m");
   EXPECT_EQ(large.distanceLabel->rect, (PixelRect{169, 373, 169 + 62 + 1, 400}));
 
   EXPECT_EQ(Layout(OneBox(100, 200, 301, 281, 3, 1)).distanceLabel->rect.top, 283) << "exactly three labels";
@@ -83,6 +131,7 @@ TEST(AlgBoxLayout, TakesAnyNumbers) {
 TEST(DsmBoxLayout, ClampsSkipsAndGrows) {
   DsmRecord record{};
   record.pointSize = 3;
+  record.boxCount = 12;
   const auto layOut = [&](float left, float top, float right, float bottom) {
     record.left[11] = left;
     record.top[11] = top;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/d3d9/overlay_shapes.h"
+#include "display/overlay_shapes.h"
 
 #include <gtest/gtest.h>
 
@@ -9,20 +9,28 @@
 namespace {
 
 TEST(OverlayShapes, OutlinesNestInward) {
-  EXPECT_EQ(NestedRect({10, 20, 30, 40}, 3), (PixelRect{13, 23, 27, 37}));
+  EXPECT_EQ((WideRect{10, 20, 30, 40}).Grown(-3), (WideRect{13, 23, 27, 37}));
   EXPECT_TRUE(SidesVisible({-5, -5, 50, 2000}, 100, 100));
   EXPECT_FALSE(SidesVisible({-5, -5, 100, 100}, 100, 100));
 }
 
 using Pixels = std::multiset<std::pair<int64_t, int64_t>>;
 
+OverlayShape DiscShape(int64_t x, int64_t y, int64_t radius) {
+  return {.kind = OverlayShape::Kind::Disc,
+          .color = kOverlayGreen,
+          .corners = WideRect{x, y, x, y}.Grown(radius),
+          .size = static_cast<int32_t>(radius)};
+}
+
 Pixels Disc(int64_t x, int64_t y, int64_t radius, int32_t width, int32_t height) {
   Pixels pixels;
-  ForEachDiscPart(x, y, radius, width, height, [&](const PixelRect& part) {
+  RectList parts;
+  AppendPixels(parts, DiscShape(x, y, radius), width, height);
+  for (const PixelRect& part : parts)
     for (int32_t py = part.top; py < part.bottom; ++py)
       for (int32_t px = part.left; px < part.right; ++px)
         pixels.emplace(px, py);
-  });
   return pixels;
 }
 
@@ -42,7 +50,7 @@ TEST(OverlayShapes, DiscsHaveTheirPixelsOnce) {
 TEST(OverlayShapes, TellWhetherADiscCoversThePicture) {
   for (const auto& [x, y] : {std::pair{0, 0}, {7, 4}, {14, 0}, {15, 9}, {-3, 20}})
     for (int64_t radius = 0; radius < 40; ++radius)
-      EXPECT_EQ(DiscCovers(x, y, radius, 15, 10), Disc(x, y, radius, 15, 10).size() == 150)
+      EXPECT_EQ(DiscCovers(DiscShape(x, y, radius), 15, 10), Disc(x, y, radius, 15, 10).size() == 150)
           << x << "," << y << " radius " << radius;
 }
 

@@ -5,7 +5,7 @@
 #include <set>
 #include <thread>
 
-#include "backends/d3d9/overlay_shapes.h"
+#include "display/overlay_shapes.h"
 #include "fakes/d3dx_faults.h"
 #include "fakes/loaded.h"
 #include "pane.h"
@@ -260,13 +260,20 @@ TEST_F(D3dOverlays, LandmarksAreDiscs) {
     points.emplace_back(static_cast<float>(10 * points.size()), 600.0f);
   for (uint16_t size : {3, 40}) {  // the larger ones are more than one batch
     std::set<std::pair<int64_t, int64_t>> green;
-    for (const auto& [x, y] : points)
-      ForEachDiscPart(static_cast<int>(x), static_cast<int>(y), size, kWidth, kHeight,
-                      [&](const PixelRect& part) {
-                        for (int32_t py = part.top; py < part.bottom; ++py)
-                          for (int32_t px = part.left; px < part.right; ++px)
-                            green.emplace(px, py);
-                      });
+    for (const auto& [px, py] : points) {
+      const int64_t x = static_cast<int>(px), y = static_cast<int>(py);
+      RectList parts;
+      AppendPixels(parts,
+                   {.kind = OverlayShape::Kind::Disc,
+                    .color = kOverlayGreen,
+                    .corners = WideRect{x, y, x, y}.Grown(size),
+                    .size = size},
+                   kWidth, kHeight);
+      for (const PixelRect& part : parts)
+        for (int32_t row = part.top; row < part.bottom; ++row)
+          for (int32_t column = part.left; column < part.right; ++column)
+            green.emplace(column, row);
+    }
     Monitor(points, {}, size);
     DrawAndExpect([&](const ScreenShot& shot) -> std::string {
       for (int y = 0; y < kHeight; ++y)

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "backends/d3d9/overlay_shapes.h"
+#include "backends/d3d9/overlay_vertices.h"
+
+#include "display/overlay_shapes.h"
 
 std::array<OverlayVertex, 6> FilledRect(const PixelRect& r, uint32_t color) {
   return {VertexAt(r.left, r.top, color),    VertexAt(r.right, r.bottom, color),
@@ -15,16 +17,12 @@ std::array<OverlayVertex, 8> ClosedOutline(const PixelRect& r, uint32_t color) {
   return {topLeft, topRight, topRight, bottomRight, bottomRight, bottomLeft, bottomLeft, topLeft};
 }
 
-std::array<OverlayVertex, 16> CornerBrackets(const PixelRect& rect, uint32_t color) {
-  const int64_t l = rect.left;
-  const int64_t t = rect.top;
-  const int64_t r = rect.right;
-  const int64_t b = rect.bottom;
-  const int64_t dx = rect.Width() / 5;
-  const int64_t dy = rect.Height() / 5;
-  const auto at = [color](int64_t x, int64_t y) { return VertexAt(x, y, color); };
-  return {at(l, t),          at(l + dx, t), at(l + 4 * dx, t), at(r, t),       //
-          at(r, t),          at(r, t + dy), at(r, t + 4 * dy), at(r, b),       //
-          at(l + 4 * dx, b), at(r, b),      at(l, b),          at(l + dx, b),  //
-          at(l, t + 4 * dy), at(l, b),      at(l, t),          at(l, t + dy)};
+std::array<OverlayVertex, 16> CornerBrackets(const WideRect& corners, int32_t parts, uint32_t color) {
+  std::array<OverlayVertex, 16> vertices;
+  size_t at = 0;
+  for (const Stroke& s : BracketStrokes(corners, parts)) {
+    vertices[at++] = VertexAt(s.x1, s.y1, color);
+    vertices[at++] = VertexAt(s.x2, s.y2, color);
+  }
+  return vertices;
 }
