@@ -5,6 +5,7 @@
 
 #include "display/burn_in.h"
 #include "display/display_codes.h"
+#include "display/overlay_layout.h"
 #include "display/record_builder.h"
 
 int32_t BaseDisplayer::DrawYUV420Buffer(uint8_t* buffer, int32_t, uint32_t param1, int64_t param2) {
@@ -190,7 +191,10 @@ void BaseDisplayer::DrawAlgInfoOnYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, 
 void BaseDisplayer::RenderAlgInfoYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
                                      int32_t strideV) {
   if (m_alg.shown == 0) return;
-  BurnInAlgRecord(m_yuvDraw, m_alg.record, {pY, strideY, pU, strideU, pV, strideV}, m_dwWidth, m_dwHeight);
+  const auto width = static_cast<int32_t>(m_dwWidth);
+  const auto height = static_cast<int32_t>(m_dwHeight);
+  LayOutRecord(m_burnIn, &m_alg.record, {width, height, width, height}, BurnInStyle());
+  BurnIn(m_yuvDraw, m_burnIn, {pY, strideY, pU, strideU, pV, strideV}, m_dwWidth, m_dwHeight);
 }
 
 void BaseDisplayer::SetDecCB(void* user, NivralDecodeCallback function) {

@@ -10,6 +10,7 @@
 #include "backends/yuvdraw/yuv2rgb.h"
 #include "backends/yuvdraw/yuv_draw.h"
 #include "display/color_record.h"
+#include "display/overlay_list.h"
 #include "display/pane_settings.h"
 #include "display/record_queue.h"
 #include "display/records.h"
@@ -189,6 +190,7 @@ class BaseDisplayer {
   bool m_bInitialized = false;
   YUV2RGB m_converter;
   CYuvDraw m_yuvDraw;
+  OverlayList m_burnIn;  ///< kept from frame to frame for its memory
   void* m_pUserBuffer = nullptr;
   uint32_t m_dwUserFirst = 0;
   uint32_t m_dwUserSecond = 0;

@@ -7,6 +7,7 @@
 
 #include "core/yuvdraw/burn_in_reference.h"
 #include "display/burn_in.h"
+#include "display/overlay_layout.h"
 #include "support/frames.h"
 
 namespace {
@@ -31,7 +32,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   ReferencePlanes expected(input.width, input.height, frame.y, frame.u, frame.v);
   expected.Draw(input.record);
   CYuvDraw draw;
-  BurnInAlgRecord(draw, input.record, frame.View(), input.width, input.height);
+  OverlayList list;
+  LayOutRecord(list, &input.record, {width, height, width, height}, BurnInStyle());
+  BurnIn(draw, list, frame.View(), input.width, input.height);
   if (frame.y != expected.y || frame.u != expected.u || frame.v != expected.v) std::abort();
   return 0;
 }

@@ -76,6 +76,7 @@ class CDirectDraw : public BaseDisplayer {
   static DWORD WorkerMain(void* self);
   void Work();
   void DrawPending();
+  void BurnInBoxes(const FrameView& planes);
   void DrawFrame(const FrameView& planes);
   void Repaint();
   void RequestRepaint();
@@ -120,6 +121,7 @@ class CDirectDraw : public BaseDisplayer {
   PixelRect m_composedArea;
   GdiText m_text;
   GdiLabels m_labels;
+  OverlayList m_burnedIn;  ///< the shown frame's boxes and labels
   OverlayList m_painted;
   RectList m_pixels;
   FrameNote m_shown;

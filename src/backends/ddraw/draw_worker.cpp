@@ -8,6 +8,7 @@
 #include "backends/ddraw/direct_draw.h"
 #include "backends/ddraw/draw_layout.h"
 #include "display/burn_in.h"
+#include "display/overlay_layout.h"
 
 DWORD CDirectDraw::WorkerMain(void* self) {
   static_cast<CDirectDraw*>(self)->Work();
@@ -35,8 +36,17 @@ void CDirectDraw::DrawPending() {
     return;
   }
   m_shown = frame.Note();
-  if (m_shown.alg) BurnInAlgRecord(m_yuvDraw, *m_shown.alg, frame.Planes(), m_dwWidth, m_dwHeight);
+  BurnInBoxes(frame.Planes());
   DrawFrame(frame.Planes());
+}
+
+void CDirectDraw::BurnInBoxes(const FrameView& planes) {
+  m_burnedIn.Clear();
+  if (!m_shown.alg) return;
+  const auto width = static_cast<int32_t>(m_dwWidth);
+  const auto height = static_cast<int32_t>(m_dwHeight);
+  LayOutRecord(m_burnedIn, &*m_shown.alg, {width, height, width, height}, BurnInStyle());
+  BurnIn(m_yuvDraw, m_burnedIn, planes, m_dwWidth, m_dwHeight);
 }
 
 void CDirectDraw::DrawFrame(const FrameView& planes) {

@@ -79,18 +79,17 @@ int32_t GdiLabels::WidthOf(const char* text) const {
   return width;
 }
 
-bool GdiLabels::Layout(const AlgRecord& record, const OverlayScale& scale) {
-  LayoutBurnInLabels(m_labels, record, static_cast<uint32_t>(scale.videoWidth),
-                     static_cast<uint32_t>(scale.videoHeight));
-  return m_labels.count > 0 && scale.Y(m_labels.labels[0].area.Height()) >= kMinLabelHeight;
+/// All are equally high.
+bool GdiLabels::Readable(const Labels& labels, const OverlayScale& scale) {
+  return !labels.empty() && scale.Y(labels[0].area.Height()) >= kMinLabelHeight;
 }
 
-void GdiLabels::Draw(HDC dc, const OverlayScale& scale) {
-  if (!SetHeight(dc, static_cast<int32_t>(scale.Y(m_labels.labels[0].area.Height())))) return;
+void GdiLabels::Draw(HDC dc, const Labels& labels, const OverlayScale& scale) {
+  if (!SetHeight(dc, static_cast<int32_t>(scale.Y(labels[0].area.Height())))) return;
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, kLabelColor);
-  for (size_t i = 0; i < m_labels.count; ++i) {
-    const BurnInLabel& label = m_labels.labels[i];
+  for (const OverlayLabel& label : labels) {
+    if (Intersect(label.area, {0, 0, scale.videoWidth, scale.videoHeight}).Empty()) continue;
     RECT area{static_cast<LONG>(scale.X(label.area.left)), static_cast<LONG>(scale.Y(label.area.top)),
               static_cast<LONG>(scale.X(label.area.right)), static_cast<LONG>(scale.Y(label.area.bottom))};
     const bool fits = WidthOf(label.text) <= area.right - area.left;

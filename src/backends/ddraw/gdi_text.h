@@ -3,7 +3,9 @@
 
 #include <windows.h>
 
-#include "display/burn_in.h"
+#include <array>
+
+#include "display/overlay_list.h"
 #include "display/records.h"
 #include "util/win_handles.h"
 
@@ -21,9 +23,11 @@ struct OverlayScale {
 /// Writes the letters of burnt-in labels into their areas with GDI. Keeps its fonts until the size changes.
 class GdiLabels {
  public:
-  /// Lays out a record's labels and tells whether there is one to be written at this scale.
-  bool Layout(const AlgRecord& record, const OverlayScale& scale);
-  void Draw(HDC dc, const OverlayScale& scale);
+  using Labels = NothrowList<OverlayLabel>;
+
+  /// Whether there is something to be written at this scale.
+  static bool Readable(const Labels& labels, const OverlayScale& scale);
+  void Draw(HDC dc, const Labels& labels, const OverlayScale& scale);
 
  private:
   using Font = UniqueHandleOf<HFONT, &DeleteObject>;
@@ -35,7 +39,6 @@ class GdiLabels {
   Font m_narrowFont;  ///< for texts that are longer than their area
   std::array<INT, 128> m_widths{};
   int32_t m_height = 0;
-  BurnInLabels m_labels;
 };
 
 /// Draws text items with GDI. Keeps its font until the size or the face changes.

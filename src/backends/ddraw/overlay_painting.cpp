@@ -40,7 +40,7 @@ bool CDirectDraw::CollectOverlays(const PixelRect& area, const PaneSettings& set
   }
   o.anyText =
       std::any_of(o.texts.begin(), o.texts.end(), [](const TextItem& item) { return item.text[0] != '\0'; });
-  o.anyLabel = m_shown.alg && m_labels.Layout(*m_shown.alg, o.scale);
+  o.anyLabel = GdiLabels::Readable(m_burnedIn.labels, o.scale);
   o.needDC = o.anyText || o.anyLabel || m_shown.dsm || settings.displayCB.function;
   return o.needDC || o.mosaic.columns != 0;
 }
@@ -53,7 +53,7 @@ HRESULT CDirectDraw::PaintOverlays(const PixelRect& area, const PaneSettings& se
   const SurfaceDC dc(m_composition.get());
   if (FAILED(dc.Result())) return dc.Result();
   const SavedDC state(dc.Get());
-  if (o.anyLabel) m_labels.Draw(dc.Get(), o.scale);
+  if (o.anyLabel) m_labels.Draw(dc.Get(), m_burnedIn.labels, o.scale);
   if (o.anyText) {
     m_text.SetFont(o.face, o.scale.areaHeight);
     for (const TextItem& item : o.texts)

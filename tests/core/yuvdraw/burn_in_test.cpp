@@ -8,10 +8,19 @@
 #include <random>
 
 #include "burn_in_reference.h"
+#include "display/overlay_layout.h"
 #include "support/frames.h"
 #include "support/one_box.h"
 
 namespace {
+
+void BurnInAlgRecord(CYuvDraw& draw, const AlgRecord& record, const FrameView& frame, uint32_t width,
+                     uint32_t height) {
+  const auto w = static_cast<int32_t>(width), h = static_cast<int32_t>(height);
+  OverlayList list;
+  LayOutRecord(list, &record, {w, h, w, h}, BurnInStyle());
+  BurnIn(draw, list, frame, width, height);
+}
 
 void ExpectLikeReference(const AlgRecord& record, int32_t width, int32_t height) {
   TestFrame frame(width, height);
