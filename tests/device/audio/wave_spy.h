@@ -35,9 +35,11 @@ class WaveSpy {
     Watch<"waveOutReset">(&waveOutReset);
     Watch<"waveOutClose">(&waveOutClose);
     Watch<"waveOutSetVolume">(&waveOutSetVolume);
+    Watch<"waveInOpen">(&waveInOpen);
     Watch<"waveInPrepareHeader">(&waveInPrepareHeader);
     Watch<"waveInAddBuffer">(&waveInAddBuffer);
     Watch<"waveInReset">(&waveInReset);
+    Watch<"waveInClose">(&waveInClose);
   }
 
   /// Names of the calls so far, in order, without "wave".
