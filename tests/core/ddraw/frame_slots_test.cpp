@@ -8,7 +8,6 @@
 #include <mutex>
 #include <thread>
 
-#include "display/working_frame.h"
 #include "support/frames.h"
 
 namespace {
@@ -61,51 +60,6 @@ TEST(FrameSlots, TheNewestFrameWins) {
   const FrameSlots::Loan next = slots.Take();
   ASSERT_TRUE(next);
   EXPECT_TRUE(Holds(next, 4));
-}
-
-TEST(FrameSlots, CopiesEveryPlaneWithItsOwnStride) {
-  FrameSlots slots;
-  ASSERT_TRUE(slots.Open(6, 4));
-  TestFrame frame(6, 4, 9, 5);
-  for (size_t i = 0; i < frame.y.size(); ++i)
-    frame.y[i] = static_cast<uint8_t>(i);
-  frame.u = {1, 2, 3, 0, 0, 4, 5, 6};  // ends with the picture, not with the padding
-  frame.v = {7, 8, 9, 0, 0, 10, 11, 12};
-  ASSERT_EQ(slots.Put(frame.View(), {}), PutResult::Stored);
-  const FrameSlots::Loan loan = slots.Take();
-  const FrameView& p = loan.Planes();
-  for (int row = 0; row < 4; ++row)
-    EXPECT_TRUE(
-        std::equal(p.y + row * p.strideY, p.y + row * p.strideY + 6, &frame.y[static_cast<size_t>(row) * 9]));
-  EXPECT_THAT(std::vector<uint8_t>(p.u, p.u + 3), testing::ElementsAre(1, 2, 3));
-  EXPECT_THAT(std::vector<uint8_t>(p.u + p.strideU, p.u + p.strideU + 3), testing::ElementsAre(4, 5, 6));
-  EXPECT_THAT(std::vector<uint8_t>(p.v + p.strideV, p.v + p.strideV + 3), testing::ElementsAre(10, 11, 12));
-}
-
-TEST(FrameSlots, MirrorsAndAdjustsOnTheWayAsAWorkingFrameDoes) {
-  const ColorValues colors[] = {{}, {10, 20, 0, 0}, {-5, 0, 30, 40}};
-  for (const int padding : {0, 6}) {
-    TestFrame frame(kWidth, kHeight + 1, kWidth + padding, kWidth / 2 + padding);
-    for (size_t i = 0; i < frame.y.size(); ++i)
-      frame.y[i] = static_cast<uint8_t>(i * 7 + i / 66);
-    for (size_t i = 0; i < frame.u.size(); ++i)
-      frame.u[i] = static_cast<uint8_t>(i * 5), frame.v[i] = static_cast<uint8_t>(i * 3 + 1);
-    for (uint32_t n = 0; n < 12; ++n) {
-      const uint32_t mirror = n % 4;
-      AdjustTables tables;
-      tables.Update(colors[n / 4]);
-      const FrameCopier copier(mirror, IsAdjustActive(colors[n / 4]) ? &tables : nullptr);
-      WorkingFrame working;
-      FrameSlots direct, copied;
-      ASSERT_TRUE(direct.Open(kWidth, kHeight + 1) && copied.Open(kWidth, kHeight + 1));
-      direct.Put(frame.View(), {}, &copier);
-      copied.Put(working.Prepare(frame.View(), kWidth, kHeight + 1, mirror, colors[n / 4]), {});
-      const FrameSlots::Loan a = direct.Take(), b = copied.Take();
-      EXPECT_TRUE(std::equal(a.Planes().y, a.Planes().y + kWidth * (kHeight + 1), b.Planes().y)) << n;
-      EXPECT_TRUE(std::equal(a.Planes().u, a.Planes().u + kWidth * kHeight / 4, b.Planes().u)) << n;
-      EXPECT_TRUE(std::equal(a.Planes().v, a.Planes().v + kWidth * kHeight / 4, b.Planes().v)) << n;
-    }
-  }
 }
 
 TEST(FrameSlots, RefusesFramesWhileClosed) {

@@ -152,6 +152,13 @@ TEST(FrameRule, BottomUpFramesAreMirroredAndAdjustedLikeOthers) {
       const FrameView want = reference.Prepare(topDown.view, width, height, n % 4, colors[n / 4]);
       const FrameView got = working.Prepare(bottomUp.view, width, height, n % 4, colors[n / 4]);
       EXPECT_EQ(Samples(got, c.width, c.height), Samples(want, c.width, c.height)) << n;
+      AdjustTables tables;
+      tables.Update(colors[n / 4]);
+      const FrameCopier copier(n % 4, IsAdjustActive(colors[n / 4]) ? &tables : nullptr);
+      FrameSlots slots;
+      ASSERT_TRUE(slots.Open(width, height));
+      slots.Put(bottomUp.view, {}, &copier);
+      EXPECT_EQ(Samples(slots.Take().Planes(), c.width, c.height), Samples(want, c.width, c.height)) << n;
     }
   }
 }
