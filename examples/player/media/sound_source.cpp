@@ -18,7 +18,8 @@ struct ResamplerDeleter {
   void operator()(SwrContext* resampler) const { swr_free(&resampler); }
 };
 
-/// Samples come out at the times that the file gives them: gaps are filled, what is late is cut.
+/// Samples come out at the times that the file gives them: gaps are filled, what is late is cut. Times behind
+/// the file's end, which some AVI files have, are not believed.
 class FileSound : public SoundSource {
  public:
   explicit FileSound(const std::string& path)
@@ -96,8 +97,8 @@ bool FileSound::Resample() {
 
 void FileSound::Align(double time) {
   constexpr double kNoMatter = 0.02;
-  constexpr double kLongestGap = 60;
-  const double gap = std::min(time - m_readyUpTo, kLongestGap);
+  const bool isPlausible = Duration() == 0 || time <= Duration();
+  const double gap = isPlausible ? time - m_readyUpTo : 0;
   const auto samples = static_cast<size_t>(std::fabs(gap) * m_samplesPerSecond) * m_channels;
   if (gap > kNoMatter)
     m_ready.insert(m_ready.begin(), samples, int16_t{0});
