@@ -57,6 +57,7 @@ void View::OnWheel(int steps, POINT at) {
   const PixelSize size = m_window.Size();
   const auto perMille = [](LONG value, LONG whole) { return std::clamp(1000L * value / whole, 0L, 1000L); };
   m_control.Zoom(steps, {perMille(at.x, size.width), perMille(at.y, size.height)});
+  m_thread.Refresh();
 }
 
 void View::OnDrag(const RECT& area) {
@@ -66,4 +67,5 @@ void View::OnDrag(const RECT& area) {
   };
   m_control.SetMosaicArea({share(area.top, size.height), share(area.left, size.width),
                            share(area.bottom, size.height), share(area.right, size.width)});
+  m_thread.Refresh();
 }

@@ -83,8 +83,8 @@ void DrawThread::Draw(bool isNew) {
   const bool hasRecords = m_overlays.HasRecords();
   const bool keeps = !isNew && hasRecords && m_draws > 1;
   m_pane.Set([keeps](nivral::Display& display) { display.SetPause(keeps); });
-  m_overlays.SetTexts(m_pane.Display(), m_current);
-  if (!keeps && hasRecords) m_overlays.SendRecord(m_pane.Display(), m_current, m_pane.Mirror());
+  m_overlays.SetTexts(m_pane, m_current);
+  if (!keeps && hasRecords) m_overlays.SendRecord(m_pane, m_current);
   const auto start = Clock::now();
   const nivral::Result result = m_pane.Draw(m_current);
   const std::chrono::duration<double> taken = Clock::now() - start;

@@ -44,10 +44,10 @@ Overlays::Overlays(Content content, const OverlaySwitches& switches)
     : m_content(std::move(content)), m_switches(switches) {
 }
 
-void Overlays::SetTexts(nivral::Display& display, const Frame& frame) {
+void Overlays::SetTexts(Pane& pane, const Frame& frame) {
   const bool on = m_switches.texts;
-  SetLine(display, 0, on ? m_content.name : "", 16, 12, kYellow, nivral::Anchor::kTop);
-  SetLine(display, 1, on ? TimeText(frame.time) : "", 16, 60, kWhite, nivral::Anchor::kBottom);
+  SetLine(pane.Display(), 0, on ? m_content.name : "", 16, 12, kYellow, nivral::Anchor::kTop);
+  SetLine(pane.Display(), 1, on ? TimeText(frame.time) : "", 16, 60, kWhite, nivral::Anchor::kBottom);
 }
 
 /// When the frame was recorded, or where in the clip it is.
@@ -69,11 +69,14 @@ std::string Overlays::TimeText(double seconds) const {
   return text;
 }
 
-/// What is switched off is sent empty, which takes the last record off the picture.
-void Overlays::SendRecord(nivral::Display& display, const Frame& frame, nivral::Mirror mirror) {
-  Record record = Mirrored(m_content.find(frame), static_cast<uint32_t>(mirror), frame.width, frame.height);
-  if (!m_switches.assistance) record.objects.clear();
-  if (!m_switches.monitoring) {
+/// What is switched off is sent empty, which takes the last record off the picture. So is everything while
+/// the picture is zoomed, since records are not.
+void Overlays::SendRecord(Pane& pane, const Frame& frame) {
+  nivral::Display& display = pane.Display();
+  const auto mirror = static_cast<uint32_t>(pane.Mirror());
+  Record record = Mirrored(m_content.find(frame), mirror, frame.width, frame.height);
+  if (!m_switches.assistance || pane.IsZoomed()) record.objects.clear();
+  if (!m_switches.monitoring || pane.IsZoomed()) {
     record.faces.clear();
     record.landmarks.clear();
   }

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <functional>
-#include <nivral/nivral.hpp>
 #include <string>
 
 #include "player/embed/overlay_switches.h"
+#include "player/embed/pane.h"
 #include "player/embed/records.h"
 #include "player/media/frame.h"
 
@@ -23,11 +23,10 @@ class Overlays {
   Overlays(Content content, const OverlaySwitches& switches);
 
   /// Before every frame.
-  void SetTexts(nivral::Display& display, const Frame& frame);
+  void SetTexts(Pane& pane, const Frame& frame);
   bool HasRecords() const { return m_content.find != nullptr; }
-  /// Before every new frame, while there are records: the one that belongs to it, as the mirror mode shows
-  /// it.
-  void SendRecord(nivral::Display& display, const Frame& frame, nivral::Mirror mirror);
+  /// Before every new frame, while there are records: the one that belongs to it, mirrored as the picture is.
+  void SendRecord(Pane& pane, const Frame& frame);
 
  private:
   std::string TimeText(double seconds) const;

@@ -16,6 +16,11 @@ void Pane::SetMirror(nivral::Mirror mirror) {
   Set([mirror](nivral::Display& display) { display.SetMirror(mirror); });
 }
 
+void Pane::SetZoom(uint32_t x, uint32_t y, uint32_t factor) {
+  m_isZoomed = factor > 1 && m_backend == nivral::Backend::kDirect3D9;
+  Set([=](nivral::Display& display) { display.SetZoom(x, y, factor); });
+}
+
 /// Mirroring turns rows as long as they are in memory, so that nothing but picture may be in them.
 void Pane::RemovePadding(nivral::Frame& frame) {
   const auto width = static_cast<uint32_t>(m_width);

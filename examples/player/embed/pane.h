@@ -25,6 +25,9 @@ class Pane {
   }
   void SetMirror(nivral::Mirror mirror);
   nivral::Mirror Mirror() const { return m_mirror; }
+  /// Around a point in per mille; only Direct3D does it.
+  void SetZoom(uint32_t x, uint32_t y, uint32_t factor);
+  bool IsZoomed() const { return m_isZoomed; }
   nivral::Backend Backend() const { return m_backend; }
 
   /// Drawing thread: the library's result for one frame, which may have another size than the one before.
@@ -40,6 +43,7 @@ class Pane {
   int m_width;
   int m_height;
   std::atomic<nivral::Mirror> m_mirror{nivral::Mirror::kNone};
+  std::atomic<bool> m_isZoomed{false};
   std::vector<uint8_t> m_packed;
   nivral::JobList m_jobs;
   nivral::Display m_display;

@@ -43,8 +43,7 @@ void PictureControl::ApplyColours() {
 }
 
 void PictureControl::ApplyZoom() {
-  m_pane.Set([x = m_settings.zoomX, y = m_settings.zoomY,
-              factor = m_settings.zoom](nivral::Display& display) { display.SetZoom(x, y, factor); });
+  m_pane.SetZoom(m_settings.zoomX, m_settings.zoomY, m_settings.zoom);
 }
 
 void PictureControl::ApplyMosaic() {
