@@ -11,6 +11,7 @@
 
 namespace {
 
+constexpr DWORD kPauseMs = 15;
 constexpr DWORD kUntilOnScreenMs = 300;  ///< presenting is asynchronous
 constexpr ULONGLONG kFiguresEveryMs = 1000;
 constexpr ULONGLONG kNoteForMs = 6000;
@@ -109,12 +110,9 @@ void Player::ChooseSound() try {
 int Player::Run() {
   const auto ms = static_cast<ULONGLONG>(m_options.seconds * 1000);
   const ULONGLONG end = GetTickCount64() + ms;
+  m_window.StartTicks();
   while (!m_wantsToEnd && (ms == 0 || GetTickCount64() < end)) {
-    Pump(15);
-    m_playback.Tick();
-    if (m_grid.IsOutOfPlace()) OnArrange();
-    ShowTime();
-    ShowFigures();
+    Pump(kPauseMs);
     if (m_options.exitAtEnd && m_playback.IsAtEnd()) break;
   }
   KeepPictures();
@@ -126,6 +124,13 @@ int Player::Run() {
   std::printf("%s\n", figures.Line().c_str());
   if (figures.shown == 0) throw std::runtime_error("no frame was shown");
   return 0;
+}
+
+void Player::OnTick() {
+  m_playback.Tick();
+  if (m_grid.IsOutOfPlace()) OnArrange();
+  ShowTime();
+  ShowFigures();
 }
 
 void Player::Pump(DWORD ms) {
@@ -197,7 +202,6 @@ void Player::ShowFigures() {
 /// got round to it, in reasonable time.
 void Player::WaitForDraws() {
   constexpr int kDraws = 4;
-  constexpr int kPauseMs = 20;
   constexpr int kLongestWaitMs = 60'000;
   std::vector<int64_t> enough;
   const auto isDone = [&] {
@@ -208,10 +212,8 @@ void Player::WaitForDraws() {
       if (m_grid.IsVisible(i) && m_grid.ViewAt(i).Thread().Draws() < enough[i]) return false;
     return true;
   };
-  for (int waited = 0; waited < kLongestWaitMs && !isDone(); waited += kPauseMs) {
+  for (int waited = 0; waited < kLongestWaitMs && !isDone(); waited += kPauseMs)
     Pump(kPauseMs);
-    m_playback.Tick();
-  }
 }
 
 void Player::KeepPictures() {

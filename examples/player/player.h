@@ -24,6 +24,7 @@ class Player : public MainEvents, public ViewEvents {
   int Run();
 
   void OnCommand(Command command) override;
+  void OnTick() override;
   void OnArrange() override;
   void OnRaise() override;
   void OnMenu(HMENU menu) override;

@@ -13,7 +13,9 @@
 namespace {
 
 constexpr wchar_t kClassName[] = L"nivral_player";
-constexpr UINT_PTR kRaiseTimer = 1;
+constexpr UINT_PTR kTickTimer = 1;
+constexpr UINT kTickMs = 15;
+constexpr UINT_PTR kRaiseTimer = 2;
 constexpr UINT kRaiseAfterMs = 100;
 constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
 constexpr COLORREF kMarkColour = RGB(255, 150, 30);
@@ -127,12 +129,17 @@ bool MainWindow::Handle(UINT message, WPARAM wide, LPARAM packed) {
       if (!IsIconic(m_hwnd)) m_events->OnArrange();
       return true;
     case WM_ACTIVATE:
+    case WM_MOUSEACTIVATE:
+    case WM_SETFOCUS:
       // Wine raises the window over the windows it owns, and that later than this.
       SetTimer(m_hwnd, kRaiseTimer, kRaiseAfterMs, nullptr);
       return false;
+    case WM_ENTERMENULOOP:
+    case WM_EXITMENULOOP:
+      m_isMenuOpen = message == WM_ENTERMENULOOP;
+      return false;
     case WM_TIMER:
-      KillTimer(m_hwnd, wide);
-      m_events->OnRaise();
+      OnTimer(wide);
       return true;
     case WM_PAINT:
       Paint();
@@ -155,6 +162,17 @@ bool MainWindow::Handle(UINT message, WPARAM wide, LPARAM packed) {
     default:
       return false;
   }
+}
+
+void MainWindow::StartTicks() {
+  SetTimer(m_hwnd, kTickTimer, kTickMs, nullptr);
+}
+
+void MainWindow::OnTimer(UINT_PTR timer) {
+  if (timer == kTickTimer) return m_events->OnTick();
+  if (m_isMenuOpen) return;  // nor may panes cover the menu
+  KillTimer(m_hwnd, timer);
+  m_events->OnRaise();
 }
 
 void MainWindow::Paint() const {

@@ -15,6 +15,8 @@ class MainEvents {
  public:
   virtual ~MainEvents() = default;
   virtual void OnCommand(Command command) = 0;
+  /// Every few milliseconds, also while a menu or a dialog is open or the window is dragged.
+  virtual void OnTick() = 0;
   /// The window was moved or has a new size.
   virtual void OnArrange() = 0;
   /// The window may have been raised over its panes.
@@ -34,6 +36,7 @@ class MainWindow {
 
   /// `events` outlives the window or is taken away again with null.
   void SetEvents(MainEvents* events) { m_events = events; }
+  void StartTicks();
 
   /// Shows a client area of this size, or as much of it as the screen has room for, in proportion.
   void Show(PixelSize client);
@@ -55,6 +58,7 @@ class MainWindow {
  private:
   static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wide, LPARAM packed);
   bool Handle(UINT message, WPARAM wide, LPARAM packed);
+  void OnTimer(UINT_PTR timer);
   void Paint() const;
   void PassWheelOn(WPARAM wide, LPARAM packed) const;
 
@@ -62,6 +66,7 @@ class MainWindow {
   HMENU m_menu = nullptr;
   MainEvents* m_events = nullptr;
   RECT m_mark{};
+  bool m_isMenuOpen = false;
   bool m_isFullScreen = false;
   WINDOWPLACEMENT m_beforeFullScreen{};
 };

@@ -157,6 +157,6 @@ void DragFrame::Show(const RECT& area) {
 
 // Wine may believe the window on top when the display does not, and would skip a single step.
 void RaiseOwned(HWND window) {
-  for (HWND level : {HWND_TOPMOST, HWND_NOTOPMOST})
+  for (HWND level : {HWND_TOPMOST, HWND_NOTOPMOST, HWND_TOP})
     SetWindowPos(window, level, 0, 0, 0, 0, SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOSIZE);
 }
