@@ -46,12 +46,12 @@ void AdjustTables::Update(const ColorValues& values) {
     const int32_t d = y - kNeutral;
     return ToByte(Trunc(d + (d * contrast + values.brightness)));
   });
-  m_luma.TryOdd(1 + contrast, 1);
+  m_luma.TryOddSymmetric(1 + contrast, 1);
   m_luma.TryLinear(1 + contrast);
   const auto scale = [&](int32_t value) { return ScaleChroma(value, saturation, contrast); };
   if (values.hue == 0) {
     m_chroma.Fill([&](int32_t u) { return scale(u - kNeutral); });
-    m_chroma.TryOdd(1 + saturation, 1 + contrast);
+    m_chroma.TryOddSymmetric(1 + saturation, 1 + contrast);
   } else {
     const double angle = values.hue * kPi / 180.0;
     m_pairs.SetRotation(std::cos(angle), std::sin(angle));

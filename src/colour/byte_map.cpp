@@ -65,11 +65,11 @@ uint8_t Apply(const LinearMap& m, int32_t byte) {
 
 /// floor(|distance| * slope): a factor that is never below the slope, and above it by less than a hundredth
 /// in 320 steps. A slope of 2 does not fit and is tried as the next smaller factor.
-uint16_t OddFactor(double slope) {
+uint16_t OddSymmetricFactor(double slope) {
   return static_cast<uint16_t>(std::min(std::ceil(slope * 0x8000), 65535.0));
 }
 
-uint8_t Apply(const OddMap& m, int32_t byte) {
+uint8_t Apply(const OddSymmetricMap& m, int32_t byte) {
   return m.ToByte(byte - kMiddle);
 }
 
@@ -82,11 +82,11 @@ bool Equals(const Map& map, const uint8_t (&table)[256]) {
 
 }  // namespace
 
-OddMap::OddMap(double firstSlope, double secondSlope)
-    : factors{OddFactor(firstSlope), OddFactor(secondSlope)} {
+OddSymmetricMap::OddSymmetricMap(double firstSlope, double secondSlope)
+    : factors{OddSymmetricFactor(firstSlope), OddSymmetricFactor(secondSlope)} {
 }
 
-uint8_t OddMap::ToByte(int32_t distance) const {
+uint8_t OddSymmetricMap::ToByte(int32_t distance) const {
   int32_t size = std::abs(distance);
   for (const uint16_t factor : factors)
     size = (size * 2 * factor) >> 16;
@@ -113,7 +113,7 @@ void ByteMap::TryLinear(double slope) {
   }
 }
 
-void ByteMap::TryOdd(double firstSlope, double secondSlope) {
-  odd = OddMap(firstSlope, secondSlope);
-  if (form == Form::Table && Equals(odd, table)) form = Form::Odd;
+void ByteMap::TryOddSymmetric(double firstSlope, double secondSlope) {
+  odd = OddSymmetricMap(firstSlope, secondSlope);
+  if (form == Form::Table && Equals(odd, table)) form = Form::OddSymmetric;
 }

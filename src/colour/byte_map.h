@@ -20,26 +20,26 @@ struct LinearMap {
 /// A function that is odd around 128: the distance to 128 is twice multiplied and truncated,
 ///   distance = (2 * distance * factor) >> 16
 /// and goes back to the side it came from, clamped to a byte.
-struct OddMap {
+struct OddSymmetricMap {
   uint16_t factors[2] = {0, 0};
 
-  OddMap() = default;
+  OddSymmetricMap() = default;
   /// Each slope, 0 to 2, belongs to one truncation.
-  OddMap(double firstSlope, double secondSlope);
+  OddSymmetricMap(double firstSlope, double secondSlope);
 
   uint8_t ToByte(int32_t distance) const;
 };
 
 /// A function of one byte, in the forms that the loops can use.
 struct ByteMap {
-  enum class Form { Identity, Linear, Odd, Table };
+  enum class Form { Identity, Linear, OddSymmetric, Table };
 
   alignas(64) uint8_t table[256]{};
   /// The table with each 16 bytes as their difference (exclusive-or) to the 16 before, in each half.
   alignas(64) uint8_t steps[256]{};
   Form form = Form::Identity;
   LinearMap linear;
-  OddMap odd;
+  OddSymmetricMap odd;
 
   template <class Function>
   void Fill(Function function) {
@@ -53,7 +53,7 @@ struct ByteMap {
   void TryLinear(double slope);
 
   /// Chooses the odd form if it equals the table for every byte; each slope belongs to one rounding.
-  void TryOdd(double firstSlope, double secondSlope);
+  void TryOddSymmetric(double firstSlope, double secondSlope);
 
  private:
   void FindTableForm();

@@ -25,15 +25,15 @@ void ChromaMap::SetRotation(double newCosine, double newSine) {
 }
 
 void ChromaMap::ChooseScale(double firstSlope, double secondSlope) {
-  odd = OddMap(firstSlope, secondSlope);
+  odd = OddSymmetricMap(firstSlope, secondSlope);
   if (firstSlope == 1 && secondSlope == 1) {
     scale = Scale::None;
   } else {
-    scale = EqualsOdd() ? Scale::Odd : Scale::Table;
+    scale = EqualsOddSymmetric() ? Scale::OddSymmetric : Scale::Table;
   }
 }
 
-bool ChromaMap::EqualsOdd() const {
+bool ChromaMap::EqualsOddSymmetric() const {
   for (int32_t i = -kMaxRotated; i <= kMaxRotated; ++i)
     if (odd.ToByte(i) != scaled[i + kMaxRotated]) return false;
   return true;

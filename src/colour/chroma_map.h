@@ -14,12 +14,12 @@ struct ChromaMap {
   static constexpr int32_t kFractionBits = 30;
   /// No value leaves the rotation beyond this: |newU| <= 128 * sqrt(2), |newV| <= 128 + |newU|.
   static constexpr int32_t kMaxRotated = 320;
-  enum class Scale { None, Odd, Table };
+  enum class Scale { None, OddSymmetric, Table };
 
   int32_t cosine = 0;
   int32_t sine = 0;
   Scale scale = Scale::None;
-  OddMap odd;
+  OddSymmetricMap odd;
   /// Bytes by value + kMaxRotated; one more word may be read and is dropped.
   uint16_t scaled[kMaxRotated * 2 + 2]{};
 
@@ -35,5 +35,5 @@ struct ChromaMap {
 
  private:
   void ChooseScale(double firstSlope, double secondSlope);
-  bool EqualsOdd() const;
+  bool EqualsOddSymmetric() const;
 };

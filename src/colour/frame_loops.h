@@ -69,9 +69,10 @@ void WithLinear(const LinearMap& map, Loop loop) {
   }
 }
 
-/// OddMap on words.
-struct Odd {
-  explicit Odd(const OddMap& map) : m_first(Set16(map.factors[0])), m_second(Set16(map.factors[1])) {}
+/// OddSymmetricMap on words.
+struct OddSymmetric {
+  explicit OddSymmetric(const OddSymmetricMap& map)
+      : m_first(Set16(map.factors[0])), m_second(Set16(map.factors[1])) {}
 
   /// Rounded distances with their signs; those beyond a byte are left to the packing.
   Vec Words(Vec distance, Vec sign) const {
@@ -154,7 +155,7 @@ void MapBytes(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map)
   if (map.form == ByteMap::Form::Linear) {
     return WithLinear(map.linear, [&](const auto& linear) { MapForward<2>(out, in, count, linear); });
   }
-  if (map.form == ByteMap::Form::Odd) return MapForward<2>(out, in, count, Odd(map.odd));
+  if (map.form == ByteMap::Form::OddSymmetric) return MapForward<2>(out, in, count, OddSymmetric(map.odd));
   MapForward<1>(out, in, count, Table(map));
 }
 
@@ -163,7 +164,7 @@ void MapRowsReversed(const ReversedRows& rows, const ByteMap& map) {
   if (map.form == ByteMap::Form::Linear) {
     return WithLinear(map.linear, [&](const auto& linear) { MapRowsBackward<2>(rows, linear); });
   }
-  if (map.form == ByteMap::Form::Odd) return MapRowsBackward<2>(rows, Odd(map.odd));
+  if (map.form == ByteMap::Form::OddSymmetric) return MapRowsBackward<2>(rows, OddSymmetric(map.odd));
   MapRowsBackward<1>(rows, Table(map));
 }
 
@@ -213,15 +214,15 @@ struct NoScale {
   }
 };
 
-struct OddScale {
-  explicit OddScale(const ChromaMap& map) : m_odd(map.odd) {}
+struct OddSymmetricScale {
+  explicit OddSymmetricScale(const ChromaMap& map) : m_odd(map.odd) {}
   Vec operator()(const Rotated& low, const Rotated& high) const {
     return Xor(PackSigned8(m_odd.Words(low.Size(), low.floor), m_odd.Words(high.Size(), high.floor)),
                Set8(0x80));
   }
 
  private:
-  Odd m_odd;
+  OddSymmetric m_odd;
 };
 
 struct TableScale {
@@ -290,14 +291,15 @@ void MapPairRowsBackward(const PlanePair& p, size_t rowBytes, size_t rows, const
 void MapPairs(const PlanePair& p, size_t count, const ChromaMap& map) {
   if (count < kStep) return kScalarKernels.mapPairs(p, count, map);
   if (map.scale == ChromaMap::Scale::None) return MapPairsForward<NoScale>(p, count, map);
-  if (map.scale == ChromaMap::Scale::Odd) return MapPairsForward<OddScale>(p, count, map);
+  if (map.scale == ChromaMap::Scale::OddSymmetric) return MapPairsForward<OddSymmetricScale>(p, count, map);
   MapPairsForward<TableScale>(p, count, map);
 }
 
 void MapPairRowsReversed(const PlanePair& p, size_t rowBytes, size_t rows, const ChromaMap& map) {
   if (rowBytes < kStep) return kScalarKernels.mapPairRowsReversed(p, rowBytes, rows, map);
   if (map.scale == ChromaMap::Scale::None) return MapPairRowsBackward<NoScale>(p, rowBytes, rows, map);
-  if (map.scale == ChromaMap::Scale::Odd) return MapPairRowsBackward<OddScale>(p, rowBytes, rows, map);
+  if (map.scale == ChromaMap::Scale::OddSymmetric)
+    return MapPairRowsBackward<OddSymmetricScale>(p, rowBytes, rows, map);
   MapPairRowsBackward<TableScale>(p, rowBytes, rows, map);
 }
 
