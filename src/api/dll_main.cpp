@@ -21,7 +21,7 @@ void StayLoaded(HINSTANCE library) {
 /// Both run under the loader's lock.
 void OnProcessAttach() noexcept {
   Guarded([] {
-    BuildConversionTables();
+    ChooseKernels();
     CDirectDraw::BuildTables();
     CDirectDraw::MarkPrepared();
     CLogFile::GetInstance()->SetName(L"libnivral");

@@ -43,7 +43,7 @@ bool CanConvert(const uint8_t* out, const ConstFrameView& p, int32_t width, int3
 
 }  // namespace
 
-void BuildConversionTables() {
+void ChooseKernels() {
   static_cast<void>(ActiveKernels());
 }
 

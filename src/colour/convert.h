@@ -10,9 +10,9 @@
 #include "colour/kernels.h"
 #include "picture/frame_view.h"
 
-/// Chooses the loops for this processor; called once when the library is loaded, before any conversion. The
+/// Chooses the loops for this processor; called when the library is loaded, before any conversion. The
 /// tables behind the conversions are constants of the program.
-void BuildConversionTables();
+void ChooseKernels();
 
 /// Source: bottom-up, rows of exactly 3 * width bytes, blue first. The chroma planes' stride is strideY / 2.
 void Rgb24ToYv12(uint8_t* y, uint8_t* u, uint8_t* v, const uint8_t* rgb, int32_t width, int32_t height,

@@ -26,7 +26,7 @@ void WaitAnsweringMessages(HANDLE event) {
 }  // namespace
 
 void CDirectDraw::BuildTables() {
-  BuildConversionTables();
+  ChooseKernels();
 }
 
 void CDirectDraw::MarkPrepared() {
