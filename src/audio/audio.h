@@ -86,7 +86,7 @@ class CAudio {
                                   DWORD_PTR unused);
   void QueueCaptureBuffer(int index, int32_t size);
   void RecycleCaptureBuffer(HWAVEIN device, WAVEHDR& header);
-  void NoteCaptureClosed(HWAVEIN device);
+  void OnCaptureClosed(HWAVEIN device);
   bool BeginCaptureClose();
 
   WAVEHDR m_playHeaders[kBufferCount];

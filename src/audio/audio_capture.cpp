@@ -51,7 +51,7 @@ void CALLBACK CAudio::WaveInProc(HWAVEIN device, UINT message, DWORD_PTR instanc
                                  DWORD_PTR) {
   auto& self = *reinterpret_cast<CAudio*>(instance);
   if (message == MM_WIM_DATA) self.RecycleCaptureBuffer(device, *reinterpret_cast<WAVEHDR*>(header));
-  if (message == MM_WIM_CLOSE) self.NoteCaptureClosed(device);
+  if (message == MM_WIM_CLOSE) self.OnCaptureClosed(device);
 }
 
 /// On the system's callback thread. The lock keeps a buffer that is just being handed back from slipping in
@@ -64,7 +64,7 @@ void CAudio::RecycleCaptureBuffer(HWAVEIN device, WAVEHDR& header) {
   waveInAddBuffer(device, &header, sizeof(header));
 }
 
-void CAudio::NoteCaptureClosed(HWAVEIN device) {
+void CAudio::OnCaptureClosed(HWAVEIN device) {
   for (WAVEHDR& header : m_captureHeaders)
     waveInUnprepareHeader(device, &header, sizeof(header));
   // Released to CloseCapture, which frees what the headers point at.

@@ -31,7 +31,7 @@ class CAudio::ClientSource final : public SampleSource {
     if (!callback.function) return std::nullopt;
     return callback.function(buffer.data(), static_cast<int>(buffer.size()), callback.user);
   }
-  void GiveWay() override { SwitchToThread(); }
+  void YieldThread() override { SwitchToThread(); }
 
  private:
   CAudio& m_player;

@@ -15,7 +15,7 @@ int64_t PullUntilFull(std::span<uint8_t> buffer, SampleSource& source) {
     if (*written > 0) {
       total += *written;
     } else {
-      source.GiveWay();
+      source.YieldThread();
     }
   }
   return total;

@@ -17,7 +17,7 @@ class SampleSource {
   /// client.
   virtual std::optional<int> Pull(std::span<uint8_t> buffer) = 0;
   /// Lets other threads run while the client has nothing.
-  virtual void GiveWay() = 0;
+  virtual void YieldThread() = 0;
 };
 
 /// Fills one playback buffer: with zeros when paused, else from the source. Every request gets the buffer's

@@ -64,7 +64,7 @@ CLogFile::CLogFile() : m_dwSettingsReadAt(MillisecondsSinceBoot()) {
   if (!host.name.empty()) JoinText(m_szFolder, {host.folder, L"Log\\", host.name, L"\\"});
   GetLocalTime(&m_openedAt);
   GetLocalTime(&m_now);
-  m_gate.Close(GetTickCount64());
+  m_reread.Restart(GetTickCount64());
   ReadSettings();
 }
 
@@ -119,7 +119,7 @@ void CLogFile::WriteText(int level, const wchar_t* text) {
 
 bool CLogFile::Passes(int level) {
   const uint64_t coarse = GetTickCount64();
-  if (m_gate.Opens(coarse)) RereadSettings(coarse);
+  if (m_reread.Passed(coarse)) RereadSettings(coarse);
   return level >= m_nLevel.load(std::memory_order_relaxed);
 }
 
@@ -129,7 +129,7 @@ void CLogFile::RereadSettings(uint64_t coarseMs) {
   if (!LogSettingsDue(now, readAt)) return;
   // One of the threads that come at this moment reads; the others go on with the settings as they are.
   if (!m_dwSettingsReadAt.compare_exchange_strong(readAt, now, std::memory_order_relaxed)) return;
-  m_gate.Close(coarseMs);
+  m_reread.Restart(coarseMs);
   ReadSettings();
 }
 

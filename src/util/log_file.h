@@ -76,7 +76,7 @@ class CLogFile {
   wchar_t m_szMessage[kTextSize]{};
   char m_szNarrow[kTextSize]{};
   std::atomic<uint32_t> m_dwSettingsReadAt;
-  CoarseGate m_gate;
+  CoarseDeadline m_reread;
 };
 
 /// A line of the level that a backend's steps and ordinary failures have.

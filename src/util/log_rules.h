@@ -22,20 +22,20 @@ constexpr bool LogSettingsDue(uint32_t nowMs, uint32_t readAtMs) {
 
 /// Spares most calls the exact clock, whose query is a system call: a coarse clock that costs next to nothing
 /// says when the settings cannot be due yet. Any thread.
-class CoarseGate {
+class CoarseDeadline {
  public:
-  /// Closes for a minute less the second that the two clocks may have run apart.
-  void Close(uint64_t coarseMs) { m_openAt.store(coarseMs + 59000, std::memory_order_relaxed); }
+  /// To a minute from now, less the second that the two clocks may have run apart.
+  void Restart(uint64_t coarseMs) { m_at.store(coarseMs + 59000, std::memory_order_relaxed); }
 
   /// Whether the exact clock must be asked; true at most once per coarse millisecond and thread.
-  bool Opens(uint64_t coarseMs) {
-    if (coarseMs < m_openAt.load(std::memory_order_relaxed)) return false;
-    m_openAt.store(coarseMs + 1, std::memory_order_relaxed);
+  bool Passed(uint64_t coarseMs) {
+    if (coarseMs < m_at.load(std::memory_order_relaxed)) return false;
+    m_at.store(coarseMs + 1, std::memory_order_relaxed);
     return true;
   }
 
  private:
-  std::atomic<uint64_t> m_openAt{0};
+  std::atomic<uint64_t> m_at{0};
 };
 
 /// Deletes files until the folder is below `budget` bytes. `forEachFile(visit)` calls visit(name, size) for

@@ -28,7 +28,7 @@ class ScriptedSource : public SampleSource {
                 static_cast<uint8_t>(asked));
     return answer;
   }
-  void GiveWay() override { ++yields; }
+  void YieldThread() override { ++yields; }
 
   size_t asked = 0;
   int yields = 0;

@@ -96,15 +96,15 @@ TEST(LogSettings, AreDueAfterAMinuteOfASignedWrappingClock) {
 }
 
 TEST(LogSettings, CoarseClockAsksTheExactOneInTheLastSecond) {
-  CoarseGate gate;
-  EXPECT_TRUE(gate.Opens(5)) << "never closed";
-  gate.Close(1000);
-  EXPECT_FALSE(gate.Opens(1000));
-  EXPECT_FALSE(gate.Opens(59999));
-  EXPECT_TRUE(gate.Opens(60000));
-  EXPECT_FALSE(gate.Opens(60000)) << "asked in this millisecond";
-  EXPECT_TRUE(gate.Opens(60001));
-  EXPECT_TRUE(gate.Opens(90000));
+  CoarseDeadline deadline;
+  EXPECT_TRUE(deadline.Passed(5)) << "never started";
+  deadline.Restart(1000);
+  EXPECT_FALSE(deadline.Passed(1000));
+  EXPECT_FALSE(deadline.Passed(59999));
+  EXPECT_TRUE(deadline.Passed(60000));
+  EXPECT_FALSE(deadline.Passed(60000)) << "asked in this millisecond";
+  EXPECT_TRUE(deadline.Passed(60001));
+  EXPECT_TRUE(deadline.Passed(90000));
 }
 
 using Files = std::vector<std::pair<std::string, uint32_t>>;
