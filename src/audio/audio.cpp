@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "audio/volume_level.h"
+#include "audio/wave_format.h"
 
 static_assert(sizeof(WAVEFORMATEX) == sizeof(WaveFormat));
 

@@ -1,11 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
 
-#include "audio/byte_queue.h"
+/// A locked queue of bytes that one thread fills and the player empties. A packet must appear whole, its
+/// header and data added under one lock: the player takes them in two steps and could not find the next
+/// header otherwise.
+class ByteQueue {
+ public:
+  virtual ~ByteQueue() = default;
+  /// Moves up to `count` bytes to `to` and returns how many there were. Called on the player's refill thread.
+  virtual size_t Take(uint8_t* to, size_t count) = 0;
+};
 
 /// Before each packet in the queue: four 32-bit words, of which the second is the length of its data in
 /// bytes.

@@ -35,3 +35,10 @@ constexpr FormatPreset kNarrowBandPreset{kTelephonyPcm, 4050, 4050};
 constexpr FormatPreset kWideBandStereoPreset{{kPcmTag, 2, 48000, 48000 * 2 * 2, 2 * 2, 16, 22}, 9216, 9216};
 constexpr FormatPreset kTelephonyPreset{kTelephonyPcm, 1280, 160};
 constexpr FormatPreset kMuLawPreset{{kMuLawTag, 1, 8000, 8000, 1, 8, 0}, 508, 508};
+
+/// Device volume for a percentage: the level of the left channel in the low word, the same for the right one
+/// in the high word. 100 is full volume; above it the arithmetic wraps in 32 bits.
+constexpr uint32_t DeviceVolume(uint32_t percent) {
+  const uint32_t level = percent * 65535u / 100u;
+  return level | (level << 16);
+}

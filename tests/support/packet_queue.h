@@ -8,7 +8,6 @@
 #include <mutex>
 #include <vector>
 
-#include "audio/byte_queue.h"
 #include "audio/packet_fill.h"
 
 /// A byte queue as a client would write one.

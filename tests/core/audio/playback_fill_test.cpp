@@ -7,7 +7,7 @@
 #include <climits>
 #include <vector>
 
-#include "audio/volume_level.h"
+#include "audio/wave_format.h"
 
 namespace {
 
