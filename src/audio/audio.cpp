@@ -39,8 +39,8 @@ bool CAudio::Play() {
   CAutoLock control(&m_controlLock);
   if (!Stopped()) return false;
   JoinThread();  // of a run that ended by itself because the device refused a header
-  m_stopped.store(0, std::memory_order_relaxed);
-  m_paused.store(0, std::memory_order_relaxed);
+  m_stopped.store(false, std::memory_order_relaxed);
+  m_paused.store(false, std::memory_order_relaxed);
   // Suspended until its handle is stored: the thread names itself to the device by that handle.
   m_hThread.reset(CreateThread(nullptr, 0, &CAudio::PlaybackThread, this, CREATE_SUSPENDED, nullptr));
   if (!m_hThread) {
@@ -53,7 +53,7 @@ bool CAudio::Play() {
 
 void CAudio::Stop() {
   CAutoLock control(&m_controlLock);
-  m_stopped.store(1, std::memory_order_relaxed);
+  m_stopped.store(true, std::memory_order_relaxed);
   JoinThread();
 }
 

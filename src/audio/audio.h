@@ -28,7 +28,7 @@ class CAudio {
 
   /// False when the player already runs or its thread could not be made.
   bool Play();
-  void Pause(uint32_t paused) { m_paused.store(paused, std::memory_order_relaxed); }
+  void Pause(uint32_t paused) { m_paused.store(paused != 0, std::memory_order_relaxed); }
   /// Ends the thread and closes the device before it returns.
   void Stop();
 
@@ -70,7 +70,7 @@ class CAudio {
   void JoinThread();
   PlaySettings ReadSettings();
   WriteWaveCallback ReadCallback();
-  bool Stopped() const { return m_stopped.load(std::memory_order_relaxed) != 0; }
+  bool Stopped() const { return m_stopped.load(std::memory_order_relaxed); }
   bool ApplyPreset(const FormatPreset& preset, WAVEFORMATEX* format);
 
   void OpenDevice();
@@ -100,9 +100,9 @@ class CAudio {
   int32_t m_captureBufferSize = 0;
   // The flags carry no data with them (starting and joining the thread orders the rest), so relaxed is
   // enough.
-  std::atomic<uint32_t> m_paused{0};
+  std::atomic<bool> m_paused{false};
   std::atomic<uint32_t> m_buffersFilled{0};
-  std::atomic<uint32_t> m_stopped{1};
+  std::atomic<bool> m_stopped{true};
   WAVEFORMATEX m_waveFormat{};
   NivralWriteWaveCallback m_writeWaveCB = nullptr;
   void* m_writeWaveUser = nullptr;

@@ -128,13 +128,13 @@ bool CAudio::FillAndQueue(WAVEHDR& header) {
   m_buffersFilled.fetch_add(1, std::memory_order_relaxed);
   ClientSource source(*this);
   FillPlaybackBuffer({reinterpret_cast<uint8_t*>(header.lpData), header.dwBufferLength},
-                     m_paused.load(std::memory_order_relaxed) != 0, source);
+                     m_paused.load(std::memory_order_relaxed), source);
   waveOutWrite(m_hWaveOut, &header, sizeof(header));
   return true;
 }
 
 void CAudio::CloseDevice() {
-  m_stopped.store(1, std::memory_order_relaxed);
+  m_stopped.store(true, std::memory_order_relaxed);
   CAutoLock lock(&m_deviceLock);
   if (m_hWaveOut) {
     waveOutReset(m_hWaveOut);

@@ -96,7 +96,7 @@ void CDirectSound::ReleaseDevice() {
 int CDirectSound::Start() {
   if (m_started || !m_pBuffer8) return 0;
   m_ring.Rewind();
-  m_started = 1;
+  m_started = true;
   m_pBuffer8->SetCurrentPosition(0);
   m_pBuffer8->Play(0, 0, DSBPLAY_LOOPING);
   if (m_worker.Start(&CDirectSound::RefillThread, this)) return 1;
@@ -117,5 +117,5 @@ void CDirectSound::Stop() {
   if (!m_started) return;
   m_worker.Stop(INFINITE);
   m_pBuffer8->Stop();
-  m_started = 0;
+  m_started = false;
 }

@@ -74,7 +74,7 @@ class CDirectSound {
   HWND m_hWnd = nullptr;
   ByteQueue* m_queue = nullptr;
   void* m_queueValue = nullptr;
-  uint32_t m_started = 0;
+  bool m_started = false;
   uint32_t m_packetBytes = kDefaultPacketBytes;
   size_t m_packetCapacity = 0;
   std::unique_ptr<uint8_t[]> m_packet;
