@@ -75,7 +75,7 @@ constexpr uint64_t kUnknown = ~uint64_t{0};
 
 /// A number that is found at its first use. Statics of functions would do, but their guards take memory,
 /// which may be what a frame lacks; threads that come at the same time find the same.
-class FoundOnce {
+class LazyValue {
  public:
   uint32_t Get(uint32_t (*find)()) {
     uint64_t value = m_value.load(std::memory_order_relaxed);
@@ -89,8 +89,8 @@ class FoundOnce {
   std::atomic<uint64_t> m_value{kUnknown};
 };
 
-constinit FoundOnce g_features;
-constinit FoundOnce g_mask;
+constinit LazyValue g_features;
+constinit LazyValue g_mask;
 
 }  // namespace
 

@@ -8,9 +8,9 @@ namespace {
 /// Holds a byte range far behind the end of the file against other processes, so that one appends at a time
 /// and readers are not hindered. Gives up after a while, and then for some seconds at once: a process that is
 /// halted while it holds the range must not halt this one. A file system without locks is not waited for.
-class AppendTurn {
+class AppendLock {
  public:
-  explicit AppendTurn(HANDLE file) : m_file(file) {
+  explicit AppendLock(HANDLE file) : m_file(file) {
     const ULONGLONG start = GetTickCount64();
     if (start < s_impatientUntil) {
       m_held = TryTake();
@@ -24,12 +24,12 @@ class AppendTurn {
       Sleep(0);
     }
   }
-  ~AppendTurn() {
+  ~AppendLock() {
     OVERLAPPED range = Range();
     if (m_held) UnlockFileEx(m_file, 0, 1, 0, &range);
   }
-  AppendTurn(const AppendTurn&) = delete;
-  AppendTurn& operator=(const AppendTurn&) = delete;
+  AppendLock(const AppendLock&) = delete;
+  AppendLock& operator=(const AppendLock&) = delete;
 
  private:
   static constexpr ULONGLONG kLimitMs = 200;
@@ -63,7 +63,7 @@ bool IsHighSurrogate(wchar_t unit) {
 }  // namespace
 
 bool AppendToSharedFile(HANDLE file, std::string_view line) {
-  const AppendTurn turn(file);
+  const AppendLock turn(file);
   // This offset means the end of the file at the moment of the write.
   OVERLAPPED atEnd{};
   atEnd.Offset = atEnd.OffsetHigh = 0xFFFFFFFF;

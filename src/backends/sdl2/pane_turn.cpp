@@ -3,12 +3,12 @@
 
 #include <utility>
 
-#include "util/thread_value.h"
+#include "util/thread_local_value.h"
 
 namespace {
 
 /// Turns that this thread is in, on any pane.
-ThreadValue<int> g_turns;
+ThreadLocalValue<int> g_turns;
 WindowLock g_windowList;
 
 bool MustNotWait() {

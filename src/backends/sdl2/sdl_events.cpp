@@ -5,7 +5,7 @@
 
 #include "backends/sdl2/window_hook.h"
 #include "util/mutex_lock.h"
-#include "util/thread_value.h"
+#include "util/thread_local_value.h"
 
 namespace {
 
@@ -18,8 +18,8 @@ constexpr int kMaxWaiting = 512;
 CMutexLock g_panesLock;
 PaneRegistration* g_panes = nullptr;
 
-ThreadValue<RenderScope*> g_renderScope;
-ThreadValue<bool> g_passingOnSizeChange;
+ThreadLocalValue<RenderScope*> g_renderScope;
+ThreadLocalValue<bool> g_passingOnSizeChange;
 std::atomic<int> g_waiting{0};
 std::atomic<uint32_t> g_deviceGeneration{0};
 

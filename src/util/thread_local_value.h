@@ -10,14 +10,14 @@
 /// which takes memory at a thread's first use and ends the process where there is none. A global object: each
 /// is one of the few slots of the process.
 template <class T>
-class ThreadValue {
+class ThreadLocalValue {
   static_assert(std::is_integral_v<T> || std::is_pointer_v<T>);
 
  public:
-  ThreadValue() : m_slot(TlsAlloc()) {}
-  ~ThreadValue() { TlsFree(m_slot); }
-  ThreadValue(const ThreadValue&) = delete;
-  ThreadValue& operator=(const ThreadValue&) = delete;
+  ThreadLocalValue() : m_slot(TlsAlloc()) {}
+  ~ThreadLocalValue() { TlsFree(m_slot); }
+  ThreadLocalValue(const ThreadLocalValue&) = delete;
+  ThreadLocalValue& operator=(const ThreadLocalValue&) = delete;
 
   T Get() const {
     const auto bits = reinterpret_cast<intptr_t>(TlsGetValue(m_slot));
