@@ -242,11 +242,11 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWInitDraw(void* hDraw, uint32_t width, u
  * written. SDL2 and Direct3D 9 return when the frame is presented; DirectDraw copies it for its worker, which
  * shows the newest frame it finds. Thread: feeding.
  *
- * @param hDraw the pane
- * All backends refuse planes that do not hold the frame: a null one, or a stride shorter than the plane's row.
- * A video one pixel wide or high has no chroma, its pU and pV may be null. A plane that lies bottom-up in
- * memory is given by its top row and a negative stride, (uint32_t)-1920 for instance.
+ * All backends refuse planes that do not hold the frame: a null one, or a stride shorter than the plane's
+ * row. A video one pixel wide or high has no chroma, its pU and pV may be null. A plane that lies bottom-up
+ * in memory is given by its top row and a negative stride, (uint32_t)-1920 for instance.
  *
+ * @param hDraw the pane
  * @param pY luma: height rows, strideY * height bytes in all
  * @param strideY bytes from row to row of pY, at least the width
  * @param pU, pV chroma: height / 2 rows of width / 2 samples each, rounded down, strideUV * (height / 2)
