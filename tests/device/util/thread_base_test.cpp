@@ -79,11 +79,8 @@ TEST(ThreadBase, TerminatesABodyThatIgnoresTheStopEvent) {
 }
 
 TEST(ThreadBase, WithoutAFunctionRunsTheVirtualBody) {
-  class Derived : public CThreadBase {
-   public:
+  struct : CThreadBase {
     Body body{*this};
-
-   protected:
     DWORD Run() override { return UntilStopped(&body); }
   } thread;
   ASSERT_EQ(thread.Start(nullptr, nullptr), 1);
