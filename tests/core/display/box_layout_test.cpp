@@ -3,10 +3,15 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
 #include <cstdio>
-#include <cstring>
+#include <functional>
 #include <random>
+#include <sstream>
+#include <tuple>
 
 #include "display/overlay_shapes.h"
 #include "point_canvas.h"
@@ -19,7 +24,7 @@ constexpr DisplayMap kOneToOne{200, 150, 200, 150};
 using Rows = std::vector<std::string>;
 
 char MarkOf(const OverlayColor& color) {
-  return color == kOverlayOrange ? 'o' : color == kOverlayGreen ? 'g' : '?';
+  return color == kOverlayOrange ? 'o' : color == kOverlayAmber ? 'a' : color == kOverlayGreen ? 'g' : '?';
 }
 
 RectList PixelsOf(const OverlayShape& shape, const DisplayMap& map) {
@@ -91,30 +96,58 @@ TEST(AlgLayout, PaintsWhatPointsAndLinesWould) {
   }
 }
 
-TEST(AlgLayout, PlacesLabelsByTheOutermostAndInnermostRectangle) {
-  OverlayList layout;
-  const auto layOut = [&](const AlgRecord& record) {
-    LayOutRecord(layout, &record, kOneToOne, SdlStyle(true));
-  };
-  layOut(OneBox(40, 60, 140, 120, 2, 123, 4));
-  ASSERT_EQ(layout.labels.size(), 2u);
-  EXPECT_STREQ(layout.labels[0].text, "car");
-  EXPECT_EQ(layout.labels[0].x, 39);
-  EXPECT_EQ(layout.labels[0].y, 46);
-  // Innermost: 41, 61, 98 x 58. "12.3m" is 36 wide: 41 + 49 - 18 and 61 + 58 - 12.
-  EXPECT_STREQ(layout.labels[1].text, "12.3m");
-  EXPECT_EQ(layout.labels[1].x, 72);
-  EXPECT_EQ(layout.labels[1].y, 107);
-  EXPECT_EQ(layout.labels[1].area, (PixelRect{71, 107, 107, 119}));
+/// The first shape's corners, and each label's text, area and where its letters begin.
+std::string Described(RecordView record, const DisplayMap& map, const OverlayStyle& style) {
+  OverlayList list;
+  LayOutRecord(list, record, map, style);
+  std::ostringstream text;
+  if (list.shapes.empty()) return {};
+  const WideRect& c = list.shapes[0].corners;
+  text << c.left << ' ' << c.top << ' ' << c.right << ' ' << c.bottom << ' ' << MarkOf(list.shapes[0].color);
+  for (const OverlayLabel& l : list.labels)
+    text << "; " << l.text << ' ' << l.area.left << ' ' << l.area.top << ' ' << l.area.right << ' '
+         << l.area.bottom << " at " << l.x << ' ' << l.y;
+  if (!list.labels.empty()) text << ' ' << MarkOf(list.shapes[1].color);
+  return text.str();
+}
 
-  layOut(OneBox(40, 60, 140, 96, 2, 123, 1));
-  EXPECT_EQ(layout.labels[1].x, 40);
-  EXPECT_EQ(layout.labels[1].y, 97);
-
-  layOut(OneBox(10, 0, 60, 40, 1, 0, 1));
-  ASSERT_EQ(layout.labels.size(), 1u);
-  EXPECT_EQ(layout.labels[0].y, -12);
-  EXPECT_EQ(layout.shapes[0].color, kOverlayOrange);
+TEST(AlgLayout, PlacesOutlinesAndLabelsAsTheStyleWants) {
+  const float nan = std::nanf("");
+  const std::pair<AlgRecord, const char*> sdl[] = {
+      {OneBox(40, 60, 140, 120, 2, 123, 4),
+       "38 58 141 121 g; car 38 46 57 58 at 39 46; 12.3m 71 107 107 119 at 72 107 g"},
+      {OneBox(40, 60, 140, 96, 2, 123, 1),
+       "40 60 139 95 g; car 40 48 59 60 at 41 48; 12.3m 39 97 75 109 at 40 97 g"},
+      {OneBox(10, 0, 60, 40, 1, 0, 1), "10 0 59 39 o; Person 10 -12 47 0 at 11 -12 o"}};
+  for (const auto& [record, expected] : sdl)
+    EXPECT_EQ(Described(&record, kOneToOne, SdlStyle(true)), expected);
+  // Label fonts are 27 high; distances are rounded up.
+  const DisplayMap frame{1920, 1080, 1920, 1080};
+  const std::pair<AlgRecord, const char*> direct3D[] = {
+      {OneBox(10, 10, 20, 20, 0, 0), ""},
+      {OneBox(10, 10, 20, 20, 0, 1), "10 10 20 20 g; unknown 10 0 114 27 at 11 0; 1m 10 22 46 49 at 11 22 g"},
+      {OneBox(1921, 10, 2000, 20, 1, 0), ""},
+      {OneBox(10, 1081, 20, 2000, 1, 0), ""},
+      {OneBox(nan, 0, 5, 5, 3, 1), ""},
+      {OneBox(0, 0, nan, 5, 3, 0), "0 0 1920 5 g; bus 0 0 50 27 at 1 0 g"},
+      {OneBox(1920, 1080, 2000, 2000, 1, 0),
+       "1920 1080 1920 1080 o; Person 1920 1052 2011 1079 at 1921 1052 a"},
+      {OneBox(-5, 20.9f, 3000, 40, 1, 0), "0 20 1920 40 o; Person 0 0 91 27 at 1 0 a"},
+      {OneBox(100, 100, 200, 200, 1, 0, 1), "100 100 200 200 o; Person 100 72 191 99 at 101 72 a"},
+      {OneBox(100, 100, 200, 200, 1, 0, 5), "98 98 202 202 o; Person 100 72 191 99 at 101 72 a"},
+      {OneBox(100, 200, 300, 400, 1, 0), "100 200 300 400 o; Person 100 172 191 199 at 101 172 a"},
+      {OneBox(100, 200, 300, 400, 2, 0), "100 200 300 400 g; car 100 181 140 199 at 101 176 g"},
+      {OneBox(100, 9, 300, 400, 3, 0), "100 9 300 400 g; bus 100 0 150 27 at 101 0 g"},
+      {OneBox(100, 200, 130, 230, 3, 123),
+       "100 200 130 230 g; bus 100 172 150 199 at 101 172; 13m 100 232 163 259 at 101 232 g"},
+      {OneBox(100, 200, 301, 400, 3, 1000),
+       "100 200 301 400 g; bus 100 172 150 199 at 101 172; 100m 169 373 232 400 at 170 373 g"},
+      {OneBox(100, 200, 301, 281, 3, 1),
+       "100 200 301 281 g; bus 100 172 150 199 at 101 172; 1m 100 283 136 310 at 101 283 g"},
+      {OneBox(100, 1080, 120, 1200, 0, 50),
+       "100 1080 120 1080 g; unknown 100 1052 204 1079 at 101 1052; 5m 100 1082 136 1109 at 101 1082 g"}};
+  for (const auto& [record, expected] : direct3D)
+    EXPECT_EQ(Described(&record, frame, Direct3DStyle(1080)), expected);
 }
 
 TEST(DsmLayout, PaintsWhatPointsAndLinesWould) {
@@ -154,31 +187,46 @@ TEST(DsmLayout, PaintsWhatPointsAndLinesWould) {
   }
 }
 
-template <class Record>
-void Scramble(Record& record, std::mt19937& random) {
-  for (size_t at = 0; at < sizeof(record); at += 4) {
-    const auto bits = static_cast<uint32_t>(random());
-    std::memcpy(reinterpret_cast<char*>(&record) + at, &bits, 4);
+TEST(DsmLayout, ClampsSkipsAndGrowsBoxesAsTheStyleWants) {
+  const std::tuple<float, float, float, float, uint16_t, const char*> cases[] = {
+      {10, 20, 30, 40, 3, "9 19 31 41 g"},
+      {-10, 20, 3000, 4000, 3, "-1 19 1921 1081 g"},
+      {1921, 20, 3000, 40, 3, ""},
+      {0, 0, 0, 40, 3, ""},
+      {0, 0, 40, 0, 3, ""},
+      {10, 20, 30, 40, 1, "10 20 30 40 g"}};
+  for (const auto& [left, top, right, bottom, size, expected] : cases) {
+    DsmRecord record{};
+    record.pointSize = size;
+    record.boxCount = 12;
+    record.left[11] = left, record.top[11] = top, record.right[11] = right, record.bottom[11] = bottom;
+    EXPECT_EQ(Described(&record, {1920, 1080, 1920, 1080}, Direct3DStyle(1080)), expected);
   }
+}
+
+template <class Record>
+Record Scrambled(std::mt19937& random) {
+  std::array<uint32_t, sizeof(Record) / 4> bits;
+  std::generate(bits.begin(), bits.end(), std::ref(random));
+  return std::bit_cast<Record>(bits);
 }
 
 TEST(Layouts, KeepEveryRectangleOnTheDisplayForAnyBits) {
   std::mt19937 random(3);
   const DisplayMap map{1280, 720, 640, 480};
   for (int n = 0; n < 300; ++n) {
-    AlgRecord alg;
-    DsmRecord dsm;
-    Scramble(alg, random);
-    Scramble(dsm, random);
+    auto alg = Scrambled<AlgRecord>(random);
+    auto dsm = Scrambled<DsmRecord>(random);
     alg.lineWidth %= 300;
     dsm.pointSize %= 300;
     OverlayList layout;
-    for (const RecordView record : {RecordView(&alg), RecordView(&dsm)}) {
-      LayOutRecord(layout, record, map, SdlStyle(true));
-      for (const OverlayShape& shape : layout.shapes)
-        for (const PixelRect& r : PixelsOf(shape, map))
-          ASSERT_TRUE(r.left >= 0 && r.top >= 0 && !r.Empty() && r.right <= 640 && r.bottom <= 480);
-    }
+    for (const OverlayStyle& style : {SdlStyle(true), Direct3DStyle(720), BurnInStyle()})
+      for (const RecordView record : {RecordView(&alg), RecordView(&dsm)}) {
+        LayOutRecord(layout, record, map, style);
+        for (const OverlayShape& shape : layout.shapes)
+          for (const PixelRect& r : PixelsOf(shape, map))
+            ASSERT_TRUE(r.left >= 0 && r.top >= 0 && !r.Empty() && r.right <= 640 && r.bottom <= 480);
+      }
   }
 }
 
