@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "display/burn_in.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
-#include <algorithm>
 #include <bit>
 #include <random>
 
@@ -23,7 +22,7 @@ void BurnInAlgRecord(CYuvDraw& draw, const AlgRecord& record, const FrameView& f
 }
 
 void ExpectLikeReference(const AlgRecord& record, int32_t width, int32_t height) {
-  TestFrame frame(width, height);
+  TestFrame frame(width, height, width + height % 4, width / 2 + height % 3);
   frame.Fill(200, 120, 60);
   ReferencePlanes expected(static_cast<uint32_t>(width), static_cast<uint32_t>(height), frame.y, frame.u,
                            frame.v);
@@ -87,17 +86,6 @@ TEST(BurnIn, LeavesFramesAloneThatItCannotHold) {
   BurnInAlgRecord(draw, record, {&byte, 1 << 20, &byte, 1 << 20, &byte, 1 << 20}, 1 << 20, 8);
   BurnInAlgRecord(draw, record, {nullptr, 8, nullptr, 4, nullptr, 4}, 8, 8);
   EXPECT_EQ(byte, 77);
-}
-
-TEST(BurnIn, NeverReachesIntoThePaddingBehindThePicture) {
-  RandomRecords random(5);
-  TestFrame frame(40, 30, 48, 24);
-  for (int n = 0; n < 60; ++n) {
-    frame.Fill(200, 128, 128);
-    CYuvDraw draw;
-    BurnInAlgRecord(draw, random.Next(40, 30), frame.View(), 40, 30);
-    EXPECT_TRUE(std::all_of(frame.y.begin() + 40 * 30, frame.y.end(), [](uint8_t b) { return b == 200; }));
-  }
 }
 
 }  // namespace
