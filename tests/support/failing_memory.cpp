@@ -19,16 +19,9 @@ bool Fails() {
   return true;
 }
 
-void* FailingMalloc(size_t size) {
-  return Fails() ? nullptr : std::malloc(size);
-}
-
-void* FailingCalloc(size_t count, size_t size) {
-  return Fails() ? nullptr : std::calloc(count, size);
-}
-
-void* FailingRealloc(void* memory, size_t size) {
-  return Fails() ? nullptr : std::realloc(memory, size);
+template <auto real, class... Arguments>
+void* Failing(Arguments... arguments) {
+  return Fails() ? nullptr : real(arguments...);
 }
 
 /// The counters are set before the first import is replaced.
@@ -42,9 +35,9 @@ HMODULE Prepared(HMODULE module, int every, int phase) {
 }  // namespace
 
 FailingMemory::FailingMemory(HMODULE module, int every, int phase)
-    : m_malloc(kRuntime, "malloc", &FailingMalloc, Prepared(module, every, phase)),
-      m_calloc(kRuntime, "calloc", &FailingCalloc, module),
-      m_realloc(kRuntime, "realloc", &FailingRealloc, module),
+    : m_malloc(kRuntime, "malloc", &Failing<&std::malloc, size_t>, Prepared(module, every, phase)),
+      m_calloc(kRuntime, "calloc", &Failing<&std::calloc, size_t, size_t>, module),
+      m_realloc(kRuntime, "realloc", &Failing<&std::realloc, void*, size_t>, module),
       m_abort(kRuntime, "abort", &ReportAbort, module) {
 }
 

@@ -24,7 +24,9 @@ ULONG_PTR* FindInDll(ULONG_PTR base, const IMAGE_IMPORT_DESCRIPTOR& import, cons
   return nullptr;
 }
 
-ULONG_PTR* FindSlot(HMODULE importer, const char* dll, const char* name) {
+}  // namespace
+
+ULONG_PTR* ImportSlot(const char* dll, const char* name, HMODULE importer) {
   const auto base = reinterpret_cast<ULONG_PTR>(importer);
   const auto* dos = At<IMAGE_DOS_HEADER>(base, 0);
   const auto* nt = At<IMAGE_NT_HEADERS>(base, static_cast<DWORD>(dos->e_lfanew));
@@ -33,28 +35,6 @@ ULONG_PTR* FindSlot(HMODULE importer, const char* dll, const char* name) {
     if (_stricmp(At<char>(base, import->Name), dll) != 0) continue;
     if (ULONG_PTR* slot = FindInDll(base, *import, name)) return slot;
   }
-  return nullptr;
-}
-
-void WriteSlot(ULONG_PTR* slot, ULONG_PTR value) {
-  DWORD protection = 0;
-  VirtualProtect(slot, sizeof(*slot), PAGE_READWRITE, &protection);
-  *slot = value;
-  VirtualProtect(slot, sizeof(*slot), protection, &protection);
-}
-
-}  // namespace
-
-ImportPatch::ImportPatch(const char* dll, const char* name, ULONG_PTR replacement, HMODULE importer)
-    : m_slot(FindSlot(importer, dll, name)), m_original(0) {
-  if (!m_slot) {
-    std::fprintf(stderr, "ImportPatch: the module does not import %s from %s\n", name, dll);
-    std::exit(2);
-  }
-  m_original = *m_slot;
-  WriteSlot(m_slot, replacement);
-}
-
-ImportPatch::~ImportPatch() {
-  WriteSlot(m_slot, m_original);
+  std::fprintf(stderr, "ImportPatch: the module does not import %s from %s\n", name, dll);
+  std::exit(2);
 }

@@ -1,27 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <windows.h>
+#include "support/slot_patch.h"
+
+/// The slot of a function that a module imports from a DLL; ends the process when it does not.
+ULONG_PTR* ImportSlot(const char* dll, const char* name, HMODULE importer);
 
 /// Puts another function in the place of one that a module imports from a DLL, until the end of its scope.
-/// For faults no real device gives, and for watching what is passed to the system. Patches of the same
-/// function nest.
-class ImportPatch {
+/// For faults no real device gives, and for watching what is passed to the system.
+class ImportPatch : public SlotPatch {
  public:
   /// `importer` is this exe unless told.
   template <class Function>
   ImportPatch(const char* dll, const char* name, Function* replacement,
               HMODULE importer = GetModuleHandleW(nullptr))
-      : ImportPatch(dll, name, reinterpret_cast<ULONG_PTR>(replacement), importer) {}
-  ~ImportPatch();
-  ImportPatch(const ImportPatch&) = delete;
-  ImportPatch& operator=(const ImportPatch&) = delete;
-
- private:
-  ImportPatch(const char* dll, const char* name, ULONG_PTR replacement, HMODULE importer);
-
-  ULONG_PTR* m_slot;
-  ULONG_PTR m_original;
+      : SlotPatch(ImportSlot(dll, name, importer), reinterpret_cast<ULONG_PTR>(replacement)) {}
 };
 
 /// The DLL's own function, whether or not the import is patched.

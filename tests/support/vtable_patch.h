@@ -1,34 +1,54 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <windows.h>
+#include <atomic>
+#include <climits>
+#include <functional>
+
+#include "support/slot_patch.h"
 
 /// Puts another function in a slot of a COM object's table, until the end of its scope. Objects of one kind
 /// share their table, so every one of them is affected.
-class VtablePatch {
+class VtablePatch : public SlotPatch {
  public:
   template <class Interface, class Function>
   VtablePatch(Interface* object, int slot, Function* replacement)
-      : m_slot(*reinterpret_cast<ULONG_PTR**>(object) + slot), m_original(*m_slot) {
-    Write(reinterpret_cast<ULONG_PTR>(replacement));
-  }
-  ~VtablePatch() { Write(m_original); }
-  VtablePatch(const VtablePatch&) = delete;
-  VtablePatch& operator=(const VtablePatch&) = delete;
+      : SlotPatch(*reinterpret_cast<ULONG_PTR**>(object) + slot, reinterpret_cast<ULONG_PTR>(replacement)) {}
+};
 
-  template <class Function>
-  Function* Original() const {
-    return reinterpret_cast<Function*>(m_original);
+/// A method of all COM objects of a kind that counts its calls and fails on demand, until the end of its scope.
+template <int slot, class Interface, class... Arguments>
+class Method {
+ public:
+  explicit Method(Interface* object)
+      : m_patch((original = (*reinterpret_cast<Function***>(object))[slot], object), slot, &Call) {
+    failing = calls = 0;
+    then = nullptr;
   }
+
+  /// The next calls give `result` and do nothing.
+  static void Fail(HRESULT result, int times = INT_MAX) {
+    failure = result;
+    failing = times;
+  }
+
+  static inline std::atomic<int> calls, failing;
+  /// Sees what a call gave, and says what the caller gets.
+  static inline std::function<HRESULT(HRESULT, Interface*, Arguments...)> then;
 
  private:
-  void Write(ULONG_PTR value) {
-    DWORD protection = 0;
-    VirtualProtect(m_slot, sizeof(*m_slot), PAGE_READWRITE, &protection);
-    *m_slot = value;
-    VirtualProtect(m_slot, sizeof(*m_slot), protection, &protection);
+  using Function = HRESULT WINAPI(Interface*, Arguments...);
+  static HRESULT WINAPI Call(Interface* self, Arguments... arguments) {
+    ++calls;
+    if (failing > 0) {
+      --failing;
+      return failure;
+    }
+    const HRESULT result = original(self, arguments...);
+    return then ? then(result, self, arguments...) : result;
   }
 
-  ULONG_PTR* m_slot;
-  ULONG_PTR m_original;
+  static inline Function* original;
+  static inline std::atomic<HRESULT> failure;
+  VtablePatch m_patch;
 };
