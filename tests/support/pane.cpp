@@ -19,6 +19,7 @@ void Mark(TestFrame& f, uint8_t luma) {
 Pane::Pane(uint32_t type, int width, int height, int x, int y, DWORD style)
     : window(width, height, x, y, style) {
   EXPECT_EQ(NIVRAL_DWOpenDrawEx(&handle, type), 0u);
+  if (opened) opened(handle);
   NIVRAL_DWSetHwnd(handle, window.Handle());
 }
 
@@ -29,12 +30,12 @@ uint32_t Pane::Draw(TestFrame& f, int64_t param2) {
 
 /// What the screen shows of the middle of the mark: at the planes' ends drivers mix chroma that is not of the frame.
 Rgb Pane::Corner() const {
-  const RECT area = ClientOnScreen(window.Handle());
-  const auto place = [](LONG from, LONG to, int length) {
-    return to - 1 - (to - from) * std::min(kMark, length) / 2 / std::max(length, 1);
+  RECT client{};
+  GetClientRect(window.Handle(), &client);
+  const auto place = [](int extent, int length) {
+    return extent - 1 - extent * std::min(kMark, length) / 2 / std::max(length, 1);
   };
-  const LONG x = place(area.left, area.right, m_width), y = place(area.top, area.bottom, m_height);
-  return ScreenShot({x, y, x + 1, y + 1}).At(0, 0);
+  return PixelOf(window.Handle(), place(client.right, m_width), place(client.bottom, m_height));
 }
 
 bool Pane::ShowsMark(int luma, bool limited) const {

@@ -32,6 +32,7 @@ class Pane {
     return *static_cast<Displayer*>(static_cast<BaseDisplayer*>(handle));
   }
 
+  static inline void (*opened)(void* handle) = nullptr;  ///< called with every new pane, if set
   TestWindow window;
   void* handle = nullptr;
   bool limitedRange = true;  ///< how Start saw luma taken; Wine's YV12 surfaces take it as of full range

@@ -8,41 +8,27 @@
 #include <tlhelp32.h>
 #include <winternl.h>
 
-#include <ostream>
+#include <sstream>
 #include <vector>
+
+#include "support/wait.h"
 
 namespace {
 
 constexpr auto kSystemHandleInformation = static_cast<SYSTEM_INFORMATION_CLASS>(16);
 constexpr NTSTATUS kBufferTooSmall = static_cast<NTSTATUS>(0xC0000004);
 
-struct HandleEntry {
-  ULONG processId;
-  BYTE type;
-  BYTE flags;
-  USHORT value;
-  void* object;
-  ULONG access;
-};
-
-struct HandleTable {
-  ULONG count;
-  HandleEntry entries[1];
-};
-
 int CountHandles() {
-  using Query = NTSTATUS(NTAPI*)(SYSTEM_INFORMATION_CLASS, void*, ULONG, ULONG*);
-  static const auto query = reinterpret_cast<Query>(reinterpret_cast<ULONG_PTR>(
-      GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
   std::vector<ULONG_PTR> buffer(1 << 14);
   ULONG needed = 0;
-  while (query(kSystemHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size() * sizeof(ULONG_PTR)),
-               &needed) == kBufferTooSmall)
+  while (NtQuerySystemInformation(kSystemHandleInformation, buffer.data(),
+                                  static_cast<ULONG>(buffer.size() * sizeof(ULONG_PTR)),
+                                  &needed) == kBufferTooSmall)
     buffer.resize(buffer.size() * 2);
-  const auto* table = reinterpret_cast<const HandleTable*>(buffer.data());
+  const auto* table = reinterpret_cast<const SYSTEM_HANDLE_INFORMATION*>(buffer.data());
   int count = 0;
-  for (ULONG i = 0; i < table->count; ++i)
-    count += table->entries[i].processId == GetCurrentProcessId();
+  for (ULONG i = 0; i < table->Count; ++i)
+    count += table->Handle[i].OwnerPid == GetCurrentProcessId();
   return count;
 }
 
@@ -103,29 +89,31 @@ int CountWindows() {
   return count;
 }
 
-}  // namespace
-
 ProcessCounts CountProcess() {
   return {CountThreads(), CountHandles(), CountHeaps(), CountGdiObjects(), CountWindows()};
 }
 
+std::string Tell(const ProcessCounts& c) {
+  std::ostringstream text;
+  text << c.threads << " threads, " << c.handles << " handles, " << c.heapBytes << " heap bytes, "
+       << c.gdiObjects << " GDI objects, " << c.windows << " windows";
+  return text.str();
+}
+
+}  // namespace
+
 ProcessCounts CountSettledProcess() {
-  Sleep(300);
+  Pump(300);
   return CountProcess();
 }
 
-void PrintTo(const ProcessCounts& c, std::ostream* out) {
-  *out << c.threads << " threads, " << c.handles << " handles, " << c.heapBytes << " heap bytes, "
-       << c.gdiObjects << " GDI objects, " << c.windows << " windows";
-}
-
-bool HasGrown(const ProcessCounts& before, const ProcessCounts& after, size_t heapSlack) {
-  return after.threads > before.threads || after.handles > before.handles + 2 ||
-         after.heapBytes > before.heapBytes + heapSlack || after.gdiObjects > before.gdiObjects + 1 ||
-         after.windows > before.windows;
-}
-
-void ExpectNoGrowth(const ProcessCounts& before, const ProcessCounts& after, size_t heapSlack) {
-  EXPECT_FALSE(HasGrown(before, after, heapSlack))
-      << testing::PrintToString(before) << " -> " << testing::PrintToString(after);
+void ExpectNoGrowth(const ProcessCounts& before, size_t heapSlack) {
+  ProcessCounts after{};
+  EXPECT_TRUE(WaitUntil([&] {
+    after = CountSettledProcess();
+    return after.threads <= before.threads && after.handles <= before.handles + 2 &&
+           after.heapBytes <= before.heapBytes + heapSlack && after.gdiObjects <= before.gdiObjects + 1 &&
+           after.windows <= before.windows;
+  })) << Tell(before)
+      << " -> " << Tell(after);
 }

@@ -61,14 +61,14 @@ Rgb ToRgb(int y, int u, int v, bool limitedRange) {
           channel(luma + 1.772 * blue)};
 }
 
+Rgb PixelOf(HWND window, int x, int y) {
+  const RECT client = ClientOnScreen(window);
+  return ScreenShot({client.left + x, client.top + y, client.left + x + 1, client.top + y + 1}).At(0, 0);
+}
+
 Rgb WaitForPixel(HWND window, int x, int y, const Rgb& expected, int tolerance) {
-  Rgb seen{};
-  WaitUntil([&] {
-    const RECT client = ClientOnScreen(window);
-    seen = ScreenShot({client.left + x, client.top + y, client.left + x + 1, client.top + y + 1}).At(0, 0);
-    return Near(seen, expected, tolerance);
-  });
-  return seen;
+  WaitUntil([&] { return Near(PixelOf(window, x, y), expected, tolerance); });
+  return PixelOf(window, x, y);
 }
 
 void PrintTo(const Rgb& color, std::ostream* out) {

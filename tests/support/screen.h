@@ -41,6 +41,9 @@ RECT ClientOnScreen(HWND window);
 /// The colour of a BT.601 sample.
 Rgb ToRgb(int y, int u, int v, bool limitedRange);
 
+/// The colour of a client pixel on the screen.
+Rgb PixelOf(HWND window, int x, int y);
+
 /// Presenting is asynchronous: waits until a client pixel is near `expected` and returns its colour, else the last
 /// one seen.
 Rgb WaitForPixel(HWND window, int x, int y, const Rgb& expected, int tolerance = 2);

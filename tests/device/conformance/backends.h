@@ -10,6 +10,8 @@
 struct Backend {
   const char* name = "";
   uint32_t type = 0;
+  void (*opened)(void* pane) = nullptr;  ///< what a new pane is to be told, if anything
+  int32_t badSize = 1;               ///< InitDraw's result for no size; SDL's tells whether one is awaited
   uint32_t notReady = 0x2001;        ///< what a frame gets that no device or window can take
   uint32_t badFrame = 0x2FFF;        ///< what planes get that cannot hold a frame
   bool refusesHidden = false;        ///< SDL does not draw into a window that is not seen
@@ -25,8 +27,8 @@ struct Backend {
   bool blueLetters = false;          ///< on labels; DirectDraw's are white
   Rgb person{}, other{};  ///< boxes of class 1, and of the rest; DirectDraw burns all of them in as (0, 0, 0)
   int boxTolerance = 12;  ///< chroma of lines one pixel wide is smoothed with its neighbours'
-  void (*bareCycle)(TestWindow&) =
-      nullptr;  ///< what a cycle asks of the system, without the library; may be null
+  size_t keptPerCycle =
+      0;  ///< heap bytes that a window and its renderers leave under Wine, without the library too
 };
 
 void PrintTo(const Backend& backend, std::ostream* out);

@@ -12,6 +12,9 @@ constexpr int kWidth = 320, kHeight = 240;
 bool IsRed(const Rgb& c) {
   return c.r >= 0x70 && c.g <= 0x50 && c.b <= 0x50;
 }
+bool IsLit(const Rgb& c) {
+  return !Near(c, {16, 16, 16}, 30);
+}
 bool IsGreen(const Rgb& c) {
   return Near(c, {0, 255, 0}, 8);
 }
@@ -75,7 +78,12 @@ TEST_P(Conformance, TextsStandWhereTheyWerePutInTheirColour) {
   for (const auto& [x, y, anchor] :
        {std::array<uint32_t, 3>{50, 4000, 0}, {0xFFFFFFF0, 40, 0}, {50, 0xFFFFFFF0, 1}, {4000, 40, 0}})
     EXPECT_EQ(pane.Text(x, y, anchor, "H").count, 0) << x << "," << y;
-  pane.Text(0, 0, 0, (std::string(300, '\xE9') + std::string(400, '\n')).c_str());
+  pane.Text(0, 0, 0, std::string(300, '\xE9').append("\x01\x7F\x80").append(400, '\n').c_str());
+
+  pane.black = FlatFrame(kWidth / 2, kHeight / 2, 16, 128, 128);
+  NIVRAL_DWFreeDraw(pane.handle);
+  pane.Start(kWidth / 2, kHeight / 2);
+  EXPECT_GT(pane.Text(50, 40, 0, "HHHH").count, 60) << "after a new video size";
 }
 
 TEST_P(Conformance, BoxesHaveOutlinesAndBarsForTheirLabels) {
@@ -95,46 +103,36 @@ TEST_P(Conformance, BoxesHaveOutlinesAndBarsForTheirLabels) {
     const Found whole = Find(shot, isBox, {70, 50, 250, 183});
     EXPECT_NEAR(whole.box.right, 240, 2);
     EXPECT_NEAR(whole.box.bottom, 180, 2);
-    EXPECT_GT(Find(shot,
-                   [](const Rgb& c) {
-                     return !Near(c, {16, 16, 16}, 30);
-                   },
-                   {80, 50, 110, 59})
-                  .count,
-              60)
-        << "the bar of the class";
+    EXPECT_GT(Find(shot, &IsLit, {80, 50, 110, 59}).count, 60) << "the bar of the class";
     const auto isLetter = [&](const Rgb& c) {
       return b.blueLetters ? c.b > 120 && c.r < 130 : c.r > 200 && c.b > 200;
     };
     EXPECT_GT(Find(shot, isLetter, {80, 44, 130, 60}).count, 8) << "its letters";
-    EXPECT_GT(Find(shot,
-                   [](const Rgb& c) {
-                     return !Near(c, {16, 16, 16}, 30);
-                   },
-                   {140, 166, 180, 178})
-                  .count,
-              40)
-        << "the bar of the distance";
+    EXPECT_GT(Find(shot, &IsLit, {140, 166, 180, 178}).count, 40) << "the bar of the distance";
   }
   pane.SetBox(-3e38f, std::bit_cast<float>(0x7FC00000u), 3e38f, 3e38f, 3, 65535, 65535);
+  const uint32_t wild[] = {Word(3e38f), 0x7FC00000, Word(-3e38f)};
+  NIVRAL_DWSetDsmAlgInfo(pane.handle, 3, wild, wild, 1, wild + 2, wild + 1, wild, wild, 65535);
   EXPECT_EQ(pane.Draw(pane.black), 0u) << "any numbers are survived";
 }
 
 TEST_P(Conformance, LandmarksAreDiscsAndFacesHaveCorners) {
   BlackPane pane(b, 1);
-  const uint32_t x[] = {Word(30), Word(60), Word(90), Word(120)},
-                 y[] = {Word(60), Word(60), Word(60), Word(60)};
+  constexpr uint32_t kPoints = 68;
+  std::array<uint32_t, kPoints> x, y;
+  for (uint32_t i = 0; i < kPoints; ++i)
+    x[i] = Word(static_cast<float>(20 + i % 10 * 12)), y[i] = Word(static_cast<float>(40 + i / 10 * 12));
   const uint32_t face[] = {Word(160), Word(90), Word(240), Word(200)};
-  NIVRAL_DWSetDsmAlgInfo(pane.handle, 4, x, y, 1, face, face + 1, face + 2, face + 3, 3);
+  NIVRAL_DWSetDsmAlgInfo(pane.handle, kPoints, x.data(), y.data(), 1, face, face + 1, face + 2, face + 3, 3);
   const ScreenShot shot = pane.Show(pane.black);
-  for (int i = 0; i < 4; ++i)
-    EXPECT_EQ(IsGreen(shot.At(30 + 30 * i, 60)), b.everyLandmark || i % 2 == 0) << i;
-  EXPECT_FALSE(IsGreen(shot.At(30 + 4, 60)));
-  const Found corners = Find(shot, &IsGreen, {130, 70, kWidth, kHeight});
+  for (int i = 0; i < static_cast<int>(kPoints); ++i)
+    EXPECT_EQ(IsGreen(shot.At(20 + i % 10 * 12, 40 + i / 10 * 12)), b.everyLandmark || i % 2 == 0) << i;
+  EXPECT_FALSE(IsGreen(shot.At(20 + 4, 40)));
+  const Found corners = Find(shot, &IsGreen, {140, 70, kWidth, kHeight});
   EXPECT_NEAR(corners.box.left, 157, 4);
   EXPECT_NEAR(corners.box.bottom, 203, 4);
   EXPECT_EQ(Find(shot, &IsGreen, {195, 70, 205, kHeight}).count, 0) << "sides are open in the middle";
-  EXPECT_EQ(Find(shot, &IsGreen, {130, 140, kWidth, 150}).count, 0);
+  EXPECT_EQ(Find(shot, &IsGreen, {140, 140, kWidth, 150}).count, 0);
 }
 
 TEST_P(Conformance, EachFrameTakesOneRecordAndAPausedPaneNone) {
@@ -154,6 +152,16 @@ TEST_P(Conformance, EachFrameTakesOneRecordAndAPausedPaneNone) {
   EXPECT_NEAR(pane.ShowRecords(b), 200, 1) << "held";
   NIVRAL_DWSetPause(pane.handle, 0);
   EXPECT_NEAR(pane.ShowRecords(b), 250, 1);
+
+  for (int i = 1; i <= 4; ++i) {
+    pane.SetRecords(static_cast<float>(50 * i));
+    NIVRAL_DWSetPause(pane.handle, i == 3);
+    if (i > 1) {
+      EXPECT_EQ(NIVRAL_DWDrawYUV420(pane.handle, nullptr, 0, nullptr, nullptr, 0, 0, 0), b.badFrame);
+    }
+  }
+  EXPECT_NEAR(pane.ShowRecords(b), 150, 1)
+      << "refused frames took a record each, but for the one while paused";
 }
 
 }  // namespace

@@ -111,6 +111,38 @@ TEST_P(Conformance, FlatColoursFillWhateverClientAreaThereIs) {
   }
 }
 
+/// A bright patch at another place in every frame: anything else of the picture is stale or missing.
+TEST_P(Conformance, FramesFillWindowsOfAnySizeWhileTheyChange) {
+  constexpr int kLarge = 640, kHigh = 480;
+  Pane pane(b.type, 320, 240);
+  pane.Start(kLarge, kHigh);
+  std::mt19937 random(5);
+  for (const auto& [width, height] :
+       {std::pair{320, 240}, {641, 481}, {200, 400}, {90, 70}, {1280, 700}, {500, 100}}) {
+    pane.window.ResizeClient(width, height);
+    NIVRAL_DWAdjustedWnd(pane.handle);
+    pane.Settle(kLarge, kHigh);
+    const int left = 40 + static_cast<int>(random() % 400), top = 40 + static_cast<int>(random() % 250);
+    TestFrame f = FlatFrame(kLarge, kHigh, 60, 128, 128);
+    for (int y = top; y < top + 120; ++y)
+      std::fill_n(f.y.begin() + y * kLarge + left, 160, uint8_t{200});
+    const ScreenShot shot = pane.Show(f);
+    const double sx = double{kLarge} / shot.Width(), sy = double{kHigh} / shot.Height();
+    int wrong = 0;
+    for (int y = 0; y < shot.Height(); ++y)
+      for (int x = 0; x < shot.Width(); ++x) {
+        const double px = (x + 0.5) * sx, py = (y + 0.5) * sy, border = 3 * std::max({1.0, sx, sy});
+        const double outside = std::max({left - px, px - left - 160, top - py, py - top - 120});
+        const double end = std::min({px, py, kLarge - px, kHigh - py});
+        const bool mark =
+            std::min(px, kLarge - px) < kMark + border && std::min(py, kHigh - py) < kMark + border;
+        if (mark || end < border || std::abs(outside) < border) continue;
+        wrong += !Near(shot.At(x, y), ToRgb(outside < 0 ? 200 : 60, 128, 128, pane.limitedRange), 3);
+      }
+    EXPECT_EQ(wrong, 0) << width << "x" << height;
+  }
+}
+
 TEST_P(Conformance, OddAndTinyVideosAreShown) {
   Pane pane(b.type, 160, 120);
   for (const auto& [width, height] : {std::pair{64, 48}, {63, 47}, {2, 2}, {1, 1}, {64, 1}}) {

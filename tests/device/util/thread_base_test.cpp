@@ -94,7 +94,6 @@ HANDLE WINAPI NoThread(SECURITY_ATTRIBUTES*, SIZE_T, LPTHREAD_START_ROUTINE, voi
 }
 
 TEST(ThreadBase, OneThatCannotBeMadeMayBeTriedAgainAndRoundsLeaveNothingBehind) {
-  CountProcess();  // the first count loads what it needs itself
   ExpectRoundsKeepNothing(50, 1024, [] {
     CThreadBase thread;
     Body body(thread);
