@@ -1,305 +1,170 @@
 // SPDX-License-Identifier: MIT
-// Devices that get lost, fail to reset or cannot be made: results, log lines, recovery, and nothing left
-// over.
+// Devices that get lost, fail to reset or cannot be made: results, recovery, and nothing left over.
 #include <bit>
-#include <cstdlib>
-#include <filesystem>
+#include <cstdio>
 #include <fstream>
 
-#include "fakes/d3d9_faults.h"
-#include "fakes/d3dx_faults.h"
-#include "fakes/loaded.h"
-#include "nivral/nivral.h"
-#include "pane.h"
+#include "backends/d3d9/unreleased.h"
+#include "d3d_test.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-using Lines = std::vector<std::string>;
-
-/// The messages of this class that reached the log since the last look.
-class LogTail {
- public:
-  LogTail() { Take(); }
-
-  Lines Take() {
-    std::string text;
-    for (const auto& file : fs::directory_iterator(Folder())) {
-      std::ifstream in(file.path(), std::ios::binary);
-      text += std::string(std::istreambuf_iterator<char>(in), {});
-    }
-    Lines messages;
-    for (size_t at = m_seen; (at = text.find("D3DDisplayer::", at)) != std::string::npos; ++at)
-      messages.push_back(text.substr(at + 14, text.find("\r\n", at) - at - 14));
-    m_seen = text.size();
-    return messages;
-  }
-
- private:
-  static fs::path Folder() {
-    wchar_t program[MAX_PATH];
-    GetModuleFileNameW(nullptr, program, MAX_PATH);
-    const fs::path path(program);
-    const fs::path folder = path.parent_path() / "Log" / path.stem();
-    fs::create_directories(folder);
-    return folder;
-  }
-
-  size_t m_seen = 0;
-};
-
-class OpenedDisplayer : public D3DDisplayer {
- public:
-  using D3DDisplayer::ResetDevice;
-};
-
-class D3dFaults : public testing::Test {
+class D3dFaults : public D3dTest {
  protected:
-  D3dFaults() {
-    const auto get = LoadedFunction<GetD3D9FaultsFunction>("d3d9.dll", "GetD3D9Faults");
-    if (!get) {
-      ADD_FAILURE() << "the stand-in d3d9.dll was not loaded";
-      std::abort();
-    }
-    m_faults = get();
-    *m_faults = {};
-    *m_d3dx = {};
-    m_displayer = std::make_unique<OpenedDisplayer>();
-    m_displayer->SetPlayWnd(m_window.Handle());
-    EXPECT_EQ(m_displayer->LoadDirect3D(), 1);
-    m_log.Take();
-  }
-  ~D3dFaults() override {
-    m_displayer.reset();
-    EXPECT_EQ(m_faults->devicesAlive, 0);
-    EXPECT_EQ(m_faults->direct3DsAlive, 0);
-  }
-
   void Start() {
-    EXPECT_EQ(m_displayer->InitDraw(kPaneWidth, kPaneHeight, 0), 0);
-    EXPECT_EQ(Draw(), 0);
-    m_log.Take();
+    NIVRAL_DWSetOSDText(pane.handle, 0, "text", 5, 5, 0, 0xFFFFFF);
+    pane.Start(160, 120);
   }
-  int32_t Draw() {
-    const FrameView f = m_frame.View();
-    return m_displayer->DrawYUV420(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0);
-  }
-  /// A frame that is shown, on the device that is there now.
-  void ExpectDrawn() {
-    const int before = m_faults->presents;
-    EXPECT_EQ(Draw(), 0);
-    EXPECT_EQ(m_faults->presents, before + 1);
-    EXPECT_PIXEL(m_window.Handle(), 80, 60, {90, 90, 90});
-  }
-  void ShowTextAndLandmark() {
-    m_displayer->SetOSDText(0, "text", 5, 5, 0, 0xFFFFFF);
-    const uint32_t x = std::bit_cast<uint32_t>(20.0f);
-    m_displayer->SetDsmAlgInfo(1, &x, &x, 0, nullptr, nullptr, nullptr, nullptr, 2);
-    EXPECT_EQ(Draw(), 0);
-  }
-
-  D3D9Faults* m_faults = nullptr;
-  D3dxFaults* m_d3dx = LoadedFunction<GetD3dxFaultsFunction>("d3dx9_43.dll", "GetD3dxFaults")();
-  LogTail m_log;
-  TestWindow m_window{kPaneWidth, kPaneHeight, 40, 60, WS_POPUP};
-  std::unique_ptr<OpenedDisplayer> m_displayer;
-  TestFrame m_frame = FlatFrame(kPaneWidth, kPaneHeight, 90, 128, 128);
+  TestFrame frame = FlatFrame(160, 120, 90, 128, 128);
 };
 
-const Lines kReset = {"ResetDisplay", "ResetDevice", "InitSurface", "InitSurface ok"};
-const Lines kMadeAnew = {
-    "ResetDisplay", "ResetDevice",   "ResetDevice: m_pd3dDevice->Reset failed", "ResetDisplay: Initialize",
-    "InitSurface",  "InitSurface ok"};
+struct Fault {
+  const char* name;
+  HRESULT cooperative, reset, create, surface;  ///< what is given, or 0 for what the device gives
+  uint32_t second;                              ///< result of the second frame; the first is refused
+  int resets, made, most;                       ///< asked for by both frames; devices at a time
+};
 
-Lines After(std::string first, Lines rest) {
-  rest.insert(rest.begin(), std::move(first));
-  return rest;
-}
+class D3dFault : public D3dFaults, public testing::WithParamInterface<Fault> {};
 
-TEST_F(D3dFaults, ALostDeviceIsLeftAloneUntilItCanBeReset) {
+TEST_P(D3dFault, RefusesFramesUntilTheDeviceIsBack) {
+  const Fault& f = GetParam();
   Start();
-  m_faults->cooperativeLevel = D3DERR_DEVICELOST;
-  EXPECT_EQ(Draw(), 0x2FFF);
-  EXPECT_EQ(Draw(), 0x2FFF);
-  EXPECT_EQ(m_faults->resets, 0);
-  EXPECT_EQ(m_log.Take(), Lines(2, "Display: hrErrCode=D3DERR_DEVICELOST"));
-
-  m_faults->cooperativeLevel = D3DERR_DEVICENOTRESET;
-  EXPECT_EQ(Draw(), 0x2FFF);
-  EXPECT_EQ(m_faults->resets, 1);
-  EXPECT_EQ(m_log.Take(), After("Display: hrErrCode=D3DERR_DEVICENOTRESET", kReset));
-  m_faults->cooperativeLevel = 0;
-  ExpectDrawn();
-  EXPECT_EQ(m_faults->devicesMade, 1);
-
-  m_faults->cooperativeLevel = D3DERR_DRIVERINTERNALERROR;
-  EXPECT_EQ(Draw(), 0x2FFF);
-  EXPECT_EQ(m_faults->resets, 1);
-  EXPECT_EQ(m_log.Take(), Lines{"Display: hrErrCode=-2005530585"});
+  faults.made = ResetDevice::calls = 0;
+  Cooperate::Fail(f.cooperative);
+  if (f.reset) ResetDevice::Fail(f.reset);
+  if (f.create) CreateDevice::Fail(f.create);
+  if (f.surface) CreateSurface::Fail(f.surface);
+  EXPECT_EQ(pane.Draw(frame), 0x2FFFu);
+  EXPECT_EQ(pane.Draw(frame), f.second);
+  EXPECT_EQ(ResetDevice::calls, f.resets);
+  EXPECT_EQ(faults.made, f.made);
+  EXPECT_EQ(faults.most, f.most);
+  EXPECT_EQ(displayer.IsInitialized(), f.second != 0x2001);
+  Cooperate::failing = ResetDevice::failing = CreateDevice::failing = CreateSurface::failing = 0;
+  pane.Show(frame);
+  EXPECT_EQ(faults.alive, 1);
 }
 
-TEST_F(D3dFaults, ADeviceThatCannotBeResetIsMadeAnew) {
-  Start();
-  m_displayer->SetOSDText(0, "text", 5, 5, 0, 0xFFFFFF);
-  EXPECT_EQ(Draw(), 0);
-  m_log.Take();
-  m_faults->cooperativeLevel = D3DERR_DEVICENOTRESET;
-  m_faults->reset = D3DERR_INVALIDCALL;
-  EXPECT_EQ(Draw(), 0x2FFF);
-  EXPECT_EQ(m_log.Take(), After("Display: hrErrCode=D3DERR_DEVICENOTRESET", kMadeAnew));
-  EXPECT_EQ(m_faults->devicesMade, 2);
-  EXPECT_EQ(m_faults->mostDevicesAlive, 1) << "the old one goes first";
-  m_faults->cooperativeLevel = 0;
-  ExpectDrawn();
-}
+INSTANTIATE_TEST_SUITE_P(
+    ByAnswer, D3dFault,
+    testing::Values(Fault{"Lost", D3DERR_DEVICELOST, 0, 0, 0, 0x2FFF, 0, 0, 1},
+                    Fault{"OtherError", D3DERR_DRIVERINTERNALERROR, 0, 0, 0, 0x2FFF, 0, 0, 1},
+                    Fault{"ToBeReset", D3DERR_DEVICENOTRESET, 0, 0, 0, 0x2FFF, 2, 0, 1},
+                    Fault{"NoReset", D3DERR_DEVICENOTRESET, D3DERR_INVALIDCALL, 0, 0, 0x2FFF, 2, 2, 1},
+                    Fault{"NoDevice", D3DERR_DEVICENOTRESET, E_FAIL, D3DERR_NOTAVAILABLE, 0, 0x2001, 1, 0, 1},
+                    Fault{"NoSurface", D3DERR_DEVICENOTRESET, 0, 0, D3DERR_OUTOFVIDEOMEMORY, 0x2001, 1, 2,
+                          2}),
+    [](const auto& fault) { return fault.param.name; });
 
 TEST_F(D3dFaults, OverlayBuffersMakeAResetFailAndComeBack) {
   Start();
-  ShowTextAndLandmark();
-  m_log.Take();
-  m_frame = FlatFrame(kPaneWidth, kPaneHeight, 90, 128, 128);
-  EXPECT_EQ(m_displayer->InitDraw(kPaneWidth, kPaneHeight, 0), 0);
-  EXPECT_EQ(m_log.Take(), kMadeAnew);
-  ShowTextAndLandmark();
-  ExpectDrawn();
+  const uint32_t place = std::bit_cast<uint32_t>(20.0f);
+  for (int i = 0; i < 2; ++i) {
+    NIVRAL_DWSetDsmAlgInfo(pane.handle, 1, &place, &place, 0, nullptr, nullptr, nullptr, nullptr, 2);
+    EXPECT_TRUE(Near(pane.Show(frame).At(20, 20), {0, 255, 0}, 2));
+    EXPECT_EQ(pane.Init(160, 120), 0u);
+    EXPECT_EQ(faults.made, 2 + i);
+  }
 }
 
 TEST_F(D3dFaults, ATextThatCannotBeMadeComesWithALaterFrame) {
-  m_d3dx->createFont = E_FAIL;
-  Start();
-  m_displayer->SetOSDText(0, "HHHHHHHH", 0, 0, 0, 0x0000FF);
-  const auto redPixels = [&] {
-    const ScreenShot shot(ClientOnScreen(m_window.Handle()));
-    int count = 0;
-    for (int i = 0; i < 30 * 10; ++i)
-      count += shot.At(i % 30, i / 30).r > shot.At(i % 30, i / 30).b + 40;
-    return count;
-  };
-  m_faults->createTexture = D3DERR_DEVICELOST;
-  ExpectDrawn();
-  EXPECT_EQ(redPixels(), 0);
-  m_faults->createTexture = 0;
-  ExpectDrawn();
-  for (const ULONGLONG end = GetTickCount64() + 60'000; redPixels() == 0 && GetTickCount64() < end;)
-    Sleep(10);
-  EXPECT_GT(redPixels(), 0);
+  Direct3DFaults::D3dx().createFont = [](auto...) -> HRESULT { return E_FAIL; };
+  pane.Start(160, 120);
+  NIVRAL_DWSetOSDText(pane.handle, 0, "HHHHHHHH", 20, 20, 0, 0x0000FF);
+  const auto isRed = [](const Rgb& c) { return c.r > c.b + 40; };
+  CreateTexture::Fail(D3DERR_DEVICELOST);
+  EXPECT_EQ(Find(pane.Show(frame), isRed).count, 0);
+  CreateTexture::failing = 0;
+  EXPECT_GT(Find(pane.Show(frame), isRed).count, 0);
 }
 
-TEST_F(D3dFaults, WithoutANewDeviceEveryFrameTriesAgain) {
-  Start();
-  m_faults->cooperativeLevel = D3DERR_DEVICENOTRESET;
-  m_faults->reset = m_faults->createDevice = D3DERR_NOTAVAILABLE;
-  EXPECT_EQ(Draw(), 0x2FFF);
-  EXPECT_EQ(m_log.Take().back(), "ResetDisplay: Initialize failed");
-  EXPECT_FALSE(m_displayer->IsInitialized());
-  EXPECT_EQ(Draw(), 0x2001);
-  EXPECT_EQ(m_log.Take(), Lines{"Display: !IsInitialized()"});
-  m_faults->cooperativeLevel = m_faults->createDevice = 0;
-  ExpectDrawn();
-}
-
-TEST_F(D3dFaults, AfterAFailedSurfaceTheNextFrameMakesASecondDevice) {
-  m_faults->createSurface = D3DERR_OUTOFVIDEOMEMORY;
-  EXPECT_EQ(m_displayer->Initialize(kPaneWidth, kPaneHeight), 0x2FFF);
-  EXPECT_EQ(m_log.Take(),
-            Lines({"InitSurface", "InitSurface: m_pd3dDevice->CreateOffscreenPlainSurface failed",
-                   "InitSurface failed"}));
-  EXPECT_EQ(m_faults->devicesAlive, 1) << "kept";
-  EXPECT_EQ(Draw(), 0x2001);
-  EXPECT_EQ(m_log.Take().back(), "Display: !IsInitialized()");
-  m_faults->createSurface = 0;
-  ExpectDrawn();
-  EXPECT_EQ(m_faults->devicesMade, 3);
-  EXPECT_EQ(m_faults->mostDevicesAlive, 2);
-  EXPECT_EQ(m_faults->devicesAlive, 1);
-}
-
+/// A state that classes of a client's own can bring about.
 TEST_F(D3dFaults, ASurfaceThatIsMissingIsMadeBeforeTheNextFrame) {
+  struct Opened : D3DDisplayer {
+    using D3DDisplayer::ResetDevice;
+  };
   Start();
-  m_faults->createSurface = D3DERR_OUTOFVIDEOMEMORY;
-  EXPECT_FALSE(m_displayer->ResetDevice());
-  m_faults->createSurface = 0;
-  m_log.Take();
-  EXPECT_EQ(Draw(), 0x2FFF);
-  Lines expected = kReset;
-  // The text names another operation; it is what the log has always said here.
-  expected.emplace_back("NotifyReplay: NULL == m_pd3dSurface || NULL == m_pBackBuffer");
-  EXPECT_EQ(m_log.Take(), expected);
-  ExpectDrawn();
+  CreateSurface::Fail(D3DERR_OUTOFVIDEOMEMORY, 1);
+  EXPECT_FALSE((displayer.*&Opened::ResetDevice)());
+  EXPECT_EQ(pane.Draw(frame), 0x2FFFu);
+  pane.Show(frame);
 }
 
 TEST_F(D3dFaults, ResultsTellWhatCouldNotBeMade) {
-  EXPECT_EQ(m_displayer->Initialize(0, 5), 0x2002);
-  EXPECT_EQ(m_displayer->Initialize(5, 0), 0x2002);
-  EXPECT_EQ(m_displayer->Initialize(5, 0x80000000u), 0x2002);
-  EXPECT_EQ(m_displayer->Initialize(0x7FFFFFFF, 0x7FFFFFFF), 0x2003);
-  m_faults->noDirect3D = true;
-  EXPECT_EQ(m_displayer->Initialize(kPaneWidth, kPaneHeight), 0x2004);
-  m_faults->noDirect3D = false;
-  m_faults->createDevice = D3DERR_NOTAVAILABLE;
-  EXPECT_EQ(m_displayer->Initialize(kPaneWidth, kPaneHeight), 0x2004);
-  EXPECT_EQ(m_displayer->InitDraw(kPaneWidth, kPaneHeight, 0), 1);
+  for (const auto& [width, height] : {std::pair{0u, 5u}, {5u, 0u}, {5u, 0x80000000u}})
+    EXPECT_EQ(displayer.Initialize(width, height), 0x2002);
+  EXPECT_EQ(displayer.Initialize(0x7FFFFFFF, 0x7FFFFFFF), 0x2003);
+  CreateDevice::Fail(D3DERR_NOTAVAILABLE);
+  EXPECT_EQ(displayer.Initialize(160, 120), 0x2004);
+  EXPECT_EQ(displayer.InitDraw(160, 120, 0), 1);
+  CreateDevice::failing = 0;
+  CreateSurface::Fail(D3DERR_OUTOFVIDEOMEMORY, 1);
+  EXPECT_EQ(displayer.Initialize(160, 120), 0x2FFF);
   D3DDisplayer notLoaded;
-  EXPECT_EQ(notLoaded.Initialize(kPaneWidth, kPaneHeight), 0x2004);
+  EXPECT_EQ(notLoaded.Initialize(160, 120), 0x2004);
 }
 
 TEST_F(D3dFaults, NoDeviceIsMadeOrResetForAWindowThatIsNotThere) {
-  m_displayer->SetPlayWnd(nullptr);
-  EXPECT_EQ(m_displayer->InitDraw(kPaneWidth, kPaneHeight, 0), 1);
-  EXPECT_EQ(Draw(), 0x2001);
-  EXPECT_EQ(m_faults->devicesMade, 0);
+  NIVRAL_DWSetHwnd(pane.handle, nullptr);
+  EXPECT_EQ(displayer.InitDraw(160, 120, 0), 1);
+  EXPECT_EQ(pane.Draw(frame), 0x2001u);
+  EXPECT_EQ(faults.made, 0);
   {
-    const TestWindow gone(kPaneWidth, kPaneHeight, 300, 60, WS_POPUP);
-    m_displayer->SetPlayWnd(gone.Handle());
-    Start();
+    const TestWindow gone(160, 120, 300, 60, WS_POPUP);
+    NIVRAL_DWSetHwnd(pane.handle, gone.Handle());
+    EXPECT_EQ(pane.Init(160, 120), 0u);
+    EXPECT_EQ(pane.Draw(frame), 0u);
   }
-  m_displayer->InitDraw(kPaneWidth, kPaneHeight, 0);
-  EXPECT_EQ(Draw(), 0x2001);
-  EXPECT_EQ(m_faults->resets, 0);
-  EXPECT_EQ(m_faults->devicesMade, 1);
-  EXPECT_EQ(m_faults->devicesAlive, 0);
-  m_displayer->SetPlayWnd(m_window.Handle());
-  ExpectDrawn();
-}
-
-/// Whoever made the letters, and also in a window that a frame is not stretched to straight.
-TEST_F(D3dFaults, ANewLayoutDropsOneFrame) {
-  m_displayer->SetOSDText(0, "text", 5, 5, 0, 0xFFFFFF);
-  m_window.ResizeClient(kPaneWidth - 10, kPaneHeight - 10);
-  for (const HRESULT createFont : {D3D_OK, E_FAIL}) {
-    m_d3dx->createFont = createFont;
-    m_displayer->FreeDraw();
-    Start();
-    m_frame = TestFrame(kPaneWidth, kPaneHeight, m_frame.strideY + 16, m_frame.strideUV + 8);
-    m_frame.Fill(90, 128, 128);
-    EXPECT_EQ(Draw(), 0x2FFF);
-    EXPECT_EQ(m_log.Take(), kReset);
-    ExpectDrawn();
-  }
+  pane.Init(160, 120);
+  EXPECT_EQ(pane.Draw(frame), 0x2001u);
+  EXPECT_EQ(ResetDevice::calls, 0);
+  EXPECT_EQ(faults.made, 1);
+  EXPECT_EQ(faults.alive, 0);
+  NIVRAL_DWSetHwnd(pane.handle, pane.Window());
+  pane.Settle(160, 120);
 }
 
 TEST_F(D3dFaults, TheTrialDeviceHasAWindowAndLeavesNothing) {
-  NIVRAL_InitializeEx(0);
-  EXPECT_EQ(m_faults->devicesMade, 1);
-  EXPECT_TRUE(m_faults->lastWindowExisted);
-  EXPECT_FALSE(IsWindow(m_faults->lastWindow));
-  EXPECT_EQ(m_faults->devicesAlive, 0);
-
-  const auto opensDirect3D = [&] {
-    void* pane = nullptr;
-    EXPECT_EQ(NIVRAL_DWOpenDraw(&pane), 0u);
-    const bool direct3D = dynamic_cast<D3DDisplayer*>(static_cast<BaseDisplayer*>(pane)) != nullptr;
-    NIVRAL_DWCloseDraw(pane);
+  const auto opensDirect3D = [](int failures) {
+    CreateDevice::Fail(D3DERR_NOTAVAILABLE, failures);
+    NIVRAL_InitializeEx(0);
+    void* opened = nullptr;
+    EXPECT_EQ(NIVRAL_DWOpenDraw(&opened), 0u);
+    const bool direct3D = dynamic_cast<D3DDisplayer*>(static_cast<BaseDisplayer*>(opened)) != nullptr;
+    NIVRAL_DWCloseDraw(opened);
     return direct3D;
   };
-  EXPECT_TRUE(opensDirect3D());
-  m_faults->createDevice = D3DERR_NOTAVAILABLE;
-  NIVRAL_InitializeEx(0);
-  EXPECT_FALSE(opensDirect3D());
-  m_faults->createDevice = 0;
-  NIVRAL_InitializeEx(0);
-  EXPECT_TRUE(opensDirect3D());
+  EXPECT_TRUE(opensDirect3D(0));
+  EXPECT_EQ(faults.made, 1);
+  EXPECT_TRUE(faults.windowExisted);
+  EXPECT_FALSE(IsWindow(faults.window));
+  EXPECT_EQ(faults.alive, 0);
+  EXPECT_FALSE(opensDirect3D(1));
+  EXPECT_TRUE(opensDirect3D(0));
+}
+
+constexpr char kShaderFile[] = "hsl_test_shader.txt";
+decltype(D3dxFunctions::compileShaderFromFile) g_compile;
+
+/// The colour path on the device's shaders, which nothing in the library leads to.
+TEST_F(D3dFaults, TheColourShaderRunsWhereThereIsOne) {
+  std::ofstream(kShaderFile) << "float4x4 colorMatrix; int nContrast; int nBright;\n"
+                                "float4 hslMain(float4 c : COLOR0) : COLOR {\n"
+                                "  float4 mixed = mul(float4(0.5, 0.25, 0.75, 1), colorMatrix);\n"
+                                "  return mixed + nBright / 255.0 + nContrast / 255.0;\n}\n";
+  pane.Start(160, 120);
+  g_compile = std::exchange(Direct3DFaults::D3dx().compileShaderFromFile,
+                            [](const char*, auto... rest) { return g_compile(kShaderFile, rest...); });
+  EXPECT_EQ(displayer.SetupHslShader(200, 150), 0);  // for the pane's own size there is nothing to do
+  EXPECT_EQ(displayer.RenderHsl(0, 0, 100, 0), 0);
+  EXPECT_PIXEL(pane.Window(), 80, 60, {128, 64, 191});
+  EXPECT_EQ(displayer.RenderHsl(51, 10, 0, 0), 0);
+  EXPECT_PIXEL(pane.Window(), 159, 119, {155, 155, 155});
+  std::remove(kShaderFile);
+  EXPECT_EQ(displayer.SetupHslShader(201, 150), 1);
+  NIVRAL_DWCloseDraw(std::exchange(pane.handle, nullptr));
+  ReleaseUnreleased();
 }
 
 }  // namespace

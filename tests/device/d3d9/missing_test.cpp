@@ -4,9 +4,9 @@
 
 #include <bit>
 
+#include "backends/d3d9/d3d_displayer.h"
 #include "backends/sdl2/sdl_displayer.h"
-#include "nivral/nivral.h"
-#include "pane.h"
+#include "support/pane.h"
 
 namespace {
 
@@ -24,26 +24,19 @@ TEST(D3dMissing, WithoutDirect3DOpensSdlInsteadFromThenOn) {
 }
 
 TEST(D3dMissing, WithoutD3dxDrawsByItself) {
-  void* opened = nullptr;
-  ASSERT_EQ(NIVRAL_DWOpenDrawEx(&opened, 1), 0u);
-  EXPECT_NE(dynamic_cast<D3DDisplayer*>(static_cast<BaseDisplayer*>(opened)), nullptr);
-  NIVRAL_DWCloseDraw(opened);
-
   ASSERT_EQ(LoadD3dx(), nullptr);
-  D3DPane pane;
-  TestFrame frame = FlatFrame(kPaneWidth, kPaneHeight, 16, 128, 128);
-  pane.DrawTwice(frame);
-  pane.displayer.SetOSDText(0, "MMMMMMMM", 10, 10, 0, 0xFFFFFF);
+  Pane pane(1, 160, 120);
+  EXPECT_NE(dynamic_cast<D3DDisplayer*>(static_cast<BaseDisplayer*>(pane.handle)), nullptr);
+  pane.Start(160, 120);
+  TestFrame frame = FlatFrame(160, 120, 16, 128, 128);
+  NIVRAL_DWSetOSDText(pane.handle, 0, "MMMMMMMM", 20, 20, 0, 0xFFFFFF);
   const uint32_t edge[] = {std::bit_cast<uint32_t>(60.0f), std::bit_cast<uint32_t>(100.0f)};
   const uint16_t type = 4, unused = 0;
-  pane.displayer.SetAlgInfo(1, &edge[0], &edge[0], &edge[1], &edge[1], &type, &unused, &unused, &unused, 1);
-  EXPECT_EQ(pane.Draw(frame), 0);
-  EXPECT_PIXEL(pane.window.Handle(), 80, 60, {0, 255, 0});
-  const ScreenShot shot = pane.Shot();
-  int bright = 0;
-  for (int x = 10; x < 60; ++x)
-    bright += shot.At(x, 13).g > 0x40;
-  EXPECT_GT(bright, 5) << "of the text";
+  NIVRAL_DWSetAlgInfo(pane.handle, 1, edge, edge, edge + 1, edge + 1, &type, &unused, &unused, &unused, 1);
+  const ScreenShot shot = pane.Show(frame);
+  EXPECT_TRUE(Near(shot.At(80, 60), {0, 255, 0}, 2));
+  const auto isBright = [](const Rgb& c) { return c.g > 0x40; };
+  EXPECT_GT(Find(shot, isBright, {20, 20, 70, 30}).count, 20) << "of the text";
 }
 
 }  // namespace
