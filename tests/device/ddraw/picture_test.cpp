@@ -1,139 +1,174 @@
 // SPDX-License-Identifier: MIT
-// What the DirectDraw backend puts on the screen, on both roads.
-#include <gmock/gmock.h>
+// Where the DirectDraw backend puts its picture, on both roads, and what the client draws over it.
+#include <atomic>
 
-#include "ddraw_pane.h"
+#include "backends/ddraw/direct_draw.h"
+#include "support/pane.h"
 
 namespace {
 
+constexpr Rgb kRed{255, 0, 0};
+bool IsRed(const Rgb& c) {
+  return Near(c, kRed, 0);
+}
+
 class DDrawPicture : public testing::TestWithParam<FrameRoad> {
  protected:
-  Rgb Colour(const TestFrame& f) const { return ColourOf(GetParam(), f.y[0], f.u[0], f.v[0]); }
+  DDrawPicture() { displayer.SetRoad(GetParam()); }
 
-  void ExpectFlat(DDrawPane& pane, TestFrame& frame, const RECT& area) {
-    const Rgb colour = Colour(frame);
-    pane.DrawUntil(frame, area.left, area.top, colour);
-    for (const int x : {static_cast<int>(area.left), static_cast<int>(area.left + area.right) / 2,
-                        static_cast<int>(area.right) - 1}) {
-      for (const int y : {static_cast<int>(area.top), static_cast<int>(area.bottom) - 1})
-        EXPECT_PIXEL(pane.window.Handle(), x, y, {colour});
-    }
+  void Start(int width, int height) {
+    pane.window.ResizeClient(width, height);
+    pane.Start(64, 48);
   }
+  Rgb Colour(const TestFrame& f) const { return ToRgb(f.y[0], f.u[0], f.v[0], pane.limitedRange); }
+
+  /// Draws until an area has the frame's colour at its edges.
+  void ExpectFlat(TestFrame& frame, const RECT& area) {
+    const auto left = static_cast<int>(area.left), right = static_cast<int>(area.right) - 1;
+    const auto top = static_cast<int>(area.top), bottom = static_cast<int>(area.bottom) - 1;
+    EXPECT_EQ(pane.Draw(frame), 0u);
+    for (const auto& [x, y] :
+         {std::pair{left, top}, {(left + right) / 2, bottom}, {right, top}, {right, bottom}})
+      EXPECT_PIXEL(pane.Window(), x, y, {Colour(frame)});
+  }
+
+  Pane pane{2, 160, 120};
+  CDirectDraw& displayer = pane.As<CDirectDraw>();
+  TestFrame red = FlatFrame(64, 48, 81, 90, 240), blue = FlatFrame(64, 48, 41, 240, 110);
 };
 
 INSTANTIATE_TEST_SUITE_P(Roads, DDrawPicture, testing::Values(FrameRoad::Yv12, FrameRoad::Rgb),
                          [](const auto& road) { return road.param == FrameRoad::Yv12 ? "Yv12" : "Rgb"; });
 
 TEST_P(DDrawPicture, StretchesIntoThePlayRectangleOnly) {
-  DDrawPane pane(240, 160, GetParam());
-  ASSERT_EQ(pane.displayer->InitDraw(64, 48, 0), 0);
-  TestFrame grey = GreyFrame();
-  const RECT play{40, 30, 200, 130};
-  pane.displayer->SetPlayRect(&play);
-  ExpectFlat(pane, grey, play);
-  const ScreenShot shot(ClientOnScreen(pane.window.Handle()));
+  Start(240, 160);
+  const RECT play{40, 30, 200, 130}, empty{50, 50, 50, 90};
+  displayer.SetPlayRect(&play);
+  ExpectFlat(blue, play);
+  const ScreenShot shot(ClientOnScreen(pane.Window()));
   for (const auto& [x, y] : {std::pair{38, 60}, {202, 60}, {100, 28}, {100, 132}})
-    EXPECT_FALSE(Near(shot.At(x, y), Colour(grey), 20)) << x << "," << y;
-
-  const RECT empty{50, 50, 50, 90};
-  pane.displayer->SetPlayRect(&empty);
-  ExpectFlat(pane, grey, {0, 0, 240, 160});
+    EXPECT_FALSE(Near(shot.At(x, y), Colour(blue), 20)) << x << "," << y;
+  displayer.SetPlayRect(&empty);
+  ExpectFlat(red, {0, 0, 240, 160});
 }
 
-TEST_P(DDrawPicture, ScalesAGradientWithStridesAndMirror) {
-  DDrawPane pane(256, 64, GetParam());
-  ASSERT_EQ(pane.displayer->InitDraw(128, 32, 0), 0);
-  TestFrame narrow = GradientFrame(128, 32);
-  TestFrame wide(128, 32, 160, 96);
-  wide.Fill(255, 128, 128);
-  for (size_t row = 0; row < 32; ++row)
-    std::copy_n(&narrow.y[row * 128], 128, &wide.y[row * 160]);
-  const Rgb dark = ColourOf(GetParam(), 16, 128, 128);
-  const Rgb light = ColourOf(GetParam(), 235, 128, 128);
-  pane.DrawUntil(wide, 1, 30, dark, 3);
-  const ScreenShot shot(ClientOnScreen(pane.window.Handle()));
-  for (int x = 8; x < 248; x += 8)
-    EXPECT_NEAR(shot.At(x, 32).g, dark.g + (light.g - dark.g) * x / 255, 6) << x;
-
-  pane.displayer->SetMirrorMode(1);
-  EXPECT_TRUE(Near(pane.DrawUntil(narrow, 254, 30, dark, 3), dark, 3));
-  EXPECT_TRUE(Near(WaitForPixel(pane.window.Handle(), 1, 30, light, 3), light, 3));
-  const ScreenShot plain(ClientOnScreen(pane.window.Handle()));
-  pane.displayer->SetDisplayCB(nullptr, [](auto...) {});  // composed outside the screen, for nobody
-  pane.Draw(narrow);
-  Pump(100);
-  const ScreenShot composed(ClientOnScreen(pane.window.Handle()));
-  for (int x = 0; x < 256; ++x)
-    EXPECT_TRUE(Near(plain.At(x, x / 4), composed.At(x, x / 4), 0)) << x;
+TEST_P(DDrawPicture, IsTheSameComposedOutsideTheScreenAndPlain) {
+  Start(128, 96);
+  TestFrame gradient = GradientFrame(64, 48);
+  const ScreenShot plain = pane.Show(gradient);
+  displayer.SetDisplayCB(nullptr, [](auto...) {});  // composed, for nobody
+  const ScreenShot composed = pane.Show(gradient);
+  for (int x = 0; x < 128; ++x)
+    EXPECT_TRUE(Near(plain.At(x, 20 + x / 4), composed.At(x, 20 + x / 4), 0)) << x;
 }
 
-TEST_P(DDrawPicture, FollowsTheWindowWhereverItIs) {
-  DDrawPane pane(160, 120, GetParam());
-  ASSERT_EQ(pane.displayer->InitDraw(64, 48, 0), 0);
-  TestFrame red = FlatFrame(64, 48, 81, 90, 240);
-  TestFrame blue = FlatFrame(64, 48, 41, 240, 110);
-  ExpectFlat(pane, red, {0, 0, 160, 120});
-
-  SetWindowPos(pane.window.Handle(), nullptr, 300, 200, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-  ExpectFlat(pane, blue, {0, 0, 160, 120});
-
-  pane.window.ResizeClient(250, 180);
-  ExpectFlat(pane, red, {0, 0, 250, 180});
-
-  // Half of the window beyond the left edge and the top of the screen.
-  SetWindowPos(pane.window.Handle(), nullptr, -100, -60, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-  ExpectFlat(pane, blue, {130, 80, 250, 180});
-}
-
-TEST_P(DDrawPicture, PaintsOnlyTheUncoveredPart) {
-  DDrawPane pane(200, 120, GetParam());
-  ASSERT_EQ(pane.displayer->InitDraw(64, 48, 0), 0);
-  TestFrame red = FlatFrame(64, 48, 81, 90, 240);
-  ExpectFlat(pane, red, {0, 0, 200, 120});
-  const RECT at = ClientOnScreen(pane.window.Handle());
-  const TestWindow cover(100, 120, at.left, at.top, WS_POPUP);
+TEST_P(DDrawPicture, ReachesWhatIsSeenOfTheWindow) {
+  Start(250, 180);
+  SetWindowPos(pane.Window(), nullptr, -100, -60, 0, 0, SWP_NOSIZE | SWP_NOZORDER);  // half beyond the screen
+  ExpectFlat(blue, {130, 80, 250, 180});
+  SetWindowPos(pane.Window(), nullptr, 40, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  pane.Settle(64, 48);
+  const RECT at = ClientOnScreen(pane.Window());
+  const TestWindow cover(100, 180, at.left, at.top, WS_POPUP);
   SetWindowPos(cover.Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-  Pump(50);
-  TestFrame blue = FlatFrame(64, 48, 41, 240, 110);
-  pane.DrawUntil(blue, 150, 60, Colour(blue));
-  EXPECT_PIXEL(pane.window.Handle(), 104, 60, {Colour(blue)});
-  EXPECT_PIXEL(pane.window.Handle(), 96, 60, {255, 255, 255});
+  EXPECT_PIXEL(pane.Window(), 96, 60, {255, 255, 255});
+  ExpectFlat(red, {104, 0, 250, 180});
+  EXPECT_PIXEL(pane.Window(), 96, 60, {255, 255, 255});
 }
 
-TEST_P(DDrawPicture, DrawsTheLastFrameAgainWhenThePaneChanges) {
-  DDrawPane pane(160, 120, GetParam());
-  ASSERT_EQ(pane.displayer->InitDraw(64, 48, 0), 0);
-  TestFrame red = FlatFrame(64, 48, 81, 90, 240);
-  ExpectFlat(pane, red, {0, 0, 160, 120});
+TEST_P(DDrawPicture, IsDrawnAgainWhenThePaneChanges) {
+  Start(160, 120);
+  pane.Draw(red);
   pane.window.ResizeClient(240, 180);
-  Pump(50);
-  pane.displayer->AdjustWinRect();
-  EXPECT_PIXEL(pane.window.Handle(), 230, 170, {Colour(red)});
+  EXPECT_TRUE(WaitUntil([&] {  // the window may be erased late
+    displayer.AdjustWinRect();
+    Pump(50);
+    return Near(PixelOf(pane.Window(), 230, 170), Colour(red), 2);
+  }));
   const TestWindow other(160, 120, 500, 300);
-  Pump(50);
-  pane.displayer->SetPlayWndEx(other.Handle(), 0, 0);
+  displayer.SetPlayWndEx(other.Handle(), 0, 0);
   EXPECT_PIXEL(other.Handle(), 80, 60, {Colour(red)});
 }
 
-TEST_P(DDrawPicture, ShowsOddSizes) {
-  // Drivers may refuse the smallest YV12 surfaces; those frames take the other road by themselves.
-  const FrameRoad road = GetParam() == FrameRoad::Yv12 ? FrameRoad::Automatic : FrameRoad::Rgb;
-  DDrawPane pane(60, 50, road);
-  for (const auto& [width, height] : {std::pair{63, 47}, {1, 1}}) {
-    ASSERT_EQ(pane.displayer->InitDraw(static_cast<uint32_t>(width), static_cast<uint32_t>(height), 0), 0);
-    TestFrame frame = FlatFrame(width, height, 200, 128, 128);
-    if (width == 1 || height == 1) frame.u = frame.v = {128};
-    const Rgb colour = ColourOf(pane.displayer->Road(), 200, 128, 128);
-    pane.DrawUntil(frame, 0, 0, colour);
-    for (const auto& [x, y] : {std::pair{0, 0}, {59, 0}, {0, 49}, {59, 49}})
-      EXPECT_PIXEL(pane.window.Handle(), x, y, {colour});
-  }
+TEST(DDrawRoad, TheDriversYv12IsTakenWhenItWorks) {
+  Pane pane(2, 160, 120);
+  pane.Init(64, 48);
+  EXPECT_EQ(pane.As<CDirectDraw>().Road(), FrameRoad::Yv12);
 }
 
-TEST(DDrawRoad, TheDriversYv12IsTakenWhenItWorks) {
-  DDrawPane pane(160, 120);
-  ASSERT_EQ(pane.displayer->InitDraw(64, 48, 0), 0);
-  EXPECT_EQ(pane.displayer->Road(), FrameRoad::Yv12);
+struct DisplayCall {
+  int32_t index = 0, clientWidth = 0, clientHeight = 0;
+  uint32_t width = 0, height = 0, mirror = 0;
+  int64_t param2 = 0;
+  DWORD thread = 0;
+  std::atomic<int> count{0};
+};
+
+void NIVRAL_CALL PaintAndNote(int32_t index, void* hdc, uint32_t width, uint32_t height, int64_t param2,
+                              int32_t clientWidth, int32_t clientHeight, uint32_t mirror, void* user) {
+  auto& call = *static_cast<DisplayCall*>(user);
+  call.index = index, call.width = width, call.height = height, call.mirror = mirror;
+  call.clientWidth = clientWidth, call.clientHeight = clientHeight;
+  call.param2 = param2, call.thread = GetCurrentThreadId();
+  const auto dc = static_cast<HDC>(hdc);
+  const RECT rect{100, 80, 140, 120};
+  SetDCBrushColor(dc, RGB(255, 0, 0));
+  FillRect(dc, &rect, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+  SelectObject(dc, GetStockObject(BLACK_BRUSH));
+  SetViewportOrgEx(dc, 5, 5, nullptr);  // left as it is: not the next frame's business
+  ++call.count;
+}
+
+class DDrawOverlay : public testing::Test {
+ protected:
+  DDrawOverlay() { pane.Start(160, 120); }
+
+  /// What is red once the newest state is on the screen.
+  Found ShowAndFind(int64_t param2 = 0) {
+    for (int i = 0; i < 2; ++i) {
+      const uint32_t before = displayer.ShownCount();
+      pane.Draw(grey, param2);
+      EXPECT_TRUE(WaitUntil([&] { return displayer.ShownCount() != before; }));
+    }
+    Pump(60);  // presenting is asynchronous
+    return Find(ScreenShot(ClientOnScreen(pane.Window())), &IsRed);
+  }
+
+  Pane pane{2, 320, 240};
+  CDirectDraw& displayer = pane.As<CDirectDraw>();
+  TestFrame grey = FlatFrame(160, 120, 126, 128, 128);
+};
+
+TEST_F(DDrawOverlay, LongTextIsBrokenBetweenWordsAndStaysInThePlayRectangle) {
+  const RECT play{60, 40, 260, 200};
+  displayer.SetPlayRect(&play);
+  displayer.SetOSDText(0, "HHHH HHHH HHHH HHHH HHHH HHHH HHHH HHHH HHHH", 60, 40, 0, 0x0000FF);
+  const Found text = ShowAndFind();
+  EXPECT_GT(text.count, 100);
+  EXPECT_GE(text.box.left, 60 + 60 * 200 / 160);
+  EXPECT_LT(text.box.right, 260);
+  EXPECT_GT(text.box.bottom - text.box.top, 14) << "more than one line";
+}
+
+TEST_F(DDrawOverlay, TheClientDrawsInClientCoordinates) {
+  DisplayCall call;
+  displayer.SetIndex(3);
+  displayer.SetMirrorMode(2);
+  displayer.SetDisplayCB(&call, &PaintAndNote);
+  for (const RECT& play : {RECT{}, RECT{30, 20, 230, 170}}) {
+    displayer.SetPlayRect(&play);
+    const Found painted = ShowAndFind(0x123456789ABCDEF0);
+    EXPECT_EQ(painted.count, 40 * 40);
+    EXPECT_EQ(painted.box.left, 100);
+    EXPECT_EQ(painted.box.top, 80);
+  }
+  displayer.FreeDraw();
+  EXPECT_TRUE(call.index == 3 && call.width == 160 && call.height == 120 && call.mirror == 2);
+  EXPECT_TRUE(call.param2 == 0x123456789ABCDEF0 && call.clientWidth == 320 && call.clientHeight == 240);
+  EXPECT_NE(call.thread, GetCurrentThreadId());
+  const int count = call.count;
+  Pump(50);
+  EXPECT_EQ(call.count, count) << "nobody calls after FreeDraw";
 }
 
 }  // namespace
