@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <optional>
 
 #include "audio/player.h"
 #include "support/import_patch.h"
@@ -20,51 +21,9 @@ using Bytes = std::vector<uint8_t>;
 
 constexpr uint32_t kSegmentBytes = 1280;  // 80 ms
 
-/// Watches the locks of every sound buffer of this program, by way of the table that they share. One at a time.
-class LockSpy {
- public:
-  struct Written {
-    DWORD offset;
-    Bytes bytes;
-  };
-
-  explicit LockSpy(IDirectSoundBuffer8* any) : m_lock(any, 11, &Lock), m_unlock(any, 19, &Unlock) {
-    s_spy = this;
-  }
-
-  std::vector<Written> Writes() const {
-    const std::lock_guard guard(m_mutex);
-    return m_writes;
-  }
-
-  std::atomic<int> lost{0};  ///< that many locks find the buffer lost
-
- private:
-  static HRESULT WINAPI Lock(IDirectSoundBuffer8* buffer, DWORD offset, DWORD bytes, void** first,
-                             DWORD* firstBytes, void** second, DWORD* secondBytes, DWORD flags) {
-    if (s_spy->lost > 0 && s_spy->lost-- > 0) return DSERR_BUFFERLOST;
-    s_spy->m_offset = offset;
-    return s_spy->m_lock.Original<decltype(Lock)>()(buffer, offset, bytes, first, firstBytes, second,
-                                                    secondBytes, flags);
-  }
-
-  static HRESULT WINAPI Unlock(IDirectSoundBuffer8* buffer, void* first, DWORD bytes, void* second,
-                               DWORD secondBytes) {
-    const auto* begin = static_cast<const uint8_t*>(first);
-    {
-      const std::lock_guard guard(s_spy->m_mutex);
-      s_spy->m_writes.push_back({s_spy->m_offset, Bytes(begin, begin + bytes)});
-    }
-    return s_spy->m_unlock.Original<decltype(Unlock)>()(buffer, first, bytes, second, secondBytes);
-  }
-
-  static inline LockSpy* s_spy = nullptr;
-  VtablePatch m_lock;
-  VtablePatch m_unlock;
-  DWORD m_offset = 0;
-  mutable std::mutex m_mutex;
-  std::vector<Written> m_writes;
-};
+using Buffer = IDirectSoundBuffer8;
+using LockMethod = Method<11, Buffer, DWORD, DWORD, void**, DWORD*, void**, DWORD*, DWORD>;
+using UnlockMethod = Method<19, Buffer, void*, DWORD, void*, DWORD>;
 
 /// Plays packets of PCM as they are.
 class PcmSound : public CDirectSound {
@@ -88,7 +47,27 @@ class DirectSound : public testing::Test {
     ComPtr<IDirectSoundBuffer> buffer;
     ASSERT_EQ(m_device->CreateSoundBuffer(&description, buffer.put(), nullptr), DS_OK);
     ASSERT_EQ(buffer->QueryInterface(IID_IDirectSoundBuffer8, m_any.put_void()), S_OK);
-    spy = std::make_unique<LockSpy>(m_any.get());
+    m_lock.emplace(m_any.get());
+    m_unlock.emplace(m_any.get());
+    LockMethod::then = [this](HRESULT result, Buffer*, DWORD offset, auto...) {
+      m_offset = offset;
+      return result;
+    };
+    UnlockMethod::then = [this](HRESULT result, Buffer*, void* first, DWORD count, auto...) {
+      const auto* begin = static_cast<const uint8_t*>(first);
+      const std::lock_guard guard(m_mutex);
+      if (m_keep) m_writes.push_back({m_offset, Bytes(begin, begin + count)});
+      return result;
+    };
+  }
+
+  struct Written {
+    DWORD offset;
+    Bytes bytes;
+  };
+  std::vector<Written> Writes() const {
+    const std::lock_guard guard(m_mutex);
+    return m_writes;
   }
 
   int Open(CDirectSound& sound, uint32_t segmentBytes = kSegmentBytes) {
@@ -99,16 +78,21 @@ class DirectSound : public testing::Test {
   int Play(CDirectSound& sound) { return Open(sound) && sound.Start(); }
 
   bool WaitForWrites(size_t count) const {
-    return WaitUntil([&] { return spy->Writes().size() >= count; });
+    return WaitUntil([&] { return Writes().size() >= count; });
   }
 
   PacketQueue queue;
-  std::unique_ptr<LockSpy> spy;
+  std::atomic<bool> m_keep{true};  ///< what is written
 
  private:
   TestWindow m_window{8, 8};
   ComPtr<IDirectSound8> m_device;
-  ComPtr<IDirectSoundBuffer8> m_any;
+  ComPtr<Buffer> m_any;
+  DWORD m_offset = 0;
+  mutable std::mutex m_mutex;
+  std::vector<Written> m_writes;
+  std::optional<LockMethod> m_lock;
+  std::optional<UnlockMethod> m_unlock;
 };
 
 TEST_F(DirectSound, RefillsEachSegmentInTurnWithTheInitialLevelAndDrainsTheQueue) {
@@ -123,7 +107,7 @@ TEST_F(DirectSound, RefillsEachSegmentInTurnWithTheInitialLevelAndDrainsTheQueue
   EXPECT_GE(GetTickCount64() - begin, 500u) << "between the first and the ninth refill eight are played";
   sound.Stop();
   EXPECT_EQ(queue.Size(), 0u);
-  const auto writes = spy->Writes();
+  const auto writes = Writes();
   EXPECT_EQ(writes[0].bytes, Bytes(4 * kSegmentBytes, 0x64));
   for (size_t i = 1; i < writes.size(); ++i) {
     EXPECT_EQ(writes[i].offset, (i - 1) % 4 * kSegmentBytes);
@@ -135,7 +119,7 @@ TEST_F(DirectSound, AConversionIsPlayedAndTheRestOfASegmentIsFilledFromTheFirstA
   PcmSound sound;
   ASSERT_EQ(Open(sound), 1);
   for (int round = 0; round < 2; ++round) {
-    const size_t first = spy->Writes().size();
+    const size_t first = Writes().size();
     queue.Push(Bytes(700, 0x21));
     queue.Push(Bytes(300, 0x22));
     EXPECT_EQ(sound.Start(), 1);
@@ -145,9 +129,9 @@ TEST_F(DirectSound, AConversionIsPlayedAndTheRestOfASegmentIsFilledFromTheFirstA
     Bytes expected(kSegmentBytes, 0x64);
     std::fill_n(expected.begin(), 700, uint8_t{0x21});
     std::fill_n(expected.begin() + 700, 300, uint8_t{0x22});
-    EXPECT_EQ(spy->Writes()[first].bytes, expected);
-    EXPECT_EQ(spy->Writes()[first].offset, 0u);
-    EXPECT_EQ(spy->Writes()[first + 1].bytes, Bytes(kSegmentBytes, 0x64));
+    EXPECT_EQ(Writes()[first].bytes, expected);
+    EXPECT_EQ(Writes()[first].offset, 0u);
+    EXPECT_EQ(Writes()[first + 1].bytes, Bytes(kSegmentBytes, 0x64));
   }
 }
 
@@ -156,11 +140,11 @@ TEST_F(DirectSound, ALostBufferIsLockedOnceMore) {
   ASSERT_EQ(Play(sound), 1);
   // Lost again right away: that segment keeps its content, the cursor stays and refilling goes on.
   for (const int lost : {1, 2}) {
-    spy->lost = lost;
-    EXPECT_TRUE(WaitUntil([&] { return spy->lost == 0; }));
-    ASSERT_TRUE(WaitForWrites(spy->Writes().size() + 2));
+    LockMethod::Fail(DSERR_BUFFERLOST, lost);
+    EXPECT_TRUE(WaitUntil([&] { return LockMethod::failing == 0; }));
+    ASSERT_TRUE(WaitForWrites(Writes().size() + 2));
   }
-  const auto writes = spy->Writes();
+  const auto writes = Writes();
   for (size_t i = 1; i < writes.size(); ++i)
     EXPECT_EQ(writes[i].offset, (i - 1) % 4 * kSegmentBytes);
 }
@@ -178,10 +162,10 @@ TEST_F(DirectSound, AFailedOpenHoldsNothingAndRoundsLeaveNothingBehind) {
     const ImportPatch noDevice("dsound.dll", "DirectSoundCreate8", &NoDriver);
     EXPECT_EQ(Open(sound), 0);
   }
-  spy->lost = 2;
+  LockMethod::Fail(DSERR_BUFFERLOST, 2);
   EXPECT_EQ(Play(sound), 0);
   EXPECT_EQ(Play(sound), 1);
-  spy.reset();  // what it notes would be counted
+  m_keep = false;  // it would be counted
   ExpectRoundsKeepNothing(30, 16384, [&] {
     EXPECT_EQ(Play(sound), 1) << "replaces what plays";
     sound.Pause(1);
