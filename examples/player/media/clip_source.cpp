@@ -65,7 +65,7 @@ class ClipSource : public FrameSource {
     for (;;) {
       UniqueAvFrame decoded(av_frame_alloc());
       if (!m_stream.Read(*decoded, wanted, exact)) {
-        m_end = m_stream.Time() + m_stream.FrameDuration();
+        m_end = m_stream.ReadUpTo();
         return {};
       }
       if (UniqueAvFrame planes = m_converter.Convert(std::move(decoded))) return MakeFrame(std::move(planes));

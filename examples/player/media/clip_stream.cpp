@@ -150,7 +150,8 @@ bool ClipStream::IsToBeLeftOut(const AVPacket& packet) {
   m_lacksTimes = m_lacksTimes || at == AV_NOPTS_VALUE;
   m_decoder->skip_frame = AVDISCARD_DEFAULT;
   if (m_counts || m_lacksTimes) return false;
-  const double late = m_exact ? 0 : m_wanted - (static_cast<double>(at) * m_tick - m_start);
+  m_readUpTo = static_cast<double>(at) * m_tick - m_start;
+  const double late = m_exact ? 0 : m_wanted - m_readUpTo;
   if (late > kFarTooLate) m_keysOnly = true;
   if (isKey && late <= kFarTooLate) m_keysOnly = false;
   if (late > kLate) m_decoder->skip_frame = AVDISCARD_NONREF;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -32,6 +33,8 @@ class ClipStream {
   /// Of the frame read last, in seconds from the start of the clip.
   double Time() const { return m_time; }
   double FrameDuration() const { return m_frameDuration; }
+  /// How far the file was read, in seconds: also what was left out.
+  double ReadUpTo() const { return std::max(m_readUpTo, m_nextTime); }
   double FramesPerSecond() const;
   double Duration() const;
   double PixelAspect() const;
@@ -70,6 +73,7 @@ class ClipStream {
   double m_time = 0;
   double m_frameDuration = 0;
   double m_nextTime = 0;
+  double m_readUpTo = 0;
   double m_wanted = 0;
   bool m_exact = true;
   bool m_keysOnly = false;
