@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr uint32_t kBuffersPerSecond = 16;
+constexpr uint32_t kBuffersPerSecond = 8;
 
 WAVEFORMATEX FormatOf(const SoundSource& source) {
   WAVEFORMATEX format{};
