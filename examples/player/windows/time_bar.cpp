@@ -111,9 +111,14 @@ void TimeBar::PaintOn(HDC dc, const RECT& client) const {
   SelectObject(dc, GetStockObject(DEFAULT_GUI_FONT));
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, kTextColour);
+  constexpr UINT kOneLine = DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS;
   RECT text{kMargin, line.bottom + 6, client.right - kMargin, client.bottom};
-  DrawTextW(dc, Wide(m_state.right).c_str(), -1, &text, DT_RIGHT | DT_SINGLELINE | DT_NOPREFIX);
-  DrawTextW(dc, Wide(m_state.left).c_str(), -1, &text, DT_LEFT | DT_SINGLELINE | DT_NOPREFIX);
+  const std::wstring left = Wide(m_state.left + "   ");
+  DrawTextW(dc, left.c_str(), -1, &text, DT_LEFT | kOneLine);
+  RECT taken = text;
+  DrawTextW(dc, left.c_str(), -1, &taken, DT_LEFT | kOneLine | DT_CALCRECT);
+  text.left = std::min(taken.right, text.right);
+  DrawTextW(dc, Wide(m_state.right).c_str(), -1, &text, DT_RIGHT | kOneLine);
 }
 
 void TimeBar::SeekTo(int x) const {
