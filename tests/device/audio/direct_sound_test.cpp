@@ -9,7 +9,6 @@
 #include <optional>
 
 #include "audio/player.h"
-#include "support/import_patch.h"
 #include "support/packet_queue.h"
 #include "support/process_counts.h"
 #include "support/vtable_patch.h"
@@ -149,19 +148,11 @@ TEST_F(DirectSound, ALostBufferIsLockedOnceMore) {
     EXPECT_EQ(writes[i].offset, (i - 1) % 4 * kSegmentBytes);
 }
 
-HRESULT WINAPI NoDriver(const GUID*, IDirectSound8**, IUnknown*) {
-  return DSERR_NODRIVER;
-}
-
 TEST_F(DirectSound, AFailedOpenHoldsNothingAndRoundsLeaveNothingBehind) {
   CDirectSound sound;
   EXPECT_EQ(sound.Start(), 0);
   for (const uint32_t bytes : {0u, 0x04000000u, 0xFFFFFFFFu})
     EXPECT_EQ(Open(sound, bytes), 0);
-  {
-    const ImportPatch noDevice("dsound.dll", "DirectSoundCreate8", &NoDriver);
-    EXPECT_EQ(Open(sound), 0);
-  }
   LockMethod::Fail(DSERR_BUFFERLOST, 2);
   EXPECT_EQ(Play(sound), 0);
   EXPECT_EQ(Play(sound), 1);

@@ -39,7 +39,6 @@ class WaveSpy {
     Watch<"waveInPrepareHeader">(&waveInPrepareHeader);
     Watch<"waveInAddBuffer">(&waveInAddBuffer);
     Watch<"waveInReset">(&waveInReset);
-    Watch<"waveInClose">(&waveInClose);
   }
 
   /// Names of the calls so far, in order, without "wave".
