@@ -70,7 +70,6 @@ void Cycle(const Backend& b, TestWindow& window) {
   if (b.opened) b.opened(pane);
   NIVRAL_DWSetHwnd(pane, window.Handle());
   NIVRAL_DWSetOSDText(pane, 0, "channel 1", 4, 4, 0, 0xFFFFFF);
-  std::atomic<int> shown{0};
   for (TestFrame* f : {&large, &small, &large}) {
     NIVRAL_DWInitDraw(pane, 160, static_cast<uint32_t>(f->height), 0);
     const uint32_t place = 0x41A00000;  // 20.0

@@ -31,13 +31,13 @@ TEST_F(SdlOverlays, TheMosaicRepeatsEachBlocksCornerPastTheArea) {
        {std::array{1, 3}, {4, 12}, {20, 9}, {50, 15}, {7, 21}, {0, 0}, {-4, 0}}) {
     NIVRAL_DWSetMosaicLevel(pane.handle, static_cast<uint32_t>(level));
     const ScreenShot shot = pane.Show(frame);
+    const auto blocks = [side = block](LONG extent) { return side ? (extent + side - 1) / side * side : 0; };
+    const LONG width = blocks(area.right - area.left), height = blocks(area.bottom - area.top);
     int wrong = 0;
     for (int y = 0; y < kHeight; ++y)
       for (int x = 0; x < kWidth; ++x) {
         const int dx = x - area.left, dy = y - area.top;
-        const auto blocks = [&](LONG extent) { return block ? (extent + block - 1) / block * block : 0; };
-        const bool inside =
-            dx >= 0 && dy >= 0 && dx < blocks(area.right - area.left) && dy < blocks(area.bottom - area.top);
+        const bool inside = dx >= 0 && dy >= 0 && dx < width && dy < height;
         const Rgb wanted = inside ? plain.At(x - dx % block, y - dy % block) : plain.At(x, y);
         wrong += !Near(shot.At(x, y), wanted, 0) && !InMark(shot, x, y);
       }
