@@ -15,6 +15,13 @@ using Vec = __m256i;
 using Vec128 = __m128i;
 constexpr int32_t kVecBytes = 32;
 
+}  // namespace
+
+#include "colour/vector_extras.h"
+
+// NOLINTNEXTLINE(google-build-namespaces): as above
+namespace {
+
 inline Vec128 Load128(const void* p) {
   return _mm_loadu_si128(static_cast<const __m128i*>(p));
 }

@@ -15,6 +15,13 @@ namespace {
 using Vec = __m512i;
 constexpr int32_t kVecBytes = 64;
 
+}  // namespace
+
+#include "colour/vector_basics.h"
+
+// NOLINTNEXTLINE(google-build-namespaces): as above
+namespace {
+
 inline __m256i Load256(const void* p) {
   return _mm256_loadu_si256(static_cast<const __m256i*>(p));
 }

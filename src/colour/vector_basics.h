@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the conversions of planes want of vectors: included after a header that defines Vec, its size
-// kVecBytes and these functions for an instruction set. Vectors consist of lanes of 16 bytes, to which
+// What the conversions of planes want of vectors: included by a header of an instruction set after its Vec
+// and its size kVecBytes, before it defines these functions. Vectors consist of lanes of 16 bytes, to which
 // shuffles, packing and unpacking keep.
 #pragma once
 
