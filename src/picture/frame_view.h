@@ -25,7 +25,7 @@ struct FrameView {
   int32_t strideU = 0;
   uint8_t* v = nullptr;
   int32_t strideV = 0;
-
+  // NOLINTNEXTLINE(google-explicit-constructor): whoever may write may read
   constexpr operator ConstFrameView() const { return {y, strideY, u, strideU, v, strideV}; }
 };
 
