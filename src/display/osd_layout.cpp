@@ -5,13 +5,20 @@ namespace {
 
 constexpr uint32_t kFromBottom = 1;
 
+int32_t Saturate(int64_t value) {
+  return static_cast<int32_t>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX));
+}
+
 }  // namespace
 
-std::optional<OsdPlace> PlaceOsdText(const TextItem& item, int32_t displayWidth, int32_t displayHeight) {
-  const auto x = static_cast<int32_t>(item.x);
-  auto y = static_cast<int32_t>(item.y);
-  if (item.text[0] == '\0' || x < 0 || y < 0) return std::nullopt;
-  if (item.anchor == kFromBottom) y = displayHeight - y;
-  if (x >= displayWidth || y >= displayHeight) return std::nullopt;
-  return OsdPlace{x, y, displayWidth - x};
+std::optional<OsdPlace> PlaceOsdText(const TextItem& item, const TextSpace& space) {
+  const DisplayMap& map = space.map;
+  int64_t x = static_cast<int32_t>(item.x);
+  int64_t y = static_cast<int32_t>(item.y);
+  if (item.text[0] == '\0' || (space.negativeIsHidden && (x < 0 || y < 0))) return std::nullopt;
+  if (item.anchor == kFromBottom) y = map.videoHeight - y;
+  x = map.PixelX(x);
+  y = map.PixelY(y);
+  if (x >= map.displayWidth || y >= map.displayHeight) return std::nullopt;
+  return OsdPlace{Saturate(x), Saturate(y), Saturate(map.displayWidth - x)};
 }

@@ -1,15 +1,29 @@
 // SPDX-License-Identifier: MIT
+// Where client texts are placed, and how large they are.
 #pragma once
 
 #include <algorithm>
 #include <optional>
 
+#include "display/overlay_types.h"
 #include "display/records.h"
 
-/// Points of the text font for a display of that many pixels; 0 for an empty display.
+/// Points of SDL's text font for a display of that many pixels; 0 for an empty display.
 constexpr int32_t OsdFontSize(int32_t displayHeight) {
   return displayHeight < 1 ? 0 : std::max(displayHeight / 60 * 4, 4);
 }
+
+/// Height of the other backends' text fonts.
+constexpr int32_t OsdFontHeight(int32_t displayHeight) {
+  return displayHeight / 20;
+}
+
+/// In what a backend counts a text's place: pixels of the video, which it maps to the display.
+struct TextSpace {
+  DisplayMap map;
+  /// Texts at a negative place are hidden, else they are cut off.
+  bool negativeIsHidden = true;
+};
 
 /// Top-left corner of a text and the width at which its lines are broken, in display pixels.
 struct OsdPlace {
@@ -18,5 +32,5 @@ struct OsdPlace {
   int32_t wrapWidth;
 };
 
-/// Nothing for an empty text, a negative position, and a place right of or below the display.
-std::optional<OsdPlace> PlaceOsdText(const TextItem& item, int32_t displayWidth, int32_t displayHeight);
+/// Nothing for an empty text, a hidden place, and one right of or below the display.
+std::optional<OsdPlace> PlaceOsdText(const TextItem& item, const TextSpace& space);

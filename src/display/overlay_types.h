@@ -31,8 +31,20 @@ struct DisplayMap {
   int32_t displayWidth = 0;
   int32_t displayHeight = 0;
 
+  static constexpr DisplayMap Unscaled(int32_t width, int32_t height) {
+    return {width, height, width, height};
+  }
+
   float X(float x) const { return x * static_cast<float>(displayWidth) / static_cast<float>(videoWidth); }
   float Y(float y) const { return y * static_cast<float>(displayHeight) / static_cast<float>(videoHeight); }
+
+  /// The same for whole pixels, rounded towards zero.
+  int64_t PixelX(int64_t x) const { return Scale(x, displayWidth, videoWidth); }
+  int64_t PixelY(int64_t y) const { return Scale(y, displayHeight, videoHeight); }
+
+  static constexpr int64_t Scale(int64_t value, int64_t to, int64_t from) {
+    return to == from ? value : value * to / from;
+  }
 };
 
 using RectList = NothrowList<PixelRect>;

@@ -100,6 +100,7 @@ class D3DDisplayer : public BaseDisplayer {
     int32_t width;
     int32_t height;
   };
+  DisplayMap Map() const { return DisplayMap::Unscaled(Frame().width, Frame().height); }
   FrameSize Frame() const { return {static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight)}; }
 
   void StartOnce(TextPainter& painter, ComPtr<ID3DXFont>& font, int32_t height, const char* face);

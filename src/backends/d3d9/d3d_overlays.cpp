@@ -100,9 +100,7 @@ void D3DDisplayer::DrawDisc(ShapeBatch& batch, const OverlayShape& shape) {
 
 void D3DDisplayer::PaintRecord(RecordView record) {
   if (!CanDrawOverlays()) return;
-  const FrameSize frame = Frame();
-  LayOutRecord(m_overlays, record, {frame.width, frame.height, frame.width, frame.height},
-               Direct3DStyle(frame.height));
+  LayOutRecord(m_overlays, record, Map(), Direct3DStyle(Frame().height));
   {
     ShapeBatch batch(m_outlines, m_pd3dDevice.get(), m_pVertexBuffer.get());
     for (const OverlayShape& shape : m_overlays.shapes)

@@ -4,11 +4,11 @@
 
 #include "backends/d3d9/d3d_displayer.h"
 #include "backends/d3d9/overlay_vertices.h"
+#include "display/osd_layout.h"
 #include "display/overlay_style.h"
 
 namespace {
 
-constexpr int32_t kTextLinesPerHeight = 20;
 constexpr char kLabelFace[] = "Arial";
 
 }  // namespace
@@ -29,18 +29,18 @@ void D3DDisplayer::DrawOSDText() {
     CAutoLock guard(&m_textLock);
     return m_textItems;
   }();
-  StartOnce(m_osdPainter, m_pOSDFont, Frame().height / kTextLinesPerHeight, m_szFontFace);
+  StartOnce(m_osdPainter, m_pOSDFont, OsdFontHeight(Frame().height), m_szFontFace);
+  const TextSpace space{Map(), false};
   TextBatch batch(m_pd3dDevice.get());
   for (const TextItem& item : items) {
-    const uint32_t y = item.anchor == 1 ? m_dwHeight - item.y : item.y;
-    if (item.text[0])
-      m_osdPainter.Draw(batch, item.text, static_cast<int32_t>(item.x), static_cast<int32_t>(y),
-                        Frame().width, OpaqueArgb(FromColorRef(item.color)));
+    if (const auto place = PlaceOsdText(item, space))
+      m_osdPainter.Draw(batch, item.text, *place, OpaqueArgb(FromColorRef(item.color)));
   }
 }
 
 void D3DDisplayer::DrawLabel(TextBatch& batch, const OverlayLabel& label) {
   StartOnce(m_labelPainter, m_pLabelFont, Direct3DLabelHeight(Frame().height), kLabelFace);
   if (label.text[0])
-    m_labelPainter.Draw(batch, label.text, label.x, label.y, Frame().width, OpaqueArgb(kOverlayBlue));
+    m_labelPainter.Draw(batch, label.text, {label.x, label.y, Frame().width - label.x},
+                        OpaqueArgb(kOverlayBlue));
 }

@@ -54,13 +54,12 @@ void TextPainter::FallBackToGdi() {
                          GdiTextRasteriser(m_device, m_font.height, m_font.face, 2 * m_font.frameHeight));
 }
 
-void TextPainter::Draw(TextBatch& batch, const char* text, int32_t x, int32_t y, int32_t right,
-                       uint32_t color) {
-  const int64_t room = std::min<int64_t>(int64_t{right} - x, kOneLine - 1);
+void TextPainter::Draw(TextBatch& batch, const char* text, const OsdPlace& place, uint32_t color) {
+  const int32_t room = std::min(place.wrapWidth, kOneLine - 1);
   if (room <= 0) return;
-  const Kept* kept = Find(text, static_cast<int32_t>(room));
+  const Kept* kept = Find(text, room);
   for (size_t i = 0; kept && i < kept->pieceCount; ++i)
-    batch.Add(kept->pieces[i], x, y, color);
+    batch.Add(kept->pieces[i], place.x, place.y, color);
 }
 
 const TextPainter::Kept* TextPainter::Find(const char* text, int32_t room) {

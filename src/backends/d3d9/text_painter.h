@@ -8,6 +8,7 @@
 
 #include "backends/d3d9/text_batch.h"
 #include "backends/d3d9/text_rasteriser.h"
+#include "display/osd_layout.h"
 
 /// The font a text painter starts with.
 struct TextFont {
@@ -33,8 +34,8 @@ class TextPainter {
   /// Lets go of all textures, before the device is reset.
   void Forget();
 
-  /// Draws lines that begin at (x, y) and are broken between words before `right`.
-  void Draw(TextBatch& batch, const char* text, int32_t x, int32_t y, int32_t right, uint32_t color);
+  /// Draws lines that are broken between words. Nothing where there is no width for them.
+  void Draw(TextBatch& batch, const char* text, const OsdPlace& place, uint32_t color);
 
  private:
   struct Kept;

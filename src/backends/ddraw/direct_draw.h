@@ -89,7 +89,7 @@ class CDirectDraw : public BaseDisplayer {
 
   /// What is to be drawn over the picture, taken when a frame is shown.
   struct Overlays {
-    OverlayScale scale;
+    DisplayMap map;
     MosaicGrid mosaic;
     std::array<TextItem, kTextItemCount> texts;
     char face[LF_FACESIZE];

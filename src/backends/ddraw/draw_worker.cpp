@@ -43,9 +43,8 @@ void CDirectDraw::DrawPending() {
 void CDirectDraw::BurnInBoxes(const FrameView& planes) {
   m_burnedIn.Clear();
   if (!m_shown.alg) return;
-  const auto width = static_cast<int32_t>(m_dwWidth);
-  const auto height = static_cast<int32_t>(m_dwHeight);
-  LayOutRecord(m_burnedIn, &*m_shown.alg, {width, height, width, height}, BurnInStyle());
+  const auto map = DisplayMap::Unscaled(static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight));
+  LayOutRecord(m_burnedIn, &*m_shown.alg, map, BurnInStyle());
   BurnIn(m_yuvDraw, m_burnedIn, planes, m_dwWidth, m_dwHeight);
 }
 

@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <cstring>
 
+#include "display/osd_layout.h"
+
 namespace {
 
-constexpr int32_t kLinesPerArea = 20;
 constexpr int32_t kMinHeight = 4;
-constexpr uint32_t kAnchorBottom = 1;
 constexpr COLORREF kColorMask = 0x00FFFFFF;
 
 constexpr char kLabelFace[] = "Arial";
@@ -29,7 +29,7 @@ int ToWide(const char (&text)[sizeof(TextItem::text)], wchar_t (&wide)[sizeof(Te
 }  // namespace
 
 void GdiText::SetFont(const char* face, int32_t areaHeight) {
-  const int32_t height = std::max(areaHeight / kLinesPerArea, kMinHeight);
+  const int32_t height = std::max(OsdFontHeight(areaHeight), kMinHeight);
   if (m_font && height == m_height && std::strncmp(m_face, face, sizeof(m_face)) == 0) return;
   LOGFONTA font{};
   font.lfHeight = -height;
@@ -42,17 +42,14 @@ void GdiText::SetFont(const char* face, int32_t areaHeight) {
   std::memcpy(m_face, font.lfFaceName, sizeof(m_face));
 }
 
-void GdiText::Draw(HDC dc, const TextItem& item, const OverlayScale& scale) const {
-  const auto x = static_cast<int32_t>(item.x);
-  const auto y = static_cast<int32_t>(item.y);
-  if (x < 0 || y < 0) return;
-  const int64_t left = scale.X(x);
-  const int64_t top = scale.Y(item.anchor == kAnchorBottom ? int64_t{scale.videoHeight} - y : y);
-  if (left >= scale.areaWidth || top >= scale.areaHeight || top < -scale.areaHeight) return;
+void GdiText::Draw(HDC dc, const TextItem& item, const DisplayMap& map) const {
+  const auto place = PlaceOsdText(item, {map});
+  // GDI counts in fewer bits than places may need.
+  if (!place || place->y < -map.displayHeight) return;
 
   wchar_t wide[sizeof(item.text)];
   if (ToWide(item.text, wide) <= 1) return;
-  RECT area{static_cast<LONG>(left), static_cast<LONG>(top), scale.areaWidth, scale.areaHeight};
+  RECT area{place->x, place->y, map.displayWidth, map.displayHeight};
   SelectObject(dc, m_font.get());
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, item.color & kColorMask);
@@ -80,18 +77,19 @@ int32_t GdiLabels::WidthOf(const char* text) const {
 }
 
 /// All are equally high.
-bool GdiLabels::Readable(const Labels& labels, const OverlayScale& scale) {
-  return !labels.empty() && scale.Y(labels[0].area.Height()) >= kMinLabelHeight;
+bool GdiLabels::Readable(const Labels& labels, const DisplayMap& map) {
+  return !labels.empty() && map.PixelY(labels[0].area.Height()) >= kMinLabelHeight;
 }
 
-void GdiLabels::Draw(HDC dc, const Labels& labels, const OverlayScale& scale) {
-  if (!SetHeight(dc, static_cast<int32_t>(scale.Y(labels[0].area.Height())))) return;
+void GdiLabels::Draw(HDC dc, const Labels& labels, const DisplayMap& map) {
+  if (!SetHeight(dc, static_cast<int32_t>(map.PixelY(labels[0].area.Height())))) return;
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, kLabelColor);
   for (const OverlayLabel& label : labels) {
-    if (Intersect(label.area, {0, 0, scale.videoWidth, scale.videoHeight}).Empty()) continue;
-    RECT area{static_cast<LONG>(scale.X(label.area.left)), static_cast<LONG>(scale.Y(label.area.top)),
-              static_cast<LONG>(scale.X(label.area.right)), static_cast<LONG>(scale.Y(label.area.bottom))};
+    if (Intersect(label.area, {0, 0, map.videoWidth, map.videoHeight}).Empty()) continue;
+    RECT area{static_cast<LONG>(map.PixelX(label.area.left)), static_cast<LONG>(map.PixelY(label.area.top)),
+              static_cast<LONG>(map.PixelX(label.area.right)),
+              static_cast<LONG>(map.PixelY(label.area.bottom))};
     const bool fits = WidthOf(label.text) <= area.right - area.left;
     SelectObject(dc, (fits ? m_font : m_narrowFont).get());
     DrawTextA(dc, label.text, -1, &area, DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX);

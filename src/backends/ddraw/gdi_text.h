@@ -9,25 +9,14 @@
 #include "display/records.h"
 #include "util/win_handles.h"
 
-/// From video pixels to pixels of the drawn area.
-struct OverlayScale {
-  int32_t areaWidth;
-  int32_t areaHeight;
-  int32_t videoWidth;
-  int32_t videoHeight;
-
-  int64_t X(int64_t x) const { return x * areaWidth / videoWidth; }
-  int64_t Y(int64_t y) const { return y * areaHeight / videoHeight; }
-};
-
 /// Writes the letters of burnt-in labels into their areas with GDI. Keeps its fonts until the size changes.
 class GdiLabels {
  public:
   using Labels = NothrowList<OverlayLabel>;
 
   /// Whether there is something to be written at this scale.
-  static bool Readable(const Labels& labels, const OverlayScale& scale);
-  void Draw(HDC dc, const Labels& labels, const OverlayScale& scale);
+  static bool Readable(const Labels& labels, const DisplayMap& map);
+  void Draw(HDC dc, const Labels& labels, const DisplayMap& map);
 
  private:
   using Font = UniqueHandleOf<HFONT, &DeleteObject>;
@@ -50,7 +39,7 @@ class GdiText {
   void SetFont(const char* face, int32_t areaHeight);
 
   /// Draws on lines from the item's place to the area's right edge, broken between words.
-  void Draw(HDC dc, const TextItem& item, const OverlayScale& scale) const;
+  void Draw(HDC dc, const TextItem& item, const DisplayMap& map) const;
 
  private:
   UniqueHandleOf<HFONT, &DeleteObject> m_font;

@@ -27,12 +27,13 @@ void FillRects(HDC dc, const RectList& rects, const OverlayColor& color) {
 /// Whether there is anything to be drawn over the picture. The mosaic rectangle is in client coordinates.
 bool CDirectDraw::CollectOverlays(const PixelRect& area, const PaneSettings& settings) {
   Overlays& o = m_overlays;
-  o.scale = {static_cast<int32_t>(area.Width()), static_cast<int32_t>(area.Height()),
-             static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight)};
+  o.map = {static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight),
+           static_cast<int32_t>(area.Width()), static_cast<int32_t>(area.Height())};
   const MosaicSettings& mosaic = settings.mosaic;
-  o.mosaic = mosaic.flag ? LayoutMosaic(SeenFrom(area.left, area.top, mosaic.rect),
-                                        MosaicBlockSize(mosaic.level), o.scale.areaWidth, o.scale.areaHeight)
-                         : MosaicGrid{};
+  o.mosaic = mosaic.flag
+                 ? LayoutMosaic(SeenFrom(area.left, area.top, mosaic.rect), MosaicBlockSize(mosaic.level),
+                                o.map.displayWidth, o.map.displayHeight)
+                 : MosaicGrid{};
   {
     CAutoLock guard(&m_textLock);
     o.texts = m_textItems;
@@ -40,7 +41,7 @@ bool CDirectDraw::CollectOverlays(const PixelRect& area, const PaneSettings& set
   }
   o.anyText =
       std::any_of(o.texts.begin(), o.texts.end(), [](const TextItem& item) { return item.text[0] != '\0'; });
-  o.anyLabel = GdiLabels::Readable(m_burnedIn.labels, o.scale);
+  o.anyLabel = GdiLabels::Readable(m_burnedIn.labels, o.map);
   o.needDC = o.anyText || o.anyLabel || m_shown.dsm || settings.displayCB.function;
   return o.needDC || o.mosaic.columns != 0;
 }
@@ -53,11 +54,11 @@ HRESULT CDirectDraw::PaintOverlays(const PixelRect& area, const PaneSettings& se
   const SurfaceDC dc(m_composition.get());
   if (FAILED(dc.Result())) return dc.Result();
   const SavedDC state(dc.Get());
-  if (o.anyLabel) m_labels.Draw(dc.Get(), m_burnedIn.labels, o.scale);
+  if (o.anyLabel) m_labels.Draw(dc.Get(), m_burnedIn.labels, o.map);
   if (o.anyText) {
-    m_text.SetFont(o.face, o.scale.areaHeight);
+    m_text.SetFont(o.face, o.map.displayHeight);
     for (const TextItem& item : o.texts)
-      m_text.Draw(dc.Get(), item, o.scale);
+      m_text.Draw(dc.Get(), item, o.map);
   }
   if (m_shown.dsm) PaintRecord(dc.Get(), &*m_shown.dsm);
   CallDisplayCallback(dc.Get(), area, settings);
@@ -65,8 +66,7 @@ HRESULT CDirectDraw::PaintOverlays(const PixelRect& area, const PaneSettings& se
 }
 
 void CDirectDraw::PaintRecord(HDC dc, RecordView record) {
-  const OverlayScale& scale = m_overlays.scale;
-  const DisplayMap map{scale.videoWidth, scale.videoHeight, scale.areaWidth, scale.areaHeight};
+  const DisplayMap& map = m_overlays.map;
   LayOutRecord(m_painted, record, map, DirectDrawStyle());
   const SavedDC state(dc);
   for (const OverlayShape& shape : m_painted.shapes) {
@@ -79,9 +79,9 @@ void CDirectDraw::PaintRecord(HDC dc, RecordView record) {
 HRESULT CDirectDraw::PixelateMosaic() {
   const SurfaceLock lock(m_composition.get());
   if (FAILED(lock.Result())) return lock.Result();
-  const OverlayScale& scale = m_overlays.scale;
-  FillBlocks(lock.Pixels(), lock.Pitch(), BytesPerPixel(m_device.Format()), scale.areaWidth, scale.areaHeight,
-             m_overlays.mosaic);
+  const DisplayMap& map = m_overlays.map;
+  FillBlocks(lock.Pixels(), lock.Pitch(), BytesPerPixel(m_device.Format()), map.displayWidth,
+             map.displayHeight, m_overlays.mosaic);
   return DD_OK;
 }
 

@@ -17,12 +17,12 @@ ErrorReporter g_fontErrors([](const char* operation,
 bool SdlOverlays::DrawTexts(SDL_Renderer* renderer, const TextItems& items, const DisplayMap& map) {
   bool drawn = false;
   for (const TextItem& item : items)
-    drawn |= DrawOsdText(renderer, item, map);
+    drawn |= DrawOSDText(renderer, item, map);
   return drawn;
 }
 
-bool SdlOverlays::DrawOsdText(SDL_Renderer* renderer, const TextItem& item, const DisplayMap& map) {
-  const auto place = PlaceOsdText(item, map.displayWidth, map.displayHeight);
+bool SdlOverlays::DrawOSDText(SDL_Renderer* renderer, const TextItem& item, const DisplayMap& map) {
+  const auto place = PlaceOsdText(item, {DisplayMap::Unscaled(map.displayWidth, map.displayHeight)});
   if (!place) return false;
   if (!m_osdFont.SetSize(OsdFontSize(map.displayHeight))) {
     g_fontErrors.Failed("SDLDisplayer::DrawOSDText");

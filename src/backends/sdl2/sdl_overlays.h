@@ -29,7 +29,7 @@ class SdlOverlays {
   void ForgetTextures();
 
  private:
-  bool DrawOsdText(SDL_Renderer* renderer, const TextItem& item, const DisplayMap& map);
+  bool DrawOSDText(SDL_Renderer* renderer, const TextItem& item, const DisplayMap& map);
   void DrawShapes(SDL_Renderer* renderer, const DisplayMap& map);
   void DrawLabels(SDL_Renderer* renderer, const DisplayMap& map);
   void FillPixels(SDL_Renderer* renderer, const OverlayColor& color);

@@ -81,7 +81,7 @@ TextItem Item(const char* text, int32_t x, int32_t y, uint32_t anchor) {
 
 TEST(Osd, Places) {
   const auto at = [](int32_t x, int32_t y, uint32_t anchor) {
-    return PlaceOsdText(Item("t", x, y, anchor), 1920, 1080);
+    return PlaceOsdText(Item("t", x, y, anchor), {DisplayMap::Unscaled(1920, 1080)});
   };
   EXPECT_EQ(at(0, 20, 0)->y, 20);
   EXPECT_EQ(at(0, 20, 1)->y, 1060);
@@ -90,7 +90,15 @@ TEST(Osd, Places) {
   EXPECT_EQ(at(100, 0, 0)->wrapWidth, 1820);
   EXPECT_FALSE(at(-1, 0, 0) || at(0, -1, 0) || at(0, -1, 1));
   EXPECT_FALSE(at(1920, 0, 0) || at(0, 1080, 0) || at(0, 0, 1));
-  EXPECT_FALSE(PlaceOsdText(Item("", 0, 0, 0), 1920, 1080));
+  EXPECT_FALSE(PlaceOsdText(Item("", 0, 0, 0), {DisplayMap::Unscaled(1920, 1080)}));
+
+  const auto cut = PlaceOsdText(Item("t", -5, -7, 0), {DisplayMap::Unscaled(1920, 1080), false});
+  ASSERT_TRUE(cut);
+  EXPECT_TRUE(cut->x == -5 && cut->y == -7 && cut->wrapWidth == 1925);
+  const auto mapped = PlaceOsdText(Item("t", 21, 20, 1), {{160, 120, 400, 240}});
+  ASSERT_TRUE(mapped);
+  EXPECT_TRUE(mapped->x == 52 && mapped->y == 200 && mapped->wrapWidth == 348);
+  EXPECT_EQ(PlaceOsdText(Item("t", 0, INT32_MAX, 1), {{1, 1, 8192, 8192}})->y, INT32_MIN);
 }
 
 std::set<std::string> g_fonts;
