@@ -1,0 +1,285 @@
+// SPDX-License-Identifier: MIT
+// What records look like on each backend: the list that is painted, and which pixels its shapes are.
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "display/overlay_layout.h"
+#include "display/overlay_shapes.h"
+#include "support/one_box.h"
+
+namespace {
+
+constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInf = std::numeric_limits<float>::infinity();
+
+std::string NameOf(const OverlayColor& color) {
+  return color == kOverlayGreen ? "green" : color == kOverlayOrange ? "orange" : "amber";
+}
+
+/// One line for each shape and label.
+std::string Tell(const OverlayList& list) {
+  constexpr const char* kKinds[] = {"fill ", "outline ", "brackets ", "disc "};
+  std::ostringstream told;
+  for (const OverlayShape& s : list.shapes) {
+    told << kKinds[static_cast<int>(s.kind)] << NameOf(s.color) << ' ' << s.corners.left << ','
+         << s.corners.top << ',' << s.corners.right << ',' << s.corners.bottom;
+    if (s.kind != OverlayShape::Kind::Fill) told << " of " << s.size;
+    told << '\n';
+  }
+  for (const OverlayLabel& label : list.labels)
+    told << label.text << " at " << label.x << ',' << label.y << '\n';
+  return told.str();
+}
+
+OverlayStyle StyleOf(char backend) {
+  return backend == 'S' ? SdlStyle(true) : backend == 'D' ? Direct3DStyle(1080) : BurnInStyle();
+}
+
+std::string LaidOut(RecordView record, char backend, const DisplayMap& map = {1920, 1080, 1920, 1080}) {
+  OverlayList list;
+  LayOutRecord(list, record, map, StyleOf(backend));
+  return Tell(list);
+}
+
+struct BoxCase {
+  const char* what;
+  AlgRecord record;
+  char backend;
+  const char* expected;
+};
+
+const BoxCase kBoxes[] = {
+    {"a person in a thick box that has room for the distance", OneBox(100, 200, 301, 400, 1, 123, 4), 'S',
+     "outline orange 98,198,302,401 of 4\n"
+     "fill orange 98,186,135,198\n"
+     "fill orange 181,387,217,399\n"
+     "Person at 99,186\n"
+     "12.3m at 182,387\n"},
+    {"the same with labels 27 high", OneBox(100, 200, 301, 400, 1, 123, 4), 'D',
+     "outline orange 98,198,303,402 of 4\n"
+     "fill amber 100,172,191,199\n"
+     "fill amber 169,373,232,400\n"
+     "Person at 101,172\n"
+     "13m at 170,373\n"},
+    {"the same in the planes", OneBox(100, 200, 301, 400, 1, 123, 4), 'B',
+     "outline green 100,200,301,400 of 1\n"
+     "fill green 100,189,137,199\n"
+     "fill green 188,390,213,400\n"
+     "Person at 100,189\n"
+     "12.3m at 188,390\n"},
+    {"a car in a box as high as three labels", OneBox(40.9f, 60, 240, 96, 2, 999, 1), 'S',
+     "outline green 40,60,238,95 of 1\n"
+     "fill green 40,48,59,60\n"
+     "fill green 39,97,75,109\n"
+     "car at 41,48\n"
+     "99.9m at 40,97\n"},
+    {"a car in a box as high as three labels", OneBox(40.9f, 60, 240, 141, 2, 1000, 1), 'D',
+     "outline green 40,60,240,141 of 1\n"
+     "fill green 40,41,80,59\n"
+     "fill green 40,143,103,170\n"
+     "car at 41,36\n"
+     "100m at 41,143\n"},
+    {"a car in a box as high as three labels", OneBox(40.9f, 60, 240, 90, 2, 1000, 1), 'B',
+     "outline green 40,60,240,90 of 1\n"
+     "fill green 40,49,59,59\n"
+     "fill green 40,92,71,102\n"
+     "car at 40,49\n"
+     "100.0m at 40,92\n"},
+    {"nothing known", OneBox(10, 20, 30, 40, 0, 0, 1), 'S', ""},
+    {"nothing known", OneBox(10, 20, 30, 40, 0, 0, 1), 'D', ""},
+    {"nothing known", OneBox(10, 20, 30, 40, 0, 0, 1), 'B', "outline green 10,20,30,40 of 1\n"},
+    {"at the top and beyond the right", OneBox(1900, -5, 3000, 40, 0, 5, 3), 'S',
+     "outline green 1899,-1,1920,40 of 3\n"
+     "fill green 1899,-13,1952,-1\n"
+     "fill green 1900,40,1928,52\n"
+     "unknown at 1900,-13\n"
+     "0.5m at 1901,40\n"},
+    {"at the top and beyond the right", OneBox(1900, -5, 3000, 40, 0, 5, 3), 'D',
+     "outline green 1899,-1,1921,41 of 3\n"
+     "fill green 1900,0,2004,27\n"
+     "fill green 1900,42,1936,69\n"
+     "unknown at 1901,0\n"
+     "1m at 1901,42\n"},
+    {"on the last corner", OneBox(1920, 1080, 2000, 2000, 9, 1, 0), 'D',
+     "outline green 1920,1080,1920,1080 of 0\n"
+     "fill green 1920,1052,1970,1079\n"
+     "fill green 1920,1082,1956,1109\n"
+     "Unk at 1921,1052\n"
+     "1m at 1921,1082\n"},
+    {"beyond the last corner", OneBox(1921, 1081, 2000, 2000, 9, 1, 1), 'D', ""},
+    {"beyond the last corner", OneBox(1921, 1081, 2000, 2000, 9, 1, 1), 'B',
+     "outline green 1921,1081,1920,1080 of 1\n"
+     "fill green 1921,1070,1940,1080\n"
+     "Unk at 1921,1070\n"},
+    {"an end that is no number", OneBox(5, 5, kNan, kInf, 3, 0, 1), 'S',
+     "outline green 5,5,1919,1079 of 1\n"
+     "fill green 5,-7,24,5\n"
+     "bus at 6,-7\n"},
+    {"an end that is no number", OneBox(5, 5, kNan, kInf, 3, 0, 1), 'D',
+     "outline green 5,5,1920,1080 of 1\n"
+     "fill green 5,0,55,27\n"
+     "bus at 6,0\n"},
+    {"a begin that is no number", OneBox(kNan, 0, 5, 5, 3, 0, 1), 'D', ""},
+};
+
+TEST(Overlays, BoxesOfDriverAssistance) {
+  for (const BoxCase& c : kBoxes)
+    EXPECT_EQ(LaidOut(&c.record, c.backend), c.expected) << c.what;
+}
+
+TEST(Overlays, LabelsFollowAllShapesClassesFirst) {
+  AlgRecord record = OneBox(100, 200, 300, 400, 3, 10);
+  record.count = 13;  // the record holds twelve
+  for (size_t i = 1; i < kMaxBoxes; ++i) {
+    record.left[i] = record.left[0];
+    record.classId[i] = 7;
+    record.distance[i] = static_cast<uint16_t>(10 * i + 10);
+  }
+  for (const char backend : {'S', 'D', 'B'}) {
+    OverlayList list;
+    LayOutRecord(list, &record, {1920, 1080, 1920, 1080}, StyleOf(backend));
+    EXPECT_EQ(list.shapes.size(), 36u);
+    ASSERT_EQ(list.labels.size(), 24u);
+    EXPECT_STREQ(list.labels[0].text, "bus");
+    EXPECT_STREQ(list.labels[11].text, "non-vehicle");
+    EXPECT_EQ(list.labels[23].text[0], '1') << list.labels[23].text;
+  }
+}
+
+TEST(Overlays, BoxesAreMappedBeforeTheyAreRounded) {
+  const AlgRecord record = OneBox(101, 51, 301, 151, 4, 0, 2);
+  EXPECT_EQ(LaidOut(&record, 'S', {400, 300, 200, 100}),
+            "outline green 49,16,150,50 of 2\n"
+            "fill green 49,4,80,16\n"
+            "truck at 50,4\n");
+  OverlayList list;
+  LayOutRecord(list, &record, {400, 300, 200, 100}, SdlStyle(false));
+  EXPECT_EQ(list.shapes.size(), 1u) << "without a font there are neither letters nor their background";
+}
+
+DsmRecord Monitored() {
+  DsmRecord record{};
+  record.pointSize = 3;
+  record.pointCount = 4;
+  const float x[] = {10.9f, 50, -70.5f, 3e9f}, y[] = {20, 60, 80.9f, 0};
+  std::copy(std::begin(x), std::end(x), record.x);
+  std::copy(std::begin(y), std::end(y), record.y);
+  const float boxes[][4] = {{10, 20, 30, 40}, {-10, 20, 3000, 4000}, {1921, 20, 3000, 40},
+                            {0, 0, 0, 40},    {0, 0, 40, 0},         {10.6f, 20.6f, 31.5f, 41.5f}};
+  for (const auto& box : boxes) {
+    const auto i = static_cast<size_t>(record.boxCount++);
+    record.left[i] = box[0], record.top[i] = box[1], record.right[i] = box[2], record.bottom[i] = box[3];
+  }
+  return record;
+}
+
+TEST(Overlays, LandmarksAndFacesOfDriverMonitoring) {
+  const DsmRecord record = Monitored();
+  EXPECT_EQ(LaidOut(&record, 'S'),
+            "disc green 7,17,13,23 of 3\n"
+            "disc green -73,77,-67,83 of 3\n"
+            "brackets green 4,14,36,46 of 6\n"
+            "brackets green -6,14,1926,1086 of 6\n"
+            "brackets green 1915,14,1926,46 of 6\n"
+            "brackets green 4,14,36,46 of 6\n");
+  EXPECT_EQ(LaidOut(&record, 'D'),
+            "disc green 7,17,13,23 of 3\n"
+            "disc green 47,57,53,63 of 3\n"
+            "disc green -73,77,-67,83 of 3\n"
+            "disc green -2147483651,-3,-2147483645,3 of 3\n"
+            "brackets green 9,19,31,41 of 3\n"
+            "brackets green -1,19,1921,1081 of 3\n"
+            "brackets green 9,19,32,42 of 3\n");
+  DsmRecord none = record;
+  none.pointCount = 0;
+  none.boxCount = -1;
+  EXPECT_EQ(LaidOut(&none, 'D'), "");
+}
+
+TEST(Overlays, NothingIsDrawnBehindALandmarkThatCoversAll) {
+  DsmRecord record{};
+  record.pointSize = 65535;
+  record.pointCount = 68;
+  EXPECT_EQ(LaidOut(&record, 'D'), "disc green -65535,-65535,65535,65535 of 65535\n");
+}
+
+/// A display on which shapes are drawn point by point and line by line.
+class Canvas {
+ public:
+  static constexpr int kWidth = 60, kHeight = 40;
+  using Pixels = std::vector<std::string>;
+
+  void Point(int64_t x, int64_t y) {
+    if (x >= 0 && y >= 0 && x < kWidth && y < kHeight)
+      m_rows[static_cast<size_t>(y)][static_cast<size_t>(x)] = '#';
+  }
+  void Line(int64_t x1, int64_t y1, int64_t x2, int64_t y2) {
+    for (int64_t y = std::min(y1, y2); y <= std::max(y1, y2); ++y)
+      for (int64_t x = std::min(x1, x2); x <= std::max(x1, x2); ++x)
+        Point(x, y);
+  }
+  void Draw(const OverlayShape& s) {
+    const auto& [l, t, r, b] = s.corners;
+    if (s.kind == OverlayShape::Kind::Fill && r > l && b > t) Line(l, t, r - 1, b - 1);
+    for (int64_t n = 0; n < s.size && s.kind == OverlayShape::Kind::Outline; ++n) {
+      Line(l + n, t + n, r - n, t + n), Line(l + n, b - n, r - n, b - n);
+      Line(l + n, t + n, l + n, b - n), Line(r - n, t + n, r - n, b - n);
+    }
+    for (int64_t n = 0; n < s.size && s.kind == OverlayShape::Kind::Brackets; ++n)
+      Arms({l + n, t + n, r - n, b - n}, s.parts);
+    for (int64_t i = 0; i < 2 * s.size && s.kind == OverlayShape::Kind::Disc; ++i)
+      for (int64_t j = 0; j < 2 * s.size; ++j)
+        if (const int64_t dx = s.size - i, dy = s.size - j; dx * dx + dy * dy <= int64_t{s.size} * s.size)
+          Point(l + s.size + dx, t + s.size + dy);
+  }
+  const Pixels& Rows() const { return m_rows; }
+
+ private:
+  void Arms(const WideRect& c, int64_t parts) {
+    const int64_t dx = (c.right - c.left) / parts, dy = (c.bottom - c.top) / parts;
+    for (const int64_t y : {c.top, c.bottom}) {
+      Line(c.left, y, c.left + dx, y);
+      Line(c.left + (parts - 1) * dx, y, c.right, y);
+    }
+    for (const int64_t x : {c.left, c.right}) {
+      Line(x, c.top, x, c.top + dy);
+      Line(x, c.top + (parts - 1) * dy, x, c.bottom);
+    }
+  }
+
+  Pixels m_rows = Pixels(kHeight, std::string(kWidth, '.'));
+};
+
+TEST(Overlays, ShapesAreThePixelsThatPointsAndLinesWouldMake) {
+  std::mt19937 random(99);
+  const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<uint32_t>(limit)); };
+  for (int n = 0; n < 4000; ++n) {
+    const int64_t x = below(90) - 15, y = below(70) - 15;
+    OverlayShape shape{.kind = static_cast<OverlayShape::Kind>(n % 4),
+                       .color = kOverlayGreen,
+                       .corners = {x, y, x + below(60) - 9, y + below(60) - 9},
+                       .size = below(4) ? below(6) : below(50),
+                       .parts = below(2) ? 5 : 8};
+    if (shape.kind == OverlayShape::Kind::Disc) shape.corners = WideRect{x, y, x, y}.Grown(shape.size);
+    Canvas expected, seen;
+    expected.Draw(shape);
+    RectList pixels;
+    AppendPixels(pixels, shape, Canvas::kWidth, Canvas::kHeight);
+    for (const PixelRect& r : pixels) {
+      ASSERT_TRUE(!r.Empty() && Intersect(r, {0, 0, Canvas::kWidth, Canvas::kHeight}) == r) << n;
+      seen.Draw({.color = kOverlayGreen, .corners = {r.left, r.top, r.right, r.bottom}});
+    }
+    ASSERT_EQ(seen.Rows(), expected.Rows()) << n;
+    const bool all = expected.Rows() == Canvas::Pixels(Canvas::kHeight, std::string(Canvas::kWidth, '#'));
+    if (shape.kind == OverlayShape::Kind::Disc) {
+      ASSERT_EQ(DiscCovers(shape, Canvas::kWidth, Canvas::kHeight), all) << n;
+    }
+  }
+}
+
+}  // namespace
