@@ -80,7 +80,7 @@ set_ffmpeg_options() {
     --enable-decoder=aac,aac_latm,mp3,mp2,amrnb,pcm_alaw,pcm_mulaw,adpcm_g726,adpcm_g726le
     --enable-decoder=adpcm_ms,adpcm_ima_wav,adpcm_ima_qt,adpcm_swf
     --enable-decoder=pcm_s16le,pcm_s16be,pcm_u8,pcm_s24le,pcm_s32le,pcm_f32le,pcm_dvd
-    --enable-parser=h264,hevc,mpeg4video,h263,mpegvideo,mjpeg,aac,aac_latm,mpegaudio)
+    --enable-parser=h264,hevc,mpeg4video,h263,mpegvideo,mjpeg,aac,aac_latm,mpegaudio,amr)
 }
 
 # What the package says of these libraries: ffmpeg_licence <package and version>, in their source's folder.
