@@ -195,7 +195,7 @@ void Layout::DrawDistance(const Box<Number>& box, uint16_t tenths, const Overlay
   if (m_style.written != m_style.counted) distance.Write(tenths, m_style.written);
   int64_t x = Whole(box.left);
   int64_t y = Whole(box.bottom + static_cast<Number>(style.gap));
-  if (box.Width() > static_cast<Number>(width) && box.Height() > static_cast<Number>(3 * style.height)) {
+  if (box.Width() > static_cast<Number>(width) && box.Height() > 3 * static_cast<Number>(style.height)) {
     x += Whole(box.Width()) / 2 - width / 2;
     y = Whole(box.bottom - static_cast<Number>(style.height));
   }
