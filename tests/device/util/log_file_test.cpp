@@ -49,9 +49,6 @@ DWORD WINAPI TellProgram(HMODULE, wchar_t* path, DWORD size) {
 constexpr SYSTEMTIME kAfternoon{2024, 5, 3, 17, 12, 34, 56, 0};
 SYSTEMTIME g_localTime = kAfternoon;
 ULONGLONG g_sinceBoot = 0;  ///< 0 for the real time
-const HANDLE kOutput = reinterpret_cast<HANDLE>(ULONG_PTR{0x7770});
-HANDLE g_output = kOutput;
-std::string g_echo;
 HANDLE g_stuckIn = nullptr;
 
 void WINAPI TellLocalTime(SYSTEMTIME* time) {
@@ -69,17 +66,12 @@ FARPROC WINAPI FindAllButTheSystemClock(HMODULE module, const char* name) {
   return RealFunction<decltype(GetProcAddress)>("kernel32.dll", "GetProcAddress")(module, name);
 }
 
-HANDLE TellOutput(DWORD) {
-  return g_output;
-}
-
-/// Keeps what is echoed. The next writer after g_stuckIn is set never comes back.
+/// The next writer after g_stuckIn is set never comes back.
 BOOL WINAPI WriteOrStick(HANDLE file, const void* bytes, DWORD size, DWORD* written, OVERLAPPED* at) {
   if (const HANDLE stuckIn = std::exchange(g_stuckIn, nullptr)) {
     SetEvent(stuckIn);
     Sleep(INFINITE);
   }
-  if (file == kOutput) return g_echo.append(static_cast<const char*>(bytes), size), TRUE;
   return RealFunction<decltype(WriteFile)>("kernel32.dll", "WriteFile")(file, bytes, size, written, at);
 }
 
@@ -97,25 +89,41 @@ CLogFile& Log() {
   return *CLogFile::GetInstance();
 }
 
-/// The program is asked for once: no test before these writes to the log.
+/// The program is asked for once, at the first line of all; it is told here, whichever test is the first.
+class Host : public testing::Environment {
+  void SetUp() override {
+    MakeFile(HostFolder() / L"Long host name.exe", "");
+    const ImportPatch program("kernel32.dll", "GetModuleFileNameW", &TellProgram);
+    const ImportPatch noOther("kernel32.dll", "GetProcAddress", &FindAllButTheSystemClock);
+    CLogFile::GetInstance();
+  }
+  void TearDown() override {
+    CLogFile::DestroyInstance();
+    if (!_wgetenv(kFolderVariable)) fs::remove_all(HostFolder());
+  }
+};
+[[maybe_unused]] const auto* const g_host = testing::AddGlobalTestEnvironment(new Host);
+
 class LogFile : public testing::Test {
  protected:
   LogFile() {
     CLogFile::DestroyInstance();
-    MakeFile(HostFolder() / L"Long host name.exe", "");
+    for (const wchar_t* name : {L"Log", L"LOG.INI"})
+      if (!_wgetenv(kFolderVariable)) fs::remove_all(HostFolder() / name);
     g_localTime = kAfternoon;
-    g_output = kOutput;
-    g_echo.clear();
+    SetStdHandle(STD_OUTPUT_HANDLE, m_output.get());
   }
   ~LogFile() override {
     CLogFile::DestroyInstance();
-    std::error_code ignored;
-    if (!_wgetenv(kFolderVariable)) fs::remove_all(HostFolder(), ignored);
+    SetStdHandle(STD_OUTPUT_HANDLE, m_before);
+    m_output.reset();
   }
 
   static void Set(const std::string& settings) {
     MakeFile(HostFolder() / L"LOG.INI", "[LOG]\r\n" + settings);
   }
+  static std::string Echo() { return Content(OutputFile()); }
+
   static std::vector<fs::path> Files() {
     std::vector<fs::path> files;
     if (fs::exists(LogFolder()))
@@ -150,11 +158,16 @@ class LogFile : public testing::Test {
   }
 
  private:
-  ImportPatch m_program{"kernel32.dll", "GetModuleFileNameW", &TellProgram};
-  ImportPatch m_noOther{"kernel32.dll", "GetProcAddress", &FindAllButTheSystemClock};
+  static fs::path OutputFile() { return HostFolder() / L"stdout.txt"; }
+  static HANDLE MakeOutput() {
+    return CreateFileW(OutputFile().c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                       CREATE_ALWAYS, 0, nullptr);
+  }
+
+  HANDLE m_before = GetStdHandle(STD_OUTPUT_HANDLE);
+  UniqueFile m_output{MakeOutput()};
   ImportPatch m_localTime{"kernel32.dll", "GetLocalTime", &TellLocalTime};
   ImportPatch m_sinceBoot{"kernel32.dll", "GetTickCount64", &TellTimeSinceBoot};
-  ImportPatch m_output{"kernel32.dll", "GetStdHandle", &TellOutput};
   ImportPatch m_write{"kernel32.dll", "WriteFile", &WriteOrStick};
 };
 
@@ -186,7 +199,7 @@ TEST_F(LogFile, WritesAndEchoesExactLines) {
   EXPECT_THAT(Messages(),
               ElementsAre("wide 7 text \xE9", "narrow 8 text %", "hex 9  007FABFF10", "none  ", "null  ",
                           "as it is: %d %s", wide, std::string(longest, 'n'), wide, wide, "last"));
-  EXPECT_EQ(g_echo, Text());
+  EXPECT_EQ(Echo(), Text());
   EXPECT_THAT(Files(), ElementsAre(LogFolder() / "unknow----2024-05-17 12-34-56----2024-05-17 12-34-56.log"));
 }
 
@@ -208,10 +221,10 @@ TEST_F(LogFile, ObeysTheLevelSettingAndNeedsNoStandardOutput) {
   Set("LEVEL=4\r\n");
   EXPECT_THAT(MessagesOfAllLevels(), SizeIs(0));
   EXPECT_FALSE(fs::exists(HostFolder() / L"Log")) << "no folder before the first line";
-  EXPECT_EQ(g_echo, "");
+  EXPECT_EQ(Echo(), "");
   CLogFile::DestroyInstance();
   Set("");
-  g_output = nullptr;
+  SetStdHandle(STD_OUTPUT_HANDLE, nullptr);
   EXPECT_THAT(MessagesOfAllLevels(), ElementsAre("level 2", "level 3"));
 }
 
@@ -260,7 +273,7 @@ TEST_F(LogFile, LosesLinesQuietlyWhereItCannotWrite) {
   fs::remove(HostFolder() / L"Log");
   Log().WriteText(2, L"kept");
   EXPECT_THAT(Messages(), ElementsAre("kept"));
-  EXPECT_EQ(g_echo, Text()) << "a lost line is not echoed";
+  EXPECT_EQ(Echo(), Text()) << "a lost line is not echoed";
 }
 
 /// Such as one that the end of the process ended. It stays in this process and holds a lock that is gone.
