@@ -13,22 +13,11 @@
 namespace {
 
 TEST(Mosaic, BlockSizes) {
-  const struct {
-    int32_t level;
-    int32_t block;
-  } cases[] = {{1, 3},   {2, 6},  {3, 9},    {4, 12}, {5, 3},  {10, 6},  {20, 9},        {30, 12},
-               {50, 15}, {6, 18}, {49, 147}, {0, 0},  {-1, 0}, {-50, 0}, {INT32_MIN, 0}, {INT32_MAX, 16384}};
-  for (const auto& c : cases)
-    EXPECT_EQ(MosaicBlockSize(static_cast<uint32_t>(c.level)), c.block) << c.level;
-}
-
-TEST(Mosaic, DrawsNothingForEmptyAreasAndLevels) {
-  EXPECT_EQ(LayoutMosaic({10, 10, 10, 40}, 9, 640, 480).columns, 0);
-  EXPECT_EQ(LayoutMosaic({10, 40, 40, 10}, 9, 640, 480).columns, 0);
-  EXPECT_EQ(LayoutMosaic({640, 0, 700, 40}, 9, 640, 480).columns, 0);
-  EXPECT_EQ(LayoutMosaic({-50, 0, 0, 40}, 9, 640, 480).columns, 0);
-  EXPECT_EQ(LayoutMosaic({0, 0, 40, 40}, 0, 640, 480).columns, 0);
-  EXPECT_EQ(LayoutMosaic({0, 0, 40, 40}, 9, 0, 0).columns, 0);
+  constexpr std::pair<int32_t, int32_t> kCases[] = {
+      {1, 3},   {2, 6},  {3, 9},    {4, 12}, {5, 3},  {10, 6},  {20, 9},        {30, 12},
+      {50, 15}, {6, 18}, {49, 147}, {0, 0},  {-1, 0}, {-50, 0}, {INT32_MIN, 0}, {INT32_MAX, 16384}};
+  for (const auto& [level, block] : kCases)
+    EXPECT_EQ(MosaicBlockSize(static_cast<uint32_t>(level)), block) << level;
 }
 
 /// For any area: every display pixel of the area is covered, and takes the colour of its block's corner or of
@@ -38,10 +27,11 @@ TEST(Mosaic, CoversTheVisiblePartOfAnyArea) {
   const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<uint32_t>(limit)); };
   for (int n = 0; n < 3000; ++n) {
     const int left = below(120) - 60, top = below(120) - 60;
-    const int right = left + 1 + below(90), bottom = top + 1 + below(90);
-    const int block = 1 + below(20);
+    const int right = left + below(90) - 4, bottom = top + below(90) - 4;
+    const int block = below(20);
     const MosaicGrid grid = LayoutMosaic({left, top, right, bottom}, block, 50, 40);
-    const bool visible = right > 0 && bottom > 0 && left < 50 && top < 40;
+    const bool visible =
+        block > 0 && right > std::max(left, 0) && bottom > std::max(top, 0) && left < 50 && top < 40;
     ASSERT_EQ(grid.columns > 0, visible);
     if (!visible) continue;
     for (int x = std::max(left, 0); x < std::min(right, 50); ++x) {
@@ -59,15 +49,13 @@ TEST(Mosaic, CoversTheVisiblePartOfAnyArea) {
   }
   const MosaicGrid huge = LayoutMosaic({INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, 3, 1920, 1080);
   EXPECT_EQ(huge.source, (PixelRect{0, 0, 1920, 1080}));
+  EXPECT_EQ(LayoutMosaic({0, 0, 40, 40}, 9, 0, 0).columns, 0);
 }
 
 TEST(Osd, FontSizes) {
-  const struct {
-    int32_t height;
-    int32_t size;
-  } cases[] = {{-1, 0}, {0, 0}, {1, 4}, {119, 4}, {120, 8}, {600, 40}, {1080, 72}};
-  for (const auto& c : cases)
-    EXPECT_EQ(OsdFontSize(c.height), c.size) << c.height;
+  for (const auto& [height, size] :
+       {std::pair{-1, 0}, {0, 0}, {1, 4}, {119, 4}, {120, 8}, {600, 40}, {1080, 72}})
+    EXPECT_EQ(OsdFontSize(height), size) << height;
 }
 
 TextItem Item(const char* text, int32_t x, int32_t y, uint32_t anchor) {
