@@ -176,6 +176,14 @@ BaseDisplayer::DueOverlays BaseDisplayer::AdvanceOverlays() {
   return {AdvanceOverlay(m_alg, m_algQueue.Take(), now), AdvanceOverlay(m_dsm, m_dsmQueue.Take(), now)};
 }
 
+FrameRecords BaseDisplayer::TakeRecords(bool paused) {
+  FrameRecords due;
+  const uint64_t now = GetTickCount64();
+  if (paused ? m_alg.shown : AdvanceBurnIn(m_alg, m_algQueue.Take(), now)) due.alg = m_alg.record;
+  if (paused ? m_dsm.shown : AdvanceOverlay(m_dsm, m_dsmQueue.Take(), now)) due.dsm = m_dsm.record;
+  return due;
+}
+
 void BaseDisplayer::DropOverlays() {
   if (m_settings.Get(&PaneSettings::paused)) return;
   m_algQueue.Take();

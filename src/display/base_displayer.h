@@ -175,6 +175,13 @@ class BaseDisplayer {
   };
   DueOverlays AdvanceOverlays();
 
+  /// Draws a record over the frame being made. DrawAlgInfo and DrawDsmAlgInfo come here, and DrawOverlays with
+  /// records of any kind that has no operation of its own.
+  virtual void PaintRecord(RecordView) {}
+
+  /// AdvanceOverlays for a backend that burns driver assistance into its frames and draws later: what is due.
+  FrameRecords TakeRecords(bool paused);
+
   /// Takes the records of a frame that is refused, or none while paused, and drops them. For frames on a thread
   /// that does not have the pane: any thread may call, what is being shown stays as it is.
   void DropOverlays();

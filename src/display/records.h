@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <variant>
 
 constexpr int32_t kTextItemCount = 6;
@@ -57,6 +58,12 @@ static_assert(offsetof(DsmRecord, pointCount) == 2 && offsetof(DsmRecord, x) == 
               offsetof(DsmRecord, y) == 276 && offsetof(DsmRecord, boxCount) == 548 &&
               offsetof(DsmRecord, left) == 552 && offsetof(DsmRecord, top) == 600 &&
               offsetof(DsmRecord, right) == 648 && offsetof(DsmRecord, bottom) == 696);
+
+/// What is shown with one frame.
+struct FrameRecords {
+  std::optional<AlgRecord> alg;
+  std::optional<DsmRecord> dsm;
+};
 
 /// A record of any kind, kept elsewhere.
 using RecordView = std::variant<const AlgRecord*, const DsmRecord*>;

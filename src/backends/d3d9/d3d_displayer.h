@@ -112,7 +112,7 @@ class D3DDisplayer : public BaseDisplayer {
   bool CanDrawOverlays();
   bool OutlineByVertices();
   bool IsSideVisible(const WideRect& corners) const;
-  void PaintRecord(RecordView record);
+  void PaintRecord(RecordView record) override;
   void DrawShape(ShapeBatch& batch, const OverlayShape& shape);
   void DrawOutline(ShapeBatch& batch, const OverlayShape& shape);
   void DrawThickBrackets(ShapeBatch& batch, const OverlayShape& shape);

@@ -72,7 +72,7 @@ int32_t CDirectDraw::HandOver(const FrameView& frame, const PaneSettings& settin
   FrameSlots::PutResult result = FrameSlots::PutResult::Closed;
   {
     CAutoLock guard(&m_handOverLock);
-    const FrameNote note = TakeRecords(settings.paused != 0, param2);
+    const FrameNote note{param2, TakeRecords(settings.paused != 0)};
     if (!IsWindow(m_hPlayWnd)) return kNotInitialised;
     const bool adjust = IsAdjustActive(change.colors);
     if (adjust) m_tables.Update(change.colors);
@@ -83,15 +83,6 @@ int32_t CDirectDraw::HandOver(const FrameView& frame, const PaneSettings& settin
     return result == FrameSlots::PutResult::Closed ? kNotInitialised : kFailed;
   m_work.Raise();
   return kOk;
-}
-
-FrameNote CDirectDraw::TakeRecords(bool paused, int64_t param2) {
-  FrameNote note;
-  note.param2 = param2;
-  const uint64_t now = GetTickCount64();
-  if (paused ? m_alg.shown : AdvanceBurnIn(m_alg, m_algQueue.Take(), now)) note.alg = m_alg.record;
-  if (paused ? m_dsm.shown : AdvanceOverlay(m_dsm, m_dsmQueue.Take(), now)) note.dsm = m_dsm.record;
-  return note;
 }
 
 int32_t CDirectDraw::InitDraw(uint32_t width, uint32_t height, uint32_t param) {

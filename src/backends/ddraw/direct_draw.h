@@ -71,7 +71,6 @@ class CDirectDraw : public BaseDisplayer {
   };
   int32_t HandOver(const FrameView& frame, const PaneSettings& settings, const FrameChange& change,
                    int64_t param2);
-  FrameNote TakeRecords(bool paused, int64_t param2);
 
   static DWORD WorkerMain(void* self);
   void Work();
@@ -99,7 +98,7 @@ class CDirectDraw : public BaseDisplayer {
   };
   bool CollectOverlays(const PixelRect& area, const PaneSettings& settings);
   HRESULT PaintOverlays(const PixelRect& area, const PaneSettings& settings);
-  void PaintRecord(HDC dc, RecordView record);
+  void DrawRecord(HDC dc, RecordView record);
   HRESULT PixelateMosaic();
   void CallDisplayCallback(HDC dc, const PixelRect& area, const PaneSettings& settings);
 

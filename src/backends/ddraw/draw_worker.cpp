@@ -42,9 +42,9 @@ void CDirectDraw::DrawPending() {
 
 void CDirectDraw::BurnInBoxes(const FrameView& planes) {
   m_burnedIn.Clear();
-  if (!m_shown.alg) return;
+  if (!m_shown.records.alg) return;
   const auto map = DisplayMap::Unscaled(static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight));
-  LayOutRecord(m_burnedIn, &*m_shown.alg, map, BurnInStyle());
+  LayOutRecord(m_burnedIn, &*m_shown.records.alg, map, BurnInStyle());
   BurnIn(m_yuvDraw, m_burnedIn, planes, m_dwWidth, m_dwHeight);
 }
 

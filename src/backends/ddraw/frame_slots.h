@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
 
 #include "display/frame_copier.h"
 #include "display/records.h"
@@ -15,8 +14,7 @@
 /// What travels with a frame: the client's value for it and the records that are shown with it.
 struct FrameNote {
   int64_t param2 = 0;
-  std::optional<AlgRecord> alg;
-  std::optional<DsmRecord> dsm;
+  FrameRecords records;
 };
 
 /// Hands frames from the threads that bring them to the one thread that draws them. Two slots: one is with

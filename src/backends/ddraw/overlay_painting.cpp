@@ -42,7 +42,7 @@ bool CDirectDraw::CollectOverlays(const PixelRect& area, const PaneSettings& set
   o.anyText =
       std::any_of(o.texts.begin(), o.texts.end(), [](const TextItem& item) { return item.text[0] != '\0'; });
   o.anyLabel = GdiLabels::Readable(m_burnedIn.labels, o.map);
-  o.needDC = o.anyText || o.anyLabel || m_shown.dsm || settings.displayCB.function;
+  o.needDC = o.anyText || o.anyLabel || m_shown.records.dsm || settings.displayCB.function;
   return o.needDC || o.mosaic.columns != 0;
 }
 
@@ -60,12 +60,12 @@ HRESULT CDirectDraw::PaintOverlays(const PixelRect& area, const PaneSettings& se
     for (const TextItem& item : o.texts)
       m_text.Draw(dc.Get(), item, o.map);
   }
-  if (m_shown.dsm) PaintRecord(dc.Get(), &*m_shown.dsm);
+  if (m_shown.records.dsm) DrawRecord(dc.Get(), &*m_shown.records.dsm);
   CallDisplayCallback(dc.Get(), area, settings);
   return DD_OK;
 }
 
-void CDirectDraw::PaintRecord(HDC dc, RecordView record) {
+void CDirectDraw::DrawRecord(HDC dc, RecordView record) {
   const DisplayMap& map = m_overlays.map;
   LayOutRecord(m_painted, record, map, DirectDrawStyle());
   const SavedDC state(dc);

@@ -95,7 +95,7 @@ class SDLDisplayer : public BaseDisplayer {
   bool Present(const FrameView& frame, const MosaicSettings& mosaic);
   bool Upload(const FrameView& frame);
   DisplayMap Map() const;
-  void PaintRecord(RecordView record);
+  void PaintRecord(RecordView record) override;
   void DrawTexts();
   void DrawMosaic(const MosaicSettings& mosaic);
   static void OnRedraw(HWND hwnd, WPARAM pane);

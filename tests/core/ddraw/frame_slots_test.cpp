@@ -23,7 +23,7 @@ TestFrame Numbered(uint8_t value) {
 
 PutResult Put(FrameSlots& slots, uint8_t value) {
   TestFrame frame = Numbered(value);
-  return slots.Put(frame.View(), {value, {}, {}});
+  return slots.Put(frame.View(), {value, {}});
 }
 
 bool IsFlat(const uint8_t* plane, int32_t stride, int width, int height, uint8_t value) {
@@ -89,7 +89,7 @@ TEST(FrameSlots, KeepsFramesWholeUnderLoad) {
       const auto value = static_cast<uint8_t>((i * 2 + parity) & 0xFF);
       frame.Fill(value, value, value);
       const std::lock_guard turn(turns);
-      ASSERT_EQ(slots.Put(frame.View(), {int64_t{i} * 2 + parity, {}, {}}), PutResult::Stored);
+      ASSERT_EQ(slots.Put(frame.View(), {int64_t{i} * 2 + parity, {}}), PutResult::Stored);
     }
     --writing;
   };
