@@ -57,7 +57,7 @@ RunningPlayer::RunningPlayer(const std::string& arguments, const std::string& fo
 }
 
 HWND RunningPlayer::WaitForTitle(const std::string& text) const {
-  constexpr int kLongestWaitMs = 30'000;
+  constexpr int kLongestWaitMs = 60'000;
   constexpr int kPauseMs = 50;
   for (int waited = 0; waited < kLongestWaitMs; waited += kPauseMs) {
     HWND window = FindWindowA("nivral_player", nullptr);

@@ -24,7 +24,7 @@ class RunningPlayer {
  public:
   explicit RunningPlayer(const std::string& arguments, const std::string& folder = ProgramFolder());
 
-  /// Waits until the main window's title contains a text; null when it does not in half a minute.
+  /// Waits until the main window's title contains a text; null when it does not in a minute.
   HWND WaitForTitle(const std::string& text) const;
   /// Waits for the end, or kills the player after a minute, which gives the exit code 1460.
   PlayerRun Wait();
