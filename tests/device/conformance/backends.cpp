@@ -49,7 +49,8 @@ const Backend kBackends[] = {
      .everyLandmark = true,
      .blueLetters = true,
      .person = kOrange,
-     .other = kGreen},
+     .other = kGreen,
+     .keptPerCycle = 450},
     kDirectDraw("ddraw", nullptr),
     kDirectDraw("ddraw_rgb", &TakeRgbRoad),
 };
