@@ -4,7 +4,10 @@
 # that wants one and keeps it for the next. Being a child, it would hold this test's output open for as long,
 # and CTest waits for its end; so the program writes to a file.
 OUTPUT=$(mktemp); trap 'rm -f "$OUTPUT"' EXIT
+# GoogleTest keeps this file while its tests run: a program that ends in one of them with code 0 has failed.
+EARLY=$(mktemp -u); export TEST_PREMATURE_EXIT_FILE=Z:${EARLY//\//\\}
 /usr/lib/wine/wine64 "$@" > "$OUTPUT" 2>&1 < /dev/null
 CODE=$?
 cat "$OUTPUT"
+[ ! -e "$EARLY" ] || { rm -f "$EARLY"; echo "ended before its last test"; CODE=98; }
 exit $CODE

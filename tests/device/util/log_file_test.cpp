@@ -310,6 +310,7 @@ TEST_F(LogFile, KeepsAllLinesOfThreadsAndProcesses) {
   std::wstring command = std::wstring(L"\"") + program +
                          L"\" --gtest_also_run_disabled_tests --gtest_filter=*DISABLED_WritesFromThreads";
   SetEnvironmentVariableW(kFolderVariable, HostFolder().c_str());
+  SetEnvironmentVariableW(L"TEST_PREMATURE_EXIT_FILE", nullptr);  // is this process's own
   STARTUPINFOW startup{};
   startup.cb = sizeof(startup);
   PROCESS_INFORMATION process{};
