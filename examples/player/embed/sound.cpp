@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr uint32_t kBuffersPerSecond = 8;
+constexpr uint32_t kBuffersPerSecond = 16;
 
 WAVEFORMATEX FormatOf(const SoundSource& source) {
   WAVEFORMATEX format{};
