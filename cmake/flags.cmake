@@ -26,9 +26,11 @@ if(WIN32)
     WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601 WINVER=0x0601 SDL_MAIN_HANDLED)
 endif()
 if(MINGW)
-  # The same sources give the same bytes in any folder and at any time.
+  # The same sources give the same bytes in any folder and at any time, also where ccache makes paths relative.
+  file(RELATIVE_PATH to_sources "${CMAKE_BINARY_DIR}" "${PROJECT_SOURCE_DIR}")
   target_compile_options(nivral_flags INTERFACE
-    "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${nivral_deps}=deps")
+    "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${to_sources}=."
+    "-ffile-prefix-map=${nivral_deps}=deps")
   target_link_options(nivral_flags INTERFACE -static -Wl,--no-insert-timestamp)
   string(REPLACE "-O3" "-O2" CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
   # printf of the C standard (%zu, %lld) instead of the old run-time's.
