@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/yuvdraw/yuv2rgb.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <new>
 
@@ -41,4 +43,62 @@ void YUV2RGB::ToBgr24(uint8_t* bgr, const ConstFrameView& frame, uint32_t width,
 bool YUV2RGB::WriteBmp(const char* fileName, const uint8_t* bgr, uint32_t width, uint32_t height) {
   WriteBmpFile(fileName, bgr, width, height);
   return false;
+}
+
+namespace {
+
+constexpr int32_t kSamples = 256;
+
+/// What chroma adds to luma, and where the sum, shifted up by kSamples, lands in a pixel.
+struct Tables {
+  int16_t redFromV[kSamples];
+  int16_t greenFromV[kSamples];
+  int16_t greenFromU[kSamples];
+  int16_t blueFromU[kSamples];
+  uint16_t red[3 * kSamples];
+  uint16_t green[3 * kSamples];
+  uint16_t blue[3 * kSamples];
+};
+
+constexpr int16_t Scale(double coefficient, int32_t sample) {
+  return static_cast<int16_t>(coefficient * (sample - 128));
+}
+
+constexpr Tables MakeTables() {
+  Tables t{};
+  for (int32_t i = 0; i < kSamples; ++i) {
+    t.redFromV[i] = Scale(1.4013377926421404, i);
+    t.greenFromV[i] = Scale(-0.7136038186157518, i);
+    t.greenFromU[i] = Scale(-0.34441087613293053, i);
+    t.blueFromU[i] = Scale(1.7734138972809665, i);
+  }
+  for (int32_t i = 0; i < 3 * kSamples; ++i) {
+    const int32_t value = std::clamp(i - kSamples, 0, 255);
+    t.red[i] = static_cast<uint16_t>(value << 8 & 0xF800);
+    t.green[i] = static_cast<uint16_t>(value << 3 & 0x07E0);
+    t.blue[i] = static_cast<uint16_t>(value >> 3);
+  }
+  return t;
+}
+
+constexpr Tables kTables = MakeTables();
+
+constexpr uint16_t ToPixel(int32_t y, uint8_t u, uint8_t v) {
+  const int32_t luma = y + kSamples;
+  return static_cast<uint16_t>(kTables.red[luma + kTables.redFromV[v]] |
+                               kTables.green[luma + kTables.greenFromU[u] + kTables.greenFromV[v]] |
+                               kTables.blue[luma + kTables.blueFromU[u]]);
+}
+
+}  // namespace
+
+void YuvToBottomUpRgb565(uint16_t* rgb, const FrameView& frame, uint32_t width, uint32_t height) {
+  for (ptrdiff_t row = 0; row < ptrdiff_t{height / 2 * 2}; ++row) {
+    uint16_t* out = rgb + (ptrdiff_t{height} - 1 - row) * width;
+    const uint8_t* y = frame.y + row * frame.strideY;
+    const uint8_t* u = frame.u + row / 2 * frame.strideU;
+    const uint8_t* v = frame.v + row / 2 * frame.strideV;
+    for (ptrdiff_t x = 0; x < ptrdiff_t{width / 2 * 2}; ++x)
+      out[x] = ToPixel(y[x], u[x / 2], v[x / 2]);
+  }
 }

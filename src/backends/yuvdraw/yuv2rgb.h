@@ -24,3 +24,7 @@ class YUV2RGB {
  private:
   static bool WriteBmp(const char* fileName, const uint8_t* bgr, uint32_t width, uint32_t height);
 };
+
+/// Bottom-up rows of width 16-bit pixels: red in 0xF800, green in 0x07E0, blue in 0x001F. Luma is taken as
+/// full range. For even widths and heights; an odd last column or row is left alone.
+void YuvToBottomUpRgb565(uint16_t* rgb, const FrameView& frame, uint32_t width, uint32_t height);

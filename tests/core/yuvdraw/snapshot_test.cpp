@@ -14,7 +14,6 @@
 #endif
 
 #include "backends/yuvdraw/bmp_file.h"
-#include "backends/yuvdraw/rgb565.h"
 #include "backends/yuvdraw/yuv2rgb.h"
 #include "support/frames.h"
 
