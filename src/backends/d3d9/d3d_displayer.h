@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "backends/d3d9/d3dx_library.h"
-#include "backends/d3d9/frame_strides.h"
 #include "backends/d3d9/mosaic_map.h"
 #include "backends/d3d9/outlines.h"
 #include "backends/d3d9/surface_copy.h"

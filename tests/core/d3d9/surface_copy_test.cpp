@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "backends/d3d9/frame_strides.h"
 #include "support/kernel_forms.h"
 #include "surface_reference.h"
 
