@@ -4,8 +4,7 @@
 #include <limits>
 #include <tuple>
 
-#include "backends/d3d9/mosaic_blocks.h"
-#include "backends/d3d9/mosaic_map.h"
+#include "backends/d3d9/privacy_mosaic.h"
 #include "backends/d3d9/zoom.h"
 #include "surface_reference.h"
 

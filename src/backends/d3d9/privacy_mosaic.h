@@ -6,7 +6,9 @@
 #include <optional>
 #include <span>
 
+#include "backends/d3d9/yv12_surface.h"
 #include "backends/d3d9/zoom.h"
+#include "picture/frame_view.h"
 #include "picture/pixel_rect.h"
 
 /// Thousandths of the frame. Clients may store any values.
@@ -41,3 +43,11 @@ int32_t PickMosaic(std::span<const MilleRect> mosaics, const MillePoint& point);
 /// and empty when the zoom window does not touch the mosaic.
 PixelRect MosaicOnSurface(const MilleRect& mosaic, const ZoomState& zoom, uint32_t mirrorMode, int32_t width,
                           int32_t height);
+
+/// Source samples on a side of a mosaic block; on the surface a block is this times the zoom factor.
+constexpr int32_t kMosaicBlock = 16;
+
+/// Replaces the luma of `area`, which lies on the surface, by one sample per block. Samples come from the
+/// frame, not from the surface; chroma stays. Mirrored pictures count blocks from the window's far edges.
+void PixelateLuma(const Yv12Surface& surface, const ConstFrameView& frame, const PixelRect& area,
+                  const ZoomState& zoom, uint32_t mirrorMode);
