@@ -153,3 +153,21 @@ HRESULT DDrawDevice::BlitToScreen(HWND window, IDirectDrawSurface7* picture, con
   RECT to = ToRect(target);
   return LogFailure("Present: Blt", m_primary->Blt(&to, picture, &from, DDBLT_WAIT, nullptr));
 }
+
+SurfaceLock::SurfaceLock(IDirectDrawSurface7* surface, DWORD flags) : m_surface(surface) {
+  m_description.dwSize = sizeof(m_description);
+  m_result =
+      LogFailure("SurfaceLock: Lock", surface->Lock(nullptr, &m_description, DDLOCK_WAIT | flags, nullptr));
+}
+
+SurfaceLock::~SurfaceLock() {
+  if (SUCCEEDED(m_result)) m_surface->Unlock(nullptr);
+}
+
+SurfaceDC::SurfaceDC(IDirectDrawSurface7* surface)
+    : m_surface(surface), m_result(LogFailure("SurfaceDC: GetDC", surface->GetDC(&m_dc))) {
+}
+
+SurfaceDC::~SurfaceDC() {
+  if (SUCCEEDED(m_result)) m_surface->ReleaseDC(m_dc);
+}

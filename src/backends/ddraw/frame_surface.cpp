@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
+#include "backends/ddraw/ddraw_device.h"
 #include "backends/ddraw/ddraw_error.h"
-#include "backends/ddraw/surface_access.h"
 #include "colour/convert.h"
 #include "picture/plane_copy.h"
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstring>
 
+#include "backends/ddraw/ddraw_device.h"
 #include "backends/ddraw/direct_draw.h"
 #include "backends/ddraw/draw_layout.h"
 #include "backends/ddraw/pixelate.h"
-#include "backends/ddraw/surface_access.h"
 #include "display/overlay_layout.h"
 #include "display/overlay_shapes.h"
 
