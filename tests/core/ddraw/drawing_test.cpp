@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "backends/ddraw/draw_layout.h"
-#include "backends/ddraw/pixelate.h"
+#include "backends/ddraw/ddraw_mosaic.h"
 
 namespace {
 

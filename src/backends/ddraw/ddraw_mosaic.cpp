@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/ddraw/pixelate.h"
+#include "backends/ddraw/ddraw_mosaic.h"
 
 #include <algorithm>
 #include <cstring>
