@@ -6,7 +6,7 @@
 #include <new>
 
 #include "backends/d3d9/d3d_displayer.h"
-#include "backends/ddraw/direct_draw.h"
+#include "backends/ddraw/ddraw_displayer.h"
 #include "backends/sdl2/sdl_displayer.h"
 
 namespace {

@@ -2,7 +2,7 @@
 #include <windows.h>
 
 #include "api/guard.h"
-#include "backends/ddraw/direct_draw.h"
+#include "backends/ddraw/ddraw_displayer.h"
 #include "colour/convert.h"
 #include "util/log_file.h"
 

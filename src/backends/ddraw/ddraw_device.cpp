@@ -6,7 +6,7 @@
 #include <new>
 
 #include "backends/ddraw/ddraw_error.h"
-#include "backends/ddraw/draw_layout.h"
+#include "backends/ddraw/ddraw_layout.h"
 
 namespace {
 

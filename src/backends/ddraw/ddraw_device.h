@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-#include "backends/ddraw/pixel_layout.h"
+#include "backends/ddraw/ddraw_layout.h"
 #include "picture/pixel_rect.h"
 #include "util/com_ptr.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/ddraw/direct_draw.h"
+#include "backends/ddraw/ddraw_displayer.h"
 
 #include "colour/convert.h"
 #include "display/display_codes.h"

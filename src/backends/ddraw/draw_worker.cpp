@@ -4,9 +4,9 @@
 
 #include <new>
 
+#include "backends/ddraw/ddraw_displayer.h"
 #include "backends/ddraw/ddraw_error.h"
-#include "backends/ddraw/direct_draw.h"
-#include "backends/ddraw/draw_layout.h"
+#include "backends/ddraw/ddraw_layout.h"
 #include "display/burn_in.h"
 #include "display/overlay_layout.h"
 

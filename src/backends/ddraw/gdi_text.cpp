@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/ddraw/gdi_text.h"
+#include "backends/ddraw/ddraw_text.h"
 
 #include <algorithm>
 #include <cstring>

@@ -4,9 +4,9 @@
 #include <cstring>
 
 #include "backends/ddraw/ddraw_device.h"
+#include "backends/ddraw/ddraw_displayer.h"
+#include "backends/ddraw/ddraw_layout.h"
 #include "backends/ddraw/ddraw_mosaic.h"
-#include "backends/ddraw/direct_draw.h"
-#include "backends/ddraw/draw_layout.h"
 #include "display/overlay_layout.h"
 #include "display/overlay_shapes.h"
 

@@ -4,7 +4,7 @@
 #include <climits>
 #include <vector>
 
-#include "backends/ddraw/draw_layout.h"
+#include "backends/ddraw/ddraw_layout.h"
 #include "backends/ddraw/ddraw_mosaic.h"
 
 namespace {

@@ -7,7 +7,7 @@
 
 #include "api/backend_table.h"
 #include "api/direct3d_probe.h"
-#include "backends/ddraw/direct_draw.h"
+#include "backends/ddraw/ddraw_displayer.h"
 #include "backends/sdl2/sdl_displayer.h"
 #include "nivral/nivral.h"
 #include "util/win_handles.h"

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <ostream>
 
-#include "backends/ddraw/direct_draw.h"
+#include "backends/ddraw/ddraw_displayer.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 // Where the DirectDraw backend puts its picture, on both roads, and what the client draws over it.
 #include <atomic>
 
-#include "backends/ddraw/direct_draw.h"
+#include "backends/ddraw/ddraw_displayer.h"
 #include "support/pane.h"
 
 namespace {

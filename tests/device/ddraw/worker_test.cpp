@@ -2,7 +2,7 @@
 // The DirectDraw backend's worker: lost surfaces, held and asking callbacks, skipped frames.
 #include <bit>
 
-#include "backends/ddraw/direct_draw.h"
+#include "backends/ddraw/ddraw_displayer.h"
 #include "support/pane.h"
 #include "support/vtable_patch.h"
 

@@ -2,6 +2,10 @@
 // Where things go: from the play rectangle in the window to the part of the screen that a blit may touch.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+
+#include "colour/kernels.h"
 #include "picture/pixel_rect.h"
 
 /// Largest side of a drawn area, in pixels; what graphics drivers take as a surface everywhere.
@@ -23,3 +27,9 @@ struct ScreenCopy {
 
 /// Cuts a picture at (x, y) of the screen down to what lies inside `bounds`.
 ScreenCopy CutToScreen(int32_t x, int32_t y, int32_t width, int32_t height, const PixelRect& bounds);
+
+/// Which of the formats that frames can be converted to a display mode has, if any: `bits` per pixel and the
+/// masks of the three channels in a little-endian pixel.
+std::optional<PixelFormat> IdentifyPixels(uint32_t bits, uint32_t red, uint32_t green, uint32_t blue);
+
+int32_t BytesPerPixel(PixelFormat format);
