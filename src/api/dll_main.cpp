@@ -23,7 +23,7 @@ void OnProcessAttach() noexcept {
   Guarded([] {
     ChooseKernels();
     CDirectDraw::BuildTables();
-    CDirectDraw::MarkPrepared();
+    CDirectDraw::SetTablesBuilt();
     CLogFile::GetInstance()->SetName(L"libnivral");
     return kApiOk;
   });

@@ -51,7 +51,7 @@ uint32_t NIVRAL_CALL NIVRAL_InitializeEx(uint32_t bUseSDL) {
     if (bUseSDL) {
       StartSdl();
     } else {
-      CDirectDraw::MarkPrepared();
+      CDirectDraw::SetTablesBuilt();
       g_library.bNoDirect3D = ProbeDirect3D().value_or(g_library.bNoDirect3D);
     }
     return kApiOk;

@@ -7,33 +7,33 @@
 
 namespace {
 
-struct Kept {
+struct Unreleased {
   CMutexLock lock;
   std::vector<ComPtr<IUnknown>> objects;
 };
 
 /// Never destroyed: at the end of the process the objects' own code may be gone before this module's.
-Kept& TheKept() {
-  static Kept& kept = *new Kept;
-  return kept;
+Unreleased& UnreleasedObjects() {
+  static Unreleased& unreleased = *new Unreleased;
+  return unreleased;
 }
 
 }  // namespace
 
 void KeepUnreleased(ComPtr<IUnknown> object) {
-  Kept& kept = TheKept();
-  CAutoLock guard(&kept.lock);
-  kept.objects.push_back(std::move(object));
+  Unreleased& unreleased = UnreleasedObjects();
+  CAutoLock guard(&unreleased.lock);
+  unreleased.objects.push_back(std::move(object));
 }
 
 size_t UnreleasedCount() {
-  Kept& kept = TheKept();
-  CAutoLock guard(&kept.lock);
-  return kept.objects.size();
+  Unreleased& unreleased = UnreleasedObjects();
+  CAutoLock guard(&unreleased.lock);
+  return unreleased.objects.size();
 }
 
 void ReleaseUnreleased() {
-  Kept& kept = TheKept();
-  CAutoLock guard(&kept.lock);
-  kept.objects.clear();
+  Unreleased& unreleased = UnreleasedObjects();
+  CAutoLock guard(&unreleased.lock);
+  unreleased.objects.clear();
 }

@@ -12,7 +12,7 @@ constexpr uint32_t kPlanarYuv420 = 3;
 /// Larger pictures fit on no surface of a driver.
 constexpr uint32_t kMaxVideoSide = 16384;
 
-std::atomic<bool> g_prepared{false};
+std::atomic<bool> g_tablesBuilt{false};
 
 /// Waits for the event while the calling thread goes on answering messages that other threads send to its
 /// windows: a driver or a client's callback on the worker may be waiting for such an answer.
@@ -29,14 +29,14 @@ void CDirectDraw::BuildTables() {
   ChooseKernels();
 }
 
-void CDirectDraw::MarkPrepared() {
-  g_prepared = true;
+void CDirectDraw::SetTablesBuilt() {
+  g_tablesBuilt = true;
 }
 
 CDirectDraw::CDirectDraw() : m_workerDone(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
-  if (!g_prepared) {
+  if (!g_tablesBuilt) {
     BuildTables();
-    MarkPrepared();
+    SetTablesBuilt();
   }
   IconTitleFace(m_szFontFace);
 }
@@ -72,12 +72,12 @@ int32_t CDirectDraw::HandOver(const FrameView& frame, const PaneSettings& settin
   FrameSlots::PutResult result = FrameSlots::PutResult::Closed;
   {
     CAutoLock guard(&m_handOverLock);
-    const FrameNote note{param2, TakeRecords(settings.paused != 0)};
+    const FrameInfo info{param2, TakeRecords(settings.paused != 0)};
     if (!IsWindow(m_hPlayWnd)) return kNotInitialised;
     const bool adjust = IsAdjustActive(change.colors);
     if (adjust) m_tables.Update(change.colors);
     const FrameCopier copier(change.mirrorMode, adjust ? &m_tables : nullptr);
-    result = m_slots.Put(frame, note, adjust || change.mirrorMode ? &copier : nullptr);
+    result = m_slots.Put(frame, info, adjust || change.mirrorMode ? &copier : nullptr);
   }
   if (result != FrameSlots::PutResult::Stored)
     return result == FrameSlots::PutResult::Closed ? kNotInitialised : kFailed;
@@ -118,7 +118,7 @@ HRESULT CDirectDraw::CreateSurfaces() {
   m_frameUploaded = false;
   m_plainRefused = false;
   HRESULT hr = m_device.Create();
-  if (SUCCEEDED(hr)) hr = m_frameSurface.Create(m_device, m_dwWidth, m_dwHeight, m_wantedRoad);
+  if (SUCCEEDED(hr)) hr = m_frameSurface.Create(m_device, m_dwWidth, m_dwHeight, m_wantedFormat);
   if (FAILED(hr)) {
     // No device without its frame surface: the next frame tries again from the start.
     m_frameSurface.Release();

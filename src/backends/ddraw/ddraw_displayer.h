@@ -28,7 +28,7 @@ class CDirectDraw : public BaseDisplayer {
   /// Once per process: chooses the conversion loops and marks that as done. The first displayer does both
   /// when nobody has.
   static void BuildTables();
-  static void MarkPrepared();
+  static void SetTablesBuilt();
 
   /// Makes surfaces and starts the worker. Needs no window. 0, kBadSize, kNoDevice or kNoMemory.
   int32_t InitDraw(uint32_t width, uint32_t height, uint32_t param) override;
@@ -42,9 +42,9 @@ class CDirectDraw : public BaseDisplayer {
   int32_t SetPlayWnd(HWND hwnd) override;
   int32_t SetPlayWndEx(HWND hwnd, int64_t param, uint32_t flag) override;
 
-  /// Which road frames take from the next InitDraw on; Automatic unless a test or benchmark asks.
-  void SetRoad(FrameRoad road) { m_wantedRoad = road; }
-  FrameRoad Road() const { return m_frameSurface.Road(); }
+  /// In which format frames are uploaded, from the next InitDraw on; Automatic unless a test or benchmark asks.
+  void SetUploadFormat(UploadFormat format) { m_wantedFormat = format; }
+  UploadFormat ActiveUploadFormat() const { return m_frameSurface.ActiveUploadFormat(); }
 
   /// Frames and repaints that the worker has brought to the screen so far.
   uint32_t ShownCount() const { return m_shownCount; }
@@ -102,7 +102,7 @@ class CDirectDraw : public BaseDisplayer {
   HRESULT PixelateMosaic();
   void CallDisplayCallback(HDC dc, const PixelRect& area, const PaneSettings& settings);
 
-  FrameRoad m_wantedRoad = FrameRoad::Automatic;
+  UploadFormat m_wantedFormat = UploadFormat::Automatic;
   CMutexLock m_handOverLock;  ///< for who brings a frame with its records, opens or closes the slots
   AdjustTables m_tables;
   FrameSlots m_slots;
@@ -123,7 +123,7 @@ class CDirectDraw : public BaseDisplayer {
   OverlayList m_burnedIn;  ///< the shown frame's boxes and labels
   OverlayList m_painted;
   RectList m_pixels;
-  FrameNote m_shown;
+  FrameInfo m_shown;
   Overlays m_overlays{};
   bool m_frameUploaded = false;
   bool m_plainRefused = false;  ///< the driver does not take frames straight to the screen

@@ -35,7 +35,7 @@ void CDirectDraw::DrawPending() {
     if (repaint) Repaint();
     return;
   }
-  m_shown = frame.Note();
+  m_shown = frame.Info();
   BurnInBoxes(frame.Planes());
   DrawFrame(frame.Planes());
 }

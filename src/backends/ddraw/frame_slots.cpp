@@ -44,7 +44,7 @@ void FrameSlots::Release() {
   }
 }
 
-FrameSlots::PutResult FrameSlots::Put(const ConstFrameView& frame, const FrameNote& note,
+FrameSlots::PutResult FrameSlots::Put(const ConstFrameView& frame, const FrameInfo& info,
                                       const FrameCopier* copier) {
   if (!m_open) return PutResult::Closed;
   if (!HoldsFrame(frame, m_width, m_height)) return PutResult::BadFrame;
@@ -57,7 +57,7 @@ FrameSlots::PutResult FrameSlots::Put(const ConstFrameView& frame, const FrameNo
     CopyPlane(planes.u, planes.strideU, frame.u, frame.strideU, m_width / 2, m_height / 2);
     CopyPlane(planes.v, planes.strideV, frame.v, frame.strideV, m_width / 2, m_height / 2);
   }
-  slot.note = note;
+  slot.info = info;
   Publish(slot);
   return PutResult::Stored;
 }

@@ -12,7 +12,7 @@
 #include "picture/frame_view.h"
 
 /// What travels with a frame: the client's value for it and the records that are shown with it.
-struct FrameNote {
+struct FrameInfo {
   int64_t param2 = 0;
   FrameRecords records;
 };
@@ -37,7 +37,7 @@ class FrameSlots {
 
     explicit operator bool() const { return m_owner != nullptr; }
     const FrameView& Planes() const { return m_owner->m_slots[m_index].planes; }
-    const FrameNote& Note() const { return m_owner->m_slots[m_index].note; }
+    const FrameInfo& Info() const { return m_owner->m_slots[m_index].info; }
 
    private:
     FrameSlots* m_owner = nullptr;
@@ -58,7 +58,7 @@ class FrameSlots {
 
   /// Copies the frame, by `copier` when it is to be changed on the way, which wants chroma of one stride.
   /// BadFrame for planes that do not hold a frame of the slots' size.
-  PutResult Put(const ConstFrameView& frame, const FrameNote& note, const FrameCopier* copier = nullptr);
+  PutResult Put(const ConstFrameView& frame, const FrameInfo& info, const FrameCopier* copier = nullptr);
 
   /// The newest frame not taken yet; empty when there is none or when a newer one is just being written,
   /// whose Put is then still to return.
@@ -70,7 +70,7 @@ class FrameSlots {
   struct Slot {
     std::unique_ptr<uint8_t[]> memory;
     FrameView planes;
-    FrameNote note;
+    FrameInfo info;
     std::atomic<State> state{State::Free};
 
     /// Whether it was in the one state and is now in the other.

@@ -42,16 +42,17 @@ bool IsRed(const uint8_t* pixel, PixelFormat format) {
 
 }  // namespace
 
-HRESULT FrameSurface::Create(const DDrawDevice& device, uint32_t width, uint32_t height, FrameRoad road) {
+HRESULT FrameSurface::Create(const DDrawDevice& device, uint32_t width, uint32_t height,
+                             UploadFormat format) {
   Release();
   m_width = static_cast<int32_t>(width);
   m_height = static_cast<int32_t>(height);
   m_format = device.Format();
-  if (road != FrameRoad::Rgb) {
+  if (format != UploadFormat::Rgb) {
     const HRESULT hr = CreateYv12(device);
-    if (SUCCEEDED(hr) || road == FrameRoad::Yv12) return hr;
+    if (SUCCEEDED(hr) || format == UploadFormat::Yv12) return hr;
   }
-  m_road = FrameRoad::Rgb;
+  m_uploadFormat = UploadFormat::Rgb;
   return device.CreateScreenCompatible(width + width % 2, height + height % 2, m_surface);
 }
 
@@ -61,7 +62,7 @@ HRESULT FrameSurface::CreateYv12(const DDrawDevice& device) {
   const auto height = static_cast<uint32_t>(m_height + m_height % 2);
   HRESULT hr = device.CreateFourCC(kYv12, width, height, m_surface);
   if (SUCCEEDED(hr)) hr = TryBlit(device);
-  m_road = FrameRoad::Yv12;
+  m_uploadFormat = UploadFormat::Yv12;
   return hr;
 }
 
@@ -90,7 +91,7 @@ HRESULT FrameSurface::TryBlit(const DDrawDevice& device) {
 HRESULT FrameSurface::Upload(const ConstFrameView& frame) {
   const auto even = m_padder.PadAll(frame, m_width, m_height);
   if (!even) return DDERR_OUTOFMEMORY;
-  return m_road == FrameRoad::Yv12 ? FillYv12(*even) : FillRgb(*even);
+  return m_uploadFormat == UploadFormat::Yv12 ? FillYv12(*even) : FillRgb(*even);
 }
 
 HRESULT FrameSurface::FillYv12(const ConstFrameView& frame) {

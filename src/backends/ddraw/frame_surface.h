@@ -6,17 +6,17 @@
 
 /// How frames get from their planes to the composition: the driver converts YV12 while it blits, or our own
 /// kernels convert into the screen's format and the driver only stretches.
-enum class FrameRoad { Automatic, Yv12, Rgb };
+enum class UploadFormat { Automatic, Yv12, Rgb };
 
 /// The surface that holds one frame in its own size.
 class FrameSurface {
  public:
   /// Automatic takes YV12 when the driver lists it and a trial blit gives the right colour.
-  HRESULT Create(const DDrawDevice& device, uint32_t width, uint32_t height, FrameRoad road);
+  HRESULT Create(const DDrawDevice& device, uint32_t width, uint32_t height, UploadFormat format);
   void Release() { m_surface.reset(); }
 
-  /// The road in use, after Create.
-  FrameRoad Road() const { return m_road; }
+  /// The format in use, after Create.
+  UploadFormat ActiveUploadFormat() const { return m_uploadFormat; }
 
   HRESULT Upload(const ConstFrameView& frame);
 
@@ -34,7 +34,7 @@ class FrameSurface {
 
   DDrawSurface m_surface;
   FramePadder m_padder;
-  FrameRoad m_road = FrameRoad::Automatic;
+  UploadFormat m_uploadFormat = UploadFormat::Automatic;
   PixelFormat m_format = PixelFormat::Bgrx32;
   int32_t m_width = 0;
   int32_t m_height = 0;

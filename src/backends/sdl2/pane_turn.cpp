@@ -21,20 +21,20 @@ WindowLock& SdlWindowList() {
   return g_windowList;
 }
 
-void PaneRequests::NoteFree() {
+void PaneRequests::RequestFree() {
   CAutoLock guard(&m_lock);
   m_batch.free = true;
   m_batch.size.reset();
   m_any = true;
 }
 
-void PaneRequests::NoteWindow(HWND window) {
+void PaneRequests::RequestWindow(HWND window) {
   CAutoLock guard(&m_lock);
   m_batch.window = window;
   m_any = true;
 }
 
-void PaneRequests::NoteSize(VideoSize size) {
+void PaneRequests::RequestSize(VideoSize size) {
   CAutoLock guard(&m_lock);
   m_batch.size = size;
   m_any = true;

@@ -31,9 +31,9 @@ class PaneRequests {
     std::optional<VideoSize> size;
   };
 
-  void NoteFree();
-  void NoteWindow(HWND window);
-  void NoteSize(VideoSize size);
+  void RequestFree();
+  void RequestWindow(HWND window);
+  void RequestSize(VideoSize size);
   bool Any() const { return m_any; }
   Batch Take();
 

@@ -60,7 +60,7 @@ void SDLDisplayer::SayOnce(Trouble trouble, const wchar_t* text) {
 
 int32_t SDLDisplayer::SetPlayWnd(HWND hwnd) {
   return InTurn(
-      hwnd, [&] { return TakePlayWnd(hwnd); }, [&] { m_requests.NoteWindow(hwnd); });
+      hwnd, [&] { return TakePlayWnd(hwnd); }, [&] { m_requests.RequestWindow(hwnd); });
 }
 
 int32_t SDLDisplayer::TakePlayWnd(HWND hwnd) {
@@ -93,7 +93,7 @@ int32_t SDLDisplayer::InitDraw(uint32_t width, uint32_t height, uint32_t) {
   if (width > 0 && height > 0) BaseDisplayer::InitDraw(width, height, 0);
   const VideoSize size{static_cast<int32_t>(width), static_cast<int32_t>(height)};
   return InTurn(
-      nullptr, [&] { return TakeSize(size); }, [&] { m_requests.NoteSize(size); });
+      nullptr, [&] { return TakeSize(size); }, [&] { m_requests.RequestSize(size); });
 }
 
 int32_t SDLDisplayer::TakeSize(VideoSize size) {
@@ -103,7 +103,7 @@ int32_t SDLDisplayer::TakeSize(VideoSize size) {
 int32_t SDLDisplayer::FreeDraw() {
   m_events.stopped = 1;
   return InTurn(
-      nullptr, [&] { return RequestTeardown() ? 0 : 1; }, [&] { m_requests.NoteFree(); });
+      nullptr, [&] { return RequestTeardown() ? 0 : 1; }, [&] { m_requests.RequestFree(); });
 }
 
 uint32_t SDLDisplayer::Bind() {

@@ -86,13 +86,13 @@ void PostRedraw(const PaneRegistration& pane) {
   if (!PostMessageW(events.window, RedrawMessage(), pane.Pane(), 0)) events.redrawPosted = false;
 }
 
-void NoteDeviceReset(uint32_t type) {
+void CountDeviceReset(uint32_t type) {
   if (type == SDL_RENDER_DEVICE_RESET) g_deviceGeneration.fetch_add(1, std::memory_order_relaxed);
   if (RenderScope* const scope = g_renderScope.Get()) scope->CountReset();
 }
 
 /// Leaves the pane its notes. Whether there is a pane.
-bool Note(const SDL_Event& event) {
+bool NotifyPane(const SDL_Event& event) {
   CAutoLock guard(&g_panesLock);
   const PaneRegistration* const pane = PaneRegistration::Find(WindowOf(event));
   if (!pane) return false;
@@ -131,8 +131,8 @@ PaneRegistration* PaneRegistration::Find(uint32_t windowId) {
 
 int SDLCALL FilterEvent(void*, SDL_Event* event) {
   if (event->type == SDL_RENDER_DEVICE_RESET || event->type == SDL_RENDER_TARGETS_RESET)
-    NoteDeviceReset(event->type);
-  if (!Note(*event)) return 1;
+    CountDeviceReset(event->type);
+  if (!NotifyPane(*event)) return 1;
   CountWaiting();
   return HoldsBack(*event) ? 0 : 1;
 }

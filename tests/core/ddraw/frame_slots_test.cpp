@@ -51,7 +51,7 @@ TEST(FrameSlots, TheNewestFrameWins) {
     const FrameSlots::Loan loan = slots.Take();
     ASSERT_TRUE(loan);
     EXPECT_TRUE(Holds(loan, 2));
-    EXPECT_EQ(loan.Note().param2, 2);
+    EXPECT_EQ(loan.Info().param2, 2);
     EXPECT_FALSE(slots.Take()) << "frame 1 was replaced";
     Put(slots, 3);
     Put(slots, 4);
@@ -103,7 +103,7 @@ TEST(FrameSlots, KeepsFramesWholeUnderLoad) {
     if (!loan) continue;
     more = true;
     ++taken;
-    const int64_t number = loan.Note().param2;
+    const int64_t number = loan.Info().param2;
     EXPECT_GT(number, last[number & 1]);
     last[number & 1] = number;
     ASSERT_TRUE(Holds(loan, static_cast<uint8_t>(number & 0xFF)));

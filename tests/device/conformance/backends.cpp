@@ -11,7 +11,7 @@ namespace {
 constexpr Rgb kGreen{0, 255, 0}, kOrange{255, 97, 0}, kBurntIn{0, 135, 0};
 
 void TakeRgbRoad(void* pane) {
-  static_cast<CDirectDraw*>(static_cast<BaseDisplayer*>(pane))->SetRoad(FrameRoad::Rgb);
+  static_cast<CDirectDraw*>(static_cast<BaseDisplayer*>(pane))->SetUploadFormat(UploadFormat::Rgb);
 }
 
 const auto kDirectDraw = [](const char* name, void (*opened)(void*)) -> Backend {

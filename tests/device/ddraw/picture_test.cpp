@@ -12,9 +12,9 @@ bool IsRed(const Rgb& c) {
   return Near(c, kRed, 0);
 }
 
-class DDrawPicture : public testing::TestWithParam<FrameRoad> {
+class DDrawPicture : public testing::TestWithParam<UploadFormat> {
  protected:
-  DDrawPicture() { displayer.SetRoad(GetParam()); }
+  DDrawPicture() { displayer.SetUploadFormat(GetParam()); }
 
   void Start(int width, int height) {
     pane.window.ResizeClient(width, height);
@@ -37,8 +37,8 @@ class DDrawPicture : public testing::TestWithParam<FrameRoad> {
   TestFrame red = FlatFrame(64, 48, 81, 90, 240), blue = FlatFrame(64, 48, 41, 240, 110);
 };
 
-INSTANTIATE_TEST_SUITE_P(Roads, DDrawPicture, testing::Values(FrameRoad::Yv12, FrameRoad::Rgb),
-                         [](const auto& road) { return road.param == FrameRoad::Yv12 ? "Yv12" : "Rgb"; });
+INSTANTIATE_TEST_SUITE_P(Roads, DDrawPicture, testing::Values(UploadFormat::Yv12, UploadFormat::Rgb),
+                         [](const auto& road) { return road.param == UploadFormat::Yv12 ? "Yv12" : "Rgb"; });
 
 TEST_P(DDrawPicture, StretchesIntoThePlayRectangleOnly) {
   Start(240, 160);
@@ -93,7 +93,7 @@ TEST_P(DDrawPicture, IsDrawnAgainWhenThePaneChanges) {
 TEST(DDrawRoad, TheDriversYv12IsTakenWhenItWorks) {
   Pane pane(2, 160, 120);
   pane.Init(64, 48);
-  EXPECT_EQ(pane.As<CDirectDraw>().Road(), FrameRoad::Yv12);
+  EXPECT_EQ(pane.As<CDirectDraw>().ActiveUploadFormat(), UploadFormat::Yv12);
 }
 
 struct DisplayCall {

@@ -40,7 +40,7 @@ struct SurfaceLoss {
 class DDrawWorker : public testing::Test {
  protected:
   DDrawWorker() {
-    displayer.SetRoad(FrameRoad::Rgb);
+    displayer.SetUploadFormat(UploadFormat::Rgb);
     pane.Start(64, 48);
   }
   SurfaceLoss loss;
@@ -165,7 +165,8 @@ TEST(DDrawStart, TheWindowMayComeAfterInitDraw) {
   const TestWindow window(160, 120);
   displayer.SetPlayWnd(window.Handle());
   EXPECT_EQ(draw(), 0);
-  EXPECT_PIXEL(window.Handle(), 80, 60, {ToRgb(81, 90, 240, displayer.Road() != FrameRoad::Yv12)});
+  EXPECT_PIXEL(window.Handle(), 80, 60,
+               {ToRgb(81, 90, 240, displayer.ActiveUploadFormat() != UploadFormat::Yv12)});
 }
 
 }  // namespace
