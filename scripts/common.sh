@@ -40,7 +40,8 @@ wine_environment() {
 # use_bed <folder>: a bed for the rest of the script, which its end takes down unless it was up before.
 use_bed() {
   local state
-  state=$("$ROOT/scripts/bed.sh" up "$1" | tee /dev/stderr)
+  state=$("$ROOT/scripts/bed.sh" up "$1")
+  echo "$state"
   . "$1/env.sh"
   grep -q 'already up' <<< "$state" && return
   OWN_BED=$1
