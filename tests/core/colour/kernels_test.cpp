@@ -41,7 +41,7 @@ TEST(KernelsDeathTest, EnvironmentMasks) {
 /// Sixteen shuffles per vector are the slow way.
 TEST(Kernels, NearlyAllSettingsNeedNoTable) {
   AdjustTables tables;
-  const auto share = [&tables](int32_t limit, auto isTable) {
+  const auto share = [](int32_t limit, auto isTable) {
     int32_t slow = 0, all = 0;
     for (int32_t value = -limit; value <= limit; value += 7)
       for (int32_t contrast = -kMaxContrast; contrast <= kMaxContrast; ++contrast, ++all)
