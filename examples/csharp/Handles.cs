@@ -272,7 +272,8 @@ namespace Nivral {
     }
 
     private static void CheckPlane(string plane, int bytes, int stride, int width, int height) {
-      if (stride < width || bytes < 1 || bytes < (long)stride * (height - 1) + width)
+      if (width == 0 || height == 0) return;
+      if (stride < width || bytes < (long)stride * height)
         throw new ArgumentException("the plane is smaller than the video", plane);
     }
   }
