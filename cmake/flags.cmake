@@ -28,6 +28,7 @@ endif()
 if(MINGW)
   # The same sources give the same bytes in any folder and at any time, also where ccache makes paths relative.
   file(RELATIVE_PATH to_sources "${CMAKE_BINARY_DIR}" "${PROJECT_SOURCE_DIR}")
+  string(REGEX REPLACE "/$" "" to_sources "${to_sources}")
   target_compile_options(nivral_flags INTERFACE
     "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${to_sources}=."
     "-ffile-prefix-map=${nivral_deps}=deps")
