@@ -133,10 +133,10 @@ void RegisterFromBgr(Size s, const std::shared_ptr<Pictures>& p) {
   });
 }
 
-Work Prepare(const std::shared_ptr<Pictures>& p, uint32_t mirror, const ColorValues& colors) {
+Work Prepare(const std::shared_ptr<Pictures>& p, uint32_t mirror, const ColourValues& colours) {
   const auto working = std::make_shared<WorkingFrame>();
-  return [p, working, mirror, colors] {
-    working->Prepare(p->Frame(), static_cast<uint32_t>(p->w), static_cast<uint32_t>(p->h), mirror, colors);
+  return [p, working, mirror, colours] {
+    working->Prepare(p->Frame(), static_cast<uint32_t>(p->w), static_cast<uint32_t>(p->h), mirror, colours);
   };
 }
 
@@ -165,8 +165,8 @@ void AdjustAsWritten(Pictures& p, const reference::Settings& s) {
 }
 
 void RegisterAdjust(Size s, const std::shared_ptr<Pictures>& p) {
-  constexpr ColorValues kPlain{.brightness = 12, .contrast = 20, .saturation = 30, .hue = 0};
-  constexpr ColorValues kHue{.brightness = 12, .contrast = 20, .saturation = 30, .hue = 30};
+  constexpr ColourValues kPlain{.brightness = 12, .contrast = 20, .saturation = 30, .hue = 0};
+  constexpr ColourValues kHue{.brightness = 12, .contrast = 20, .saturation = 30, .hue = 30};
   const auto eq =
       std::make_shared<FilterPeer>(p->w, p->h, p->Y(), "eq=brightness=0.05:contrast=1.2:saturation=1.3");
   const auto hue =

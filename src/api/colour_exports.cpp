@@ -23,7 +23,7 @@ extern "C" {
 uint32_t NIVRAL_CALL NIVRAL_SetColorParams(void* hDraw, int32_t brightness, int32_t contrast,
                                            int32_t saturation, int32_t hue, int32_t index) {
   return Forward<BaseDisplayer>(hDraw, [&](BaseDisplayer& d) {
-    if (IsRecord(index)) d.GetColorRecord(index).Set({brightness, contrast, saturation, hue});
+    if (IsRecord(index)) d.GetColourRecord(index).Set({brightness, contrast, saturation, hue});
   });
 }
 
@@ -31,7 +31,7 @@ uint32_t NIVRAL_CALL NIVRAL_GetColorParamsEx(void* hDraw, int32_t* brightness, i
                                              int32_t* saturation, int32_t* hue, int32_t index) {
   return Forward<BaseDisplayer>(hDraw, [&](BaseDisplayer& d) {
     if (!IsRecord(index)) return;
-    const ColorValues values = d.GetColorRecord(index).Get();
+    const ColourValues values = d.GetColourRecord(index).Get();
     Write(brightness, values.brightness);
     Write(contrast, values.contrast);
     Write(saturation, values.saturation);

@@ -31,13 +31,13 @@ uint8_t ScaleChroma(int32_t value, double saturation, double contrast) {
 
 }  // namespace
 
-bool IsAdjustActive(const ColorValues& values) {
-  if (values == ColorValues{}) return false;
+bool IsAdjustActive(const ColourValues& values) {
+  if (values == ColourValues{}) return false;
   return InRange(values.hue, kMaxHue) && InRange(values.contrast, kMaxContrast) &&
          InRange(values.saturation, kMaxSaturation) && InRange(values.brightness, kMaxBrightness);
 }
 
-void AdjustTables::Update(const ColorValues& values) {
+void AdjustTables::Update(const ColourValues& values) {
   if (values == m_built) return;
   m_built = values;
   const double contrast = values.contrast / 100.0;

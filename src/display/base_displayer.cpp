@@ -17,18 +17,19 @@ int32_t BaseDisplayer::DrawYUV420Buffer(uint8_t* buffer, int32_t, uint32_t param
 
 int32_t BaseDisplayer::DrawYUV420(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
                                   int32_t strideV, uint32_t param1, int64_t param2) {
-  const ColorValues colors = m_colorRecords[0].Get();
+  const ColourValues colours = m_colourRecords[0].Get();
   const PaneSettings settings = m_settings.Copy();
   const FrameView client{pY, strideY, pU, strideU, pV, strideV};
-  if (settings.mirrorMode == 0 && !IsAdjustActive(colors)) return ShowFrame(client, settings, param1, param2);
-  return DisplayAdjusted(client, colors, settings, param1, param2);
+  if (settings.mirrorMode == 0 && !IsAdjustActive(colours))
+    return ShowFrame(client, settings, param1, param2);
+  return DisplayAdjusted(client, colours, settings, param1, param2);
 }
 
-int32_t BaseDisplayer::DisplayAdjusted(const FrameView& client, const ColorValues& colors,
+int32_t BaseDisplayer::DisplayAdjusted(const FrameView& client, const ColourValues& colours,
                                        const PaneSettings& settings, uint32_t param1, int64_t param2) {
   const WorkingFramePool::Loan working(m_workingFrames);
   return ShowFrame(
-      working ? working->Prepare(client, m_dwWidth, m_dwHeight, settings.mirrorMode, colors) : client,
+      working ? working->Prepare(client, m_dwWidth, m_dwHeight, settings.mirrorMode, colours) : client,
       settings, param1, param2);
 }
 
@@ -66,7 +67,7 @@ void BaseDisplayer::SetUserBuffer(void* buffer, uint32_t first, uint32_t second)
 }
 
 void BaseDisplayer::SetOSDText(int32_t index, const char* text, uint32_t x, uint32_t y, uint32_t anchor,
-                               uint32_t color) {
+                               uint32_t colour) {
   if (index < 0 || index >= kTextItemCount) return;
   CAutoLock guard(&m_textLock);
   TextItem& item = m_textItems[static_cast<size_t>(index)];
@@ -75,7 +76,7 @@ void BaseDisplayer::SetOSDText(int32_t index, const char* text, uint32_t x, uint
   item.anchor = anchor;
   item.x = x;
   item.y = y;
-  item.color = color;
+  item.colour = colour;
 }
 
 void BaseDisplayer::SetOSDFont(uint32_t first, uint32_t second, const char* face) {

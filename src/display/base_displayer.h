@@ -9,7 +9,7 @@
 
 #include "backends/yuvdraw/yuv2rgb.h"
 #include "backends/yuvdraw/yuv_draw.h"
-#include "display/color_record.h"
+#include "display/colour_record.h"
 #include "display/overlay_list.h"
 #include "display/pane_settings.h"
 #include "display/record_queue.h"
@@ -70,7 +70,7 @@ class BaseDisplayer {
 
   virtual void SetUserBuffer(void* buffer, uint32_t first, uint32_t second);
   virtual void SetOSDText(int32_t index, const char* text, uint32_t x, uint32_t y, uint32_t anchor,
-                          uint32_t color);
+                          uint32_t colour);
   virtual void SetOSDFont(uint32_t first, uint32_t second, const char* face);
   virtual void SetMirrorMode(uint32_t mode) { m_settings.Set(&PaneSettings::mirrorMode, mode); }
   virtual uint32_t GetMirrorMode() { return m_settings.Get(&PaneSettings::mirrorMode); }
@@ -147,7 +147,7 @@ class BaseDisplayer {
                      uint16_t value);
 
   /// Record 0 acts on the picture, record 1 is only kept. The index is not checked.
-  ColorRecord& GetColorRecord(int32_t index) { return m_colorRecords[static_cast<size_t>(index)]; }
+  ColourRecord& GetColourRecord(int32_t index) { return m_colourRecords[static_cast<size_t>(index)]; }
 
  protected:
   /// Shows one frame of the video size: the operation that makes a backend. Called on the feeding thread without
@@ -164,7 +164,7 @@ class BaseDisplayer {
   /// The road of a frame that is to be mirrored or adjusted, instead of DisplayFrame; as that one. The base shows
   /// a working copy and calls the frame callback. A backend that copies frames anyway may do both in one, when no
   /// callback wants to see the copy.
-  virtual int32_t DisplayAdjusted(const FrameView& client, const ColorValues& colors,
+  virtual int32_t DisplayAdjusted(const FrameView& client, const ColourValues& colours,
                                   const PaneSettings& settings, uint32_t param1, int64_t param2);
 
   /// Takes the records due for this frame, or none while paused, and tells which are to be drawn. Every frame
@@ -207,7 +207,7 @@ class BaseDisplayer {
   char m_szFontFace[32]{};
   uint32_t m_dwFontFirst = 0;
   uint32_t m_dwFontSecond = 14;
-  std::array<ColorRecord, 2> m_colorRecords;
+  std::array<ColourRecord, 2> m_colourRecords;
   POINT m_ptRClick{};
   RecordQueue<AlgRecord> m_algQueue;
   ShownRecord<AlgRecord> m_alg;

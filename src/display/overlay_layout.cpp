@@ -86,11 +86,11 @@ class Layout {
   template <class Number>
   void DrawBox(const Box<Number>& box, const AlgRecord& record, int32_t i);
   template <class Number>
-  void DrawClass(const Box<Number>& box, uint16_t classId, const OverlayColor& color);
+  void DrawClass(const Box<Number>& box, uint16_t classId, const OverlayColour& colour);
   template <class Number>
-  void DrawDistance(const Box<Number>& box, uint16_t tenths, const OverlayColor& color);
+  void DrawDistance(const Box<Number>& box, uint16_t tenths, const OverlayColour& colour);
   OverlayLabel DrawLabel(const LabelStyle& style, int64_t x, int64_t y, int64_t width, const char* text,
-                         const OverlayColor& color);
+                         const OverlayColour& colour);
   const LabelStyle& StyleOf(uint16_t classId) const;
 
   OverlayList& m_list;
@@ -157,14 +157,14 @@ void Layout::DrawBox(const Box<Number>& box, const AlgRecord& record, int32_t i)
   corners.right -= m_style.farSides;
   corners.bottom -= m_style.farSides;
   m_list.shapes.push_back({.kind = OverlayShape::Kind::Outline,
-                           .color = person ? m_style.personColor : m_style.boxColor,
+                           .colour = person ? m_style.personColour : m_style.boxColour,
                            .corners = corners,
                            .size = lines});
 
-  const OverlayColor& labelColor = person ? m_style.personLabelColor : m_style.boxColor;
-  DrawClass(m_style.labelsOnLines ? outermost : box, record.classId[i], labelColor);
+  const OverlayColour& labelColour = person ? m_style.personLabelColour : m_style.boxColour;
+  DrawClass(m_style.labelsOnLines ? outermost : box, record.classId[i], labelColour);
   if (record.distance[i] > 0 && !(beyond && m_style.leftOut == OverlayStyle::Beyond::Distance))
-    DrawDistance(m_style.labelsOnLines ? innermost : box, record.distance[i], labelColor);
+    DrawDistance(m_style.labelsOnLines ? innermost : box, record.distance[i], labelColour);
 }
 
 const LabelStyle& Layout::StyleOf(uint16_t classId) const {
@@ -174,19 +174,19 @@ const LabelStyle& Layout::StyleOf(uint16_t classId) const {
 
 /// Above the box.
 template <class Number>
-void Layout::DrawClass(const Box<Number>& box, uint16_t classId, const OverlayColor& color) {
+void Layout::DrawClass(const Box<Number>& box, uint16_t classId, const OverlayColour& colour) {
   const LabelStyle& style = StyleOf(classId);
   if (!style.shown) return;
   char text[kClassLabelBytes];
   CopyClassLabel(text, classId);
   const int64_t width = style.width.Of(static_cast<int64_t>(std::strlen(text)));
   const int64_t y = Whole(box.top - static_cast<Number>(style.height + style.gap));
-  m_list.labels.push_back(DrawLabel(style, Whole(box.left), y, width, text, color));
+  m_list.labels.push_back(DrawLabel(style, Whole(box.left), y, width, text, colour));
 }
 
 /// Below the box, or in the middle of its bottom when it is large enough.
 template <class Number>
-void Layout::DrawDistance(const Box<Number>& box, uint16_t tenths, const OverlayColor& color) {
+void Layout::DrawDistance(const Box<Number>& box, uint16_t tenths, const OverlayColour& colour) {
   const LabelStyle& style = m_style.distanceLabel;
   if (!style.shown) return;
   DistanceText distance;
@@ -199,16 +199,16 @@ void Layout::DrawDistance(const Box<Number>& box, uint16_t tenths, const Overlay
     x += Whole(box.Width()) / 2 - width / 2;
     y = Whole(box.bottom - static_cast<Number>(style.height));
   }
-  m_distances[m_distanceCount++] = DrawLabel(style, x, y, width, distance.text, color);
+  m_distances[m_distanceCount++] = DrawLabel(style, x, y, width, distance.text, colour);
 }
 
 OverlayLabel Layout::DrawLabel(const LabelStyle& style, int64_t x, int64_t y, int64_t width, const char* text,
-                               const OverlayColor& color) {
+                               const OverlayColour& colour) {
   const int64_t first = m_style.labelsOnScreen ? 0 : INT64_MIN;
   x = std::max(x, first);
   y = std::max(y, first);
   const WideRect area{x + style.fillLeft, y, x + width + style.fillRight, y + style.height};
-  m_list.shapes.push_back({.kind = OverlayShape::Kind::Fill, .color = color, .corners = area});
+  m_list.shapes.push_back({.kind = OverlayShape::Kind::Fill, .colour = colour, .corners = area});
   OverlayLabel label{
       .area = {Saturate(area.left), Saturate(area.top), Saturate(area.right), Saturate(area.bottom)},
       .x = Saturate(x + style.indent),
@@ -224,7 +224,7 @@ void Layout::Landmarks(const DsmRecord& record) {
     const int64_t x = TruncToInt(m_style.mapped ? m_map.X(record.x[i]) : record.x[i]);
     const int64_t y = TruncToInt(m_style.mapped ? m_map.Y(record.y[i]) : record.y[i]);
     const OverlayShape disc{.kind = OverlayShape::Kind::Disc,
-                            .color = kOverlayGreen,
+                            .colour = kOverlayGreen,
                             .corners = WideRect{x, y, x, y}.Grown(record.pointSize),
                             .size = record.pointSize};
     m_list.shapes.push_back(disc);
@@ -241,7 +241,7 @@ void Layout::Faces(const DsmRecord& record) {
     Round(edges, [&](const auto& box) {
       if (m_style.leftOut == OverlayStyle::Beyond::Box && IsBeyond(box)) return;
       m_list.shapes.push_back({.kind = OverlayShape::Kind::Brackets,
-                               .color = kOverlayGreen,
+                               .colour = kOverlayGreen,
                                .corners = box.Grown(brackets / m_style.bracketsOutside).Corners(),
                                .size = brackets,
                                .parts = m_style.bracketParts});

@@ -24,7 +24,7 @@ struct OverlayShape {
     Disc,      ///< radius `size`, its middle as far from the corners
   };
   Kind kind = Kind::Fill;
-  OverlayColor color;
+  OverlayColour colour;
   WideRect corners;
   int32_t size = 1;
   int32_t parts = 1;

@@ -21,8 +21,8 @@ OverlayStyle SdlStyle(bool withLabels) {
                                        .gap = 1,
                                        .fillLeft = -1,
                                        .fillRight = -1},
-                     .personColor = kOverlayOrange,
-                     .personLabelColor = kOverlayOrange,
+                     .personColour = kOverlayOrange,
+                     .personLabelColour = kOverlayOrange,
                      .landmarkStep = 2,
                      .bracketsPerSize = 2,
                      .bracketParts = 8};
@@ -52,8 +52,8 @@ OverlayStyle Direct3DStyle(int32_t frameHeight) {
                         .indent = 1},
       .written = OverlayStyle::Distance::Metres,
       .counted = OverlayStyle::Distance::Metres,
-      .personColor = kOverlayOrange,
-      .personLabelColor = kOverlayAmber,
+      .personColour = kOverlayOrange,
+      .personLabelColour = kOverlayAmber,
       .bracketsOutside = 2,
       .bracketParts = 5};
   style.carLabel.width.margin = 0;

@@ -62,9 +62,9 @@ struct OverlayStyle {
   };
   Distance written = Distance::Tenths;
   Distance counted = Distance::Tenths;
-  OverlayColor boxColor = kOverlayGreen;  ///< also of all labels but a person's
-  OverlayColor personColor = kOverlayGreen;
-  OverlayColor personLabelColor = kOverlayGreen;
+  OverlayColour boxColour = kOverlayGreen;  ///< also of all labels but a person's
+  OverlayColour personColour = kOverlayGreen;
+  OverlayColour personLabelColour = kOverlayGreen;
 
   // Driver monitoring.
   int32_t landmarkStep = 1;     ///< one landmark of so many is shown

@@ -7,21 +7,22 @@
 #include "picture/pixel_rect.h"
 #include "util/nothrow_list.h"
 
-struct OverlayColor {
+struct OverlayColour {
   uint8_t r = 0;
   uint8_t g = 0;
   uint8_t b = 0;
-  bool operator==(const OverlayColor&) const = default;
+  bool operator==(const OverlayColour&) const = default;
 };
 
-constexpr OverlayColor kOverlayGreen{0, 255, 0};
-constexpr OverlayColor kOverlayOrange{255, 97, 0};
-constexpr OverlayColor kOverlayAmber{255, 197, 0};
-constexpr OverlayColor kOverlayBlue{0, 0, 255};
+constexpr OverlayColour kOverlayGreen{0, 255, 0};
+constexpr OverlayColour kOverlayOrange{255, 97, 0};
+constexpr OverlayColour kOverlayAmber{255, 197, 0};
+constexpr OverlayColour kOverlayBlue{0, 0, 255};
 
 /// From 0x00BBGGRR.
-constexpr OverlayColor FromColorRef(uint32_t color) {
-  return {static_cast<uint8_t>(color), static_cast<uint8_t>(color >> 8), static_cast<uint8_t>(color >> 16)};
+constexpr OverlayColour FromColourRef(uint32_t colour) {
+  return {static_cast<uint8_t>(colour), static_cast<uint8_t>(colour >> 8),
+          static_cast<uint8_t>(colour >> 16)};
 }
 
 /// How video pixels become display pixels.

@@ -17,7 +17,7 @@ struct TextItem {
   uint32_t anchor;  ///< 1: y counts upward from the bottom of the video
   uint32_t x;
   uint32_t y;
-  uint32_t color;  ///< COLORREF, 0x00BBGGRR
+  uint32_t colour;  ///< COLORREF, 0x00BBGGRR
 };
 static_assert(sizeof(TextItem) == 528);
 

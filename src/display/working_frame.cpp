@@ -41,7 +41,7 @@ void CopyStrides(const FrameCopier& copier, const FrameView& to, const FrameView
 }  // namespace
 
 FrameView WorkingFrame::Prepare(const FrameView& client, uint32_t width, uint32_t height, uint32_t mirrorMode,
-                                const ColorValues& colors) {
+                                const ColourValues& colours) {
   if (!HoldsFrame(client, width, height)) return client;
   FrameView copy = client;
   const bool bottomUp = ConstFrameView(client).IsBottomUp();
@@ -56,8 +56,8 @@ FrameView WorkingFrame::Prepare(const FrameView& client, uint32_t width, uint32_
   if (size.u != 0) copy.u = memory + AlignUp(size.y);
   if (size.v != 0) copy.v = memory + AlignUp(size.y) + AlignUp(size.u);
 
-  const bool adjust = IsAdjustActive(colors);
-  if (adjust) m_tables.Update(colors);
+  const bool adjust = IsAdjustActive(colours);
+  if (adjust) m_tables.Update(colours);
   const FrameCopier copier(mirrorMode, adjust ? &m_tables : nullptr);
   if (bottomUp) {
     copier.CopyFrame(copy, client, width, height);

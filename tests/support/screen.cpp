@@ -71,6 +71,6 @@ Rgb WaitForPixel(HWND window, int x, int y, const Rgb& expected, int tolerance) 
   return PixelOf(window, x, y);
 }
 
-void PrintTo(const Rgb& color, std::ostream* out) {
-  *out << "rgb(" << color.r << ", " << color.g << ", " << color.b << ")";
+void PrintTo(const Rgb& colour, std::ostream* out) {
+  *out << "rgb(" << colour.r << ", " << colour.g << ", " << colour.b << ")";
 }

@@ -66,7 +66,7 @@ Found Find(const ScreenShot& shot, Is&& is, RECT area = {0, 0, INT_MAX, INT_MAX}
   return found;
 }
 
-void PrintTo(const Rgb& color, std::ostream* out);
+void PrintTo(const Rgb& colour, std::ostream* out);
 
 /// EXPECTs that a client pixel gets near a colour.
 #define EXPECT_PIXEL(window, x, y, ...)                                                              \

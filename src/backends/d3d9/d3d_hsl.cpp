@@ -145,7 +145,7 @@ void D3DDisplayer::BindHsl() {
 }
 
 void D3DDisplayer::SetHslConstants(int32_t bright, int32_t contrast, int32_t saturation, int32_t hue) {
-  m_matColour = ToD3dx(ColorMatrix(saturation, hue, {FromD3dx(m_matHuePre), FromD3dx(m_matHuePost)}));
+  m_matColour = ToD3dx(ColourMatrix(saturation, hue, {FromD3dx(m_matHuePre), FromD3dx(m_matHuePost)}));
   if (!m_pConstantTable) return;
   m_pConstantTable->SetMatrix(m_pd3dDevice.get(), "colorMatrix", &m_matColour);
   m_pConstantTable->SetInt(m_pd3dDevice.get(), "nContrast", contrast);

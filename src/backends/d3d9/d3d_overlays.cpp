@@ -58,7 +58,7 @@ bool D3DDisplayer::IsSideVisible(const WideRect& corners) const {
 void D3DDisplayer::DrawShape(ShapeBatch& batch, const OverlayShape& shape) {
   switch (shape.kind) {
     case OverlayShape::Kind::Fill:
-      batch.FillRect(ToPixels(shape.corners), OpaqueArgb(shape.color));
+      batch.FillRect(ToPixels(shape.corners), OpaqueArgb(shape.colour));
       break;
     case OverlayShape::Kind::Outline:
       DrawOutline(batch, shape);
@@ -73,20 +73,20 @@ void D3DDisplayer::DrawShape(ShapeBatch& batch, const OverlayShape& shape) {
 }
 
 void D3DDisplayer::DrawOutline(ShapeBatch& batch, const OverlayShape& shape) {
-  const D3DCOLOR color = OpaqueArgb(shape.color);
+  const D3DCOLOR colour = OpaqueArgb(shape.colour);
   for (int32_t i = 0; i < shape.size; ++i) {
     const WideRect pass = shape.corners.Grown(-i);
-    if (!IsSideVisible(pass) || batch.DrawOutline(ToPixels(pass), color)) continue;
+    if (!IsSideVisible(pass) || batch.DrawOutline(ToPixels(pass), colour)) continue;
     // Some D3DX can make a line object and not draw with it. A device lost meanwhile is not its fault.
     if (!m_pLine || m_pd3dDevice->TestCooperativeLevel() != D3D_OK) return;
-    if (!OutlineByVertices() || !batch.DrawOutline(ToPixels(pass), color)) return;
+    if (!OutlineByVertices() || !batch.DrawOutline(ToPixels(pass), colour)) return;
   }
 }
 
 void D3DDisplayer::DrawThickBrackets(ShapeBatch& batch, const OverlayShape& shape) {
   for (int32_t i = 0; i < shape.size; ++i) {
     const WideRect pass = shape.corners.Grown(-i);
-    if (IsSideVisible(pass)) batch.DrawCornerBrackets(pass, shape.parts, OpaqueArgb(shape.color));
+    if (IsSideVisible(pass)) batch.DrawCornerBrackets(pass, shape.parts, OpaqueArgb(shape.colour));
   }
 }
 
@@ -95,7 +95,7 @@ void D3DDisplayer::DrawDisc(ShapeBatch& batch, const OverlayShape& shape) {
   AppendPixels(m_discParts, shape, static_cast<int32_t>(m_d3dpp.BackBufferWidth),
                static_cast<int32_t>(m_d3dpp.BackBufferHeight));
   if (m_discParts.empty()) return;
-  batch.DrawDisc(ToPixels(shape.corners), m_discParts, OpaqueArgb(shape.color));
+  batch.DrawDisc(ToPixels(shape.corners), m_discParts, OpaqueArgb(shape.colour));
 }
 
 void D3DDisplayer::PaintRecord(RecordView record) {

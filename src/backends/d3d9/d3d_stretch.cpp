@@ -16,12 +16,12 @@ namespace {
 constexpr UINT kProbeSide = 16;
 constexpr uint8_t kWhiteLuma = 235;
 constexpr uint8_t kBlackLuma = 16;
-constexpr uint8_t kNoColor = 128;
+constexpr uint8_t kNoColour = 128;
 
 void FillGrey(const D3DLOCKED_RECT& locked, uint8_t luma) {
   const Yv12Surface grey{static_cast<uint8_t*>(locked.pBits), locked.Pitch, kProbeSide, kProbeSide};
   for (const auto& [plane, value] :
-       {std::pair{grey.Luma(), luma}, {grey.V(), kNoColor}, {grey.U(), kNoColor}}) {
+       {std::pair{grey.Luma(), luma}, {grey.V(), kNoColour}, {grey.U(), kNoColour}}) {
     for (int32_t row = 0; row < plane.height; ++row)
       std::memset(plane.Row(row), value, static_cast<size_t>(plane.width));
   }

@@ -34,7 +34,7 @@ void D3DDisplayer::DrawOSDText() {
   TextBatch batch(m_pd3dDevice.get());
   for (const TextItem& item : items) {
     if (const auto place = PlaceOsdText(item, space))
-      m_osdPainter.Draw(batch, item.text, *place, OpaqueArgb(FromColorRef(item.color)));
+      m_osdPainter.Draw(batch, item.text, *place, OpaqueArgb(FromColourRef(item.colour)));
   }
 }
 

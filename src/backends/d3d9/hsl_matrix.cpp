@@ -81,7 +81,7 @@ Matrix4 SaturationMatrix(int32_t saturation) {
   return {{{r + s, r, r, 0}, {g, g + s, g, 0}, {b, b, b + s, 0}, {0, 0, 0, 1}}};
 }
 
-Matrix4 ColorMatrix(int32_t saturation, int32_t hue, const HueMatrices& hueMatrices) {
+Matrix4 ColourMatrix(int32_t saturation, int32_t hue, const HueMatrices& hueMatrices) {
   return SaturationMatrix(saturation) * hueMatrices.pre * Rotation(Axis::Z, static_cast<float>(hue)) *
          hueMatrices.post;
 }

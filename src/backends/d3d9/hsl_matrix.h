@@ -38,7 +38,7 @@ HueMatrices BuildHueMatrices();
 Matrix4 SaturationMatrix(int32_t saturation);
 
 /// Saturation in percent, then hue in degrees.
-Matrix4 ColorMatrix(int32_t saturation, int32_t hue, const HueMatrices& hueMatrices);
+Matrix4 ColourMatrix(int32_t saturation, int32_t hue, const HueMatrices& hueMatrices);
 
 /// A vertex of the full-frame quad.
 struct HslVertex {
@@ -46,7 +46,7 @@ struct HslVertex {
   float y;
   float z;
   float rhw;
-  uint32_t color;
+  uint32_t colour;
   float u;
   float v;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/d3d9/outlines.h"
 
-bool D3dxOutlines::Draw(const PixelRect& rect, uint32_t color) {
+bool D3dxOutlines::Draw(const PixelRect& rect, uint32_t colour) {
   const auto left = static_cast<float>(rect.left);
   const auto top = static_cast<float>(rect.top);
   const auto right = static_cast<float>(rect.right);
@@ -12,7 +12,7 @@ bool D3dxOutlines::Draw(const PixelRect& rect, uint32_t color) {
   m_corners[3] = {left, bottom};
   if (!m_begun && FAILED(m_line->Begin())) return false;
   m_begun = true;
-  return SUCCEEDED(m_line->Draw(m_corners, kCorners, color));
+  return SUCCEEDED(m_line->Draw(m_corners, kCorners, colour));
 }
 
 void D3dxOutlines::Finish() {
@@ -20,7 +20,7 @@ void D3dxOutlines::Finish() {
   m_begun = false;
 }
 
-bool VertexOutlines::Draw(const PixelRect& rect, uint32_t color) {
-  m_lines.Add(ClosedOutline(rect, color));
+bool VertexOutlines::Draw(const PixelRect& rect, uint32_t colour) {
+  m_lines.Add(ClosedOutline(rect, colour));
   return true;
 }

@@ -15,7 +15,7 @@ class Outlines {
   virtual ~Outlines() = default;
 
   /// False when nothing was drawn.
-  virtual bool Draw(const PixelRect& rect, uint32_t color) = 0;
+  virtual bool Draw(const PixelRect& rect, uint32_t colour) = 0;
 
   /// Everything up to here is on its way to the device, whose states are as before.
   virtual void Finish() = 0;
@@ -30,7 +30,7 @@ class D3dxOutlines : public Outlines {
   D3dxOutlines(ID3DXLine* line, D3DXVECTOR2* corners) : m_line(line), m_corners(corners) {}
   ~D3dxOutlines() override { D3dxOutlines::Finish(); }
 
-  bool Draw(const PixelRect& rect, uint32_t color) override;
+  bool Draw(const PixelRect& rect, uint32_t colour) override;
   void Finish() override;
 
  private:
@@ -45,7 +45,7 @@ class VertexOutlines : public Outlines {
   explicit VertexOutlines(IDirect3DDevice9* device, IDirect3DVertexBuffer9* buffer)
       : m_lines(device, buffer, D3DPT_LINELIST) {}
 
-  bool Draw(const PixelRect& rect, uint32_t color) override;
+  bool Draw(const PixelRect& rect, uint32_t colour) override;
   void Finish() override { m_lines.Flush(); }
 
  private:

@@ -23,25 +23,25 @@ class ShapeBatch {
   ShapeBatch& operator=(const ShapeBatch&) = delete;
 
   /// False when nothing was drawn.
-  bool DrawOutline(const PixelRect& rect, uint32_t color) {
+  bool DrawOutline(const PixelRect& rect, uint32_t colour) {
     if (!m_brackets.Empty() || ReachesFill(rect)) Finish();
-    return m_outlines->Draw(rect, color);
+    return m_outlines->Draw(rect, colour);
   }
 
-  void FillRect(const PixelRect& rect, uint32_t color) {
+  void FillRect(const PixelRect& rect, uint32_t colour) {
     Reserve(rect);
-    m_fills.Add(FilledRect(rect, color));
+    m_fills.Add(FilledRect(rect, colour));
   }
 
   /// A disc, given by the rectangles that it is made of.
-  void DrawDisc(const PixelRect& bounds, const RectList& parts, uint32_t color) {
+  void DrawDisc(const PixelRect& bounds, const RectList& parts, uint32_t colour) {
     Reserve(bounds);
     for (const PixelRect& part : parts)
-      m_fills.Add(FilledRect(part, color));
+      m_fills.Add(FilledRect(part, colour));
   }
 
-  void DrawCornerBrackets(const WideRect& corners, int32_t parts, uint32_t color) {
-    m_brackets.Add(CornerBrackets(corners, parts, color));
+  void DrawCornerBrackets(const WideRect& corners, int32_t parts, uint32_t colour) {
+    m_brackets.Add(CornerBrackets(corners, parts, colour));
   }
 
  private:

@@ -15,7 +15,7 @@ TextBatch::~TextBatch() {
   m_device->SetRenderState(D3DRS_ALPHABLENDENABLE, FALSE);
 }
 
-void TextBatch::Add(const TextPiece& piece, int64_t x, int64_t y, uint32_t color) {
+void TextBatch::Add(const TextPiece& piece, int64_t x, int64_t y, uint32_t colour) {
   if (piece.texture.get() != m_texture.get() || m_count == m_vertices.size()) {
     Flush();
     piece.texture->AddRef();
@@ -25,7 +25,7 @@ void TextBatch::Add(const TextPiece& piece, int64_t x, int64_t y, uint32_t color
     const int64_t px = x + (right ? piece.place.right : piece.place.left);
     const int64_t py = y + (bottom ? piece.place.bottom : piece.place.top);
     return Vertex{
-        static_cast<float>(px) + kToPixelMiddle, static_cast<float>(py) + kToPixelMiddle, 0.0f, 1.0f, color,
+        static_cast<float>(px) + kToPixelMiddle, static_cast<float>(py) + kToPixelMiddle, 0.0f, 1.0f, colour,
         right ? piece.right : piece.left,        bottom ? piece.bottom : piece.top};
   };
   for (const Vertex& vertex : {at(false, false), at(true, true), at(false, true), at(true, true),

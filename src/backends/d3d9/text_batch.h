@@ -17,12 +17,12 @@ class TextBatch {
   TextBatch& operator=(const TextBatch&) = delete;
 
   /// At (x, y) of the back buffer, in a 0xAARRGGBB colour. Refers to the texture until it is drawn.
-  void Add(const TextPiece& piece, int64_t x, int64_t y, uint32_t color);
+  void Add(const TextPiece& piece, int64_t x, int64_t y, uint32_t colour);
 
  private:
   struct Vertex {
     float x, y, z, rhw;
-    uint32_t color;
+    uint32_t colour;
     float u, v;
   };
   static_assert(sizeof(Vertex) == 28);

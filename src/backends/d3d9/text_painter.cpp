@@ -54,12 +54,12 @@ void TextPainter::FallBackToGdi() {
                          GdiTextRasteriser(m_device, m_font.height, m_font.face, 2 * m_font.frameHeight));
 }
 
-void TextPainter::Draw(TextBatch& batch, const char* text, const OsdPlace& place, uint32_t color) {
+void TextPainter::Draw(TextBatch& batch, const char* text, const OsdPlace& place, uint32_t colour) {
   const int32_t room = std::min(place.wrapWidth, kOneLine - 1);
   if (room <= 0) return;
   const Kept* kept = Find(text, room);
   for (size_t i = 0; kept && i < kept->pieceCount; ++i)
-    batch.Add(kept->pieces[i], place.x, place.y, color);
+    batch.Add(kept->pieces[i], place.x, place.y, colour);
 }
 
 const TextPainter::Kept* TextPainter::Find(const char* text, int32_t room) {

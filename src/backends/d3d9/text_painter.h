@@ -35,7 +35,7 @@ class TextPainter {
   void Forget();
 
   /// Draws lines that are broken between words. Nothing where there is no width for them.
-  void Draw(TextBatch& batch, const char* text, const OsdPlace& place, uint32_t color);
+  void Draw(TextBatch& batch, const char* text, const OsdPlace& place, uint32_t colour);
 
  private:
   struct Kept;

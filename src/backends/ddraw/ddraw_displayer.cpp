@@ -58,11 +58,11 @@ int32_t CDirectDraw::DisplayFrame(const FrameView& frame, const PaneSettings& se
 
 /// The frame is mirrored and adjusted on its way into the slot, unless a callback wants to see what became
 /// of it.
-int32_t CDirectDraw::DisplayAdjusted(const FrameView& client, const ColorValues& colors,
+int32_t CDirectDraw::DisplayAdjusted(const FrameView& client, const ColourValues& colours,
                                      const PaneSettings& settings, uint32_t param1, int64_t param2) {
   if (settings.frameCB.function || settings.decodeCB.function || client.strideU != client.strideV)
-    return BaseDisplayer::DisplayAdjusted(client, colors, settings, param1, param2);
-  return HandOver(client, settings, {settings.mirrorMode, colors}, param2);
+    return BaseDisplayer::DisplayAdjusted(client, colours, settings, param1, param2);
+  return HandOver(client, settings, {settings.mirrorMode, colours}, param2);
 }
 
 /// Records go with their frames, also with those that are refused or replaced before the worker comes to
@@ -74,8 +74,8 @@ int32_t CDirectDraw::HandOver(const FrameView& frame, const PaneSettings& settin
     CAutoLock guard(&m_handOverLock);
     const FrameInfo info{param2, TakeRecords(settings.paused != 0)};
     if (!IsWindow(m_hPlayWnd)) return kNotInitialised;
-    const bool adjust = IsAdjustActive(change.colors);
-    if (adjust) m_tables.Update(change.colors);
+    const bool adjust = IsAdjustActive(change.colours);
+    if (adjust) m_tables.Update(change.colours);
     const FrameCopier copier(change.mirrorMode, adjust ? &m_tables : nullptr);
     result = m_slots.Put(frame, info, adjust || change.mirrorMode ? &copier : nullptr);
   }

@@ -61,13 +61,13 @@ class CDirectDraw : public BaseDisplayer {
   int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
                        int64_t param2) override;
 
-  int32_t DisplayAdjusted(const FrameView& client, const ColorValues& colors, const PaneSettings& settings,
+  int32_t DisplayAdjusted(const FrameView& client, const ColourValues& colours, const PaneSettings& settings,
                           uint32_t param1, int64_t param2) override;
 
   /// What becomes of a frame's samples on its way into a slot.
   struct FrameChange {
     uint32_t mirrorMode = 0;
-    ColorValues colors;
+    ColourValues colours;
   };
   int32_t HandOver(const FrameView& frame, const PaneSettings& settings, const FrameChange& change,
                    int64_t param2);

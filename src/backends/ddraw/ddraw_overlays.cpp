@@ -13,8 +13,8 @@
 namespace {
 
 /// Fills rectangles with one colour, without a brush to make and free. The colour stays with the DC.
-void FillRects(HDC dc, const RectList& rects, const OverlayColor& color) {
-  SetDCBrushColor(dc, RGB(color.r, color.g, color.b));
+void FillRects(HDC dc, const RectList& rects, const OverlayColour& colour) {
+  SetDCBrushColor(dc, RGB(colour.r, colour.g, colour.b));
   const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
   for (const PixelRect& r : rects) {
     const RECT rect{r.left, r.top, r.right, r.bottom};
@@ -72,7 +72,7 @@ void CDirectDraw::DrawRecord(HDC dc, RecordView record) {
   for (const OverlayShape& shape : m_painted.shapes) {
     m_pixels.clear();
     AppendPixels(m_pixels, shape, map.displayWidth, map.displayHeight);
-    FillRects(dc, m_pixels, shape.color);
+    FillRects(dc, m_pixels, shape.colour);
   }
 }
 

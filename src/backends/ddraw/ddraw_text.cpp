@@ -9,10 +9,10 @@
 namespace {
 
 constexpr int32_t kMinHeight = 4;
-constexpr COLORREF kColorMask = 0x00FFFFFF;
+constexpr COLORREF kColourMask = 0x00FFFFFF;
 
 constexpr char kLabelFace[] = "Arial";
-constexpr COLORREF kLabelColor = RGB(255, 255, 255);
+constexpr COLORREF kLabelColour = RGB(255, 255, 255);
 constexpr int32_t kMinLabelHeight = 7;  ///< below it letters are blots
 
 HFONT CreateLabelFont(int32_t cellHeight, int32_t averageWidth) {
@@ -52,7 +52,7 @@ void GdiText::Draw(HDC dc, const TextItem& item, const DisplayMap& map) const {
   RECT area{place->x, place->y, map.displayWidth, map.displayHeight};
   SelectObject(dc, m_font.get());
   SetBkMode(dc, TRANSPARENT);
-  SetTextColor(dc, item.color & kColorMask);
+  SetTextColor(dc, item.colour & kColourMask);
   DrawTextW(dc, wide, -1, &area, DT_NOPREFIX | DT_WORDBREAK | DT_EXPANDTABS);
 }
 
@@ -84,7 +84,7 @@ bool GdiLabels::Readable(const Labels& labels, const DisplayMap& map) {
 void GdiLabels::Draw(HDC dc, const Labels& labels, const DisplayMap& map) {
   if (!SetHeight(dc, static_cast<int32_t>(map.PixelY(labels[0].area.Height())))) return;
   SetBkMode(dc, TRANSPARENT);
-  SetTextColor(dc, kLabelColor);
+  SetTextColor(dc, kLabelColour);
   for (const OverlayLabel& label : labels) {
     if (Intersect(label.area, {0, 0, map.videoWidth, map.videoHeight}).Empty()) continue;
     RECT area{static_cast<LONG>(map.PixelX(label.area.left)), static_cast<LONG>(map.PixelY(label.area.top)),

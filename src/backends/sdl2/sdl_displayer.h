@@ -27,7 +27,7 @@ class SDLDisplayer : public BaseDisplayer {
   ~SDLDisplayer() override;
 
   void SetOSDText(int32_t index, const char* text, uint32_t x, uint32_t y, uint32_t anchor,
-                  uint32_t color) override;
+                  uint32_t colour) override;
 
   /// 0 only when a texture is being made anew: an unchanged size reports 1 and keeps what is there.
   int32_t InitDraw(uint32_t width, uint32_t height, uint32_t param) override;

@@ -52,9 +52,9 @@ bool SdlFont::SetSize(int32_t size) {
   return m_font != nullptr;
 }
 
-SDL_Surface* SdlFont::Render(const wchar_t* text, const SDL_Color& color, int32_t wrapWidth) {
+SDL_Surface* SdlFont::Render(const wchar_t* text, const SDL_Color& colour, int32_t wrapWidth) {
   CAutoLock guard(&g_ttfLock);
-  return TTF_RenderUNICODE_Blended_Wrapped(m_font, Units(text), color, static_cast<Uint32>(wrapWidth));
+  return TTF_RenderUNICODE_Blended_Wrapped(m_font, Units(text), colour, static_cast<Uint32>(wrapWidth));
 }
 
 int32_t SdlFont::WidthOf(const wchar_t* text) {

@@ -21,7 +21,7 @@ class SdlFont {
 
   /// Renders UTF-16 text in an opaque colour, with lines broken at a width in pixels. Null when the text
   /// cannot be rendered.
-  SDL_Surface* Render(const wchar_t* text, const SDL_Color& color, int32_t wrapWidth);
+  SDL_Surface* Render(const wchar_t* text, const SDL_Color& colour, int32_t wrapWidth);
 
   /// Width of the text in one line, in pixels.
   int32_t WidthOf(const wchar_t* text);

@@ -52,8 +52,8 @@ std::optional<int32_t> SDLDisplayer::DrawInTurn(const FrameView& frame, const Mo
 }
 
 void SDLDisplayer::SetOSDText(int32_t index, const char* text, uint32_t x, uint32_t y, uint32_t anchor,
-                              uint32_t color) {
-  BaseDisplayer::SetOSDText(index, text, x, y, anchor, color);
+                              uint32_t colour) {
+  BaseDisplayer::SetOSDText(index, text, x, y, anchor, colour);
 }
 
 bool SDLDisplayer::IsReady() const {

@@ -29,7 +29,7 @@ bool SdlOverlays::DrawOSDText(SDL_Renderer* renderer, const TextItem& item, cons
     return false;
   }
   return m_text.Draw(renderer, m_osdFont, item.text, place->x, place->y, place->wrapWidth,
-                     FromColorRef(item.color));
+                     FromColourRef(item.colour));
 }
 
 void SdlOverlays::DrawRecord(SDL_Renderer* renderer, RecordView record, const DisplayMap& map) {
@@ -40,14 +40,14 @@ void SdlOverlays::DrawRecord(SDL_Renderer* renderer, RecordView record, const Di
 }
 
 void SdlOverlays::DrawShapes(SDL_Renderer* renderer, const DisplayMap& map) {
-  OverlayColor color;
+  OverlayColour colour;
   m_pixels.clear();
   for (const OverlayShape& shape : m_list.shapes) {
-    if (shape.color != color) FillPixels(renderer, color);
-    color = shape.color;
+    if (shape.colour != colour) FillPixels(renderer, colour);
+    colour = shape.colour;
     AppendPixels(m_pixels, shape, map.displayWidth, map.displayHeight);
   }
-  FillPixels(renderer, color);
+  FillPixels(renderer, colour);
 }
 
 void SdlOverlays::DrawLabels(SDL_Renderer* renderer, const DisplayMap& map) {
@@ -62,13 +62,13 @@ void SdlOverlays::DrawLabels(SDL_Renderer* renderer, const DisplayMap& map) {
 }
 
 /// Those that wait, in one call.
-void SdlOverlays::FillPixels(SDL_Renderer* renderer, const OverlayColor& color) {
+void SdlOverlays::FillPixels(SDL_Renderer* renderer, const OverlayColour& colour) {
   if (m_pixels.empty()) return;
   m_batch.clear();
   for (const PixelRect& r : m_pixels)
     m_batch.push_back(ToSdl(r));
   m_pixels.clear();
-  SDL_SetRenderDrawColor(renderer, color.r, color.g, color.b, SDL_ALPHA_OPAQUE);
+  SDL_SetRenderDrawColor(renderer, colour.r, colour.g, colour.b, SDL_ALPHA_OPAQUE);
   SDL_RenderFillRects(renderer, m_batch.data(), static_cast<int>(m_batch.size()));
 }
 

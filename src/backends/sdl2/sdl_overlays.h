@@ -32,7 +32,7 @@ class SdlOverlays {
   bool DrawOSDText(SDL_Renderer* renderer, const TextItem& item, const DisplayMap& map);
   void DrawShapes(SDL_Renderer* renderer, const DisplayMap& map);
   void DrawLabels(SDL_Renderer* renderer, const DisplayMap& map);
-  void FillPixels(SDL_Renderer* renderer, const OverlayColor& color);
+  void FillPixels(SDL_Renderer* renderer, const OverlayColour& colour);
 
   SdlFont m_osdFont;
   SdlFont m_labelFont;

@@ -35,8 +35,8 @@ int32_t WidthWithoutWrap(SdlFont& font, const wchar_t* text) {
 }  // namespace
 
 bool SdlText::Draw(SDL_Renderer* renderer, SdlFont& font, const char* text, int32_t x, int32_t y,
-                   int32_t wrapWidth, const OverlayColor& color) {
-  Entry* const entry = Find(renderer, font, text, wrapWidth, color);
+                   int32_t wrapWidth, const OverlayColour& colour) {
+  Entry* const entry = Find(renderer, font, text, wrapWidth, colour);
   // What could not be rendered is tried again once its entry has aged.
   if (!entry || !entry->texture) return false;
   entry->lastFrame = m_frame;
@@ -45,9 +45,9 @@ bool SdlText::Draw(SDL_Renderer* renderer, SdlFont& font, const char* text, int3
 }
 
 SdlText::Entry* SdlText::Find(SDL_Renderer* renderer, SdlFont& font, const char* text, int32_t wrapWidth,
-                              const OverlayColor& color) {
+                              const OverlayColour& colour) {
   for (Entry* entry = m_entries.get(); entry; entry = entry->next.get()) {
-    if (entry->size == font.Size() && entry->color == color && wrapWidth >= entry->minWrap &&
+    if (entry->size == font.Size() && entry->colour == colour && wrapWidth >= entry->minWrap &&
         wrapWidth <= entry->maxWrap && std::strcmp(entry->text, text) == 0) {
       return entry;
     }
@@ -59,11 +59,12 @@ SdlText::Entry* SdlText::Find(SDL_Renderer* renderer, SdlFont& font, const char*
   const bool free = wrapWidth >= unwrapped;
   std::memcpy(entry->text, text, strnlen(text, sizeof(entry->text) - 1));
   entry->size = font.Size();
-  entry->color = color;
+  entry->colour = colour;
   entry->minWrap = free ? unwrapped : wrapWidth;
   entry->maxWrap = free ? INT_MAX : wrapWidth;
   entry->lastFrame = m_frame;
-  const SdlSurface surface(font.Render(wide.text, {color.r, color.g, color.b, SDL_ALPHA_OPAQUE}, wrapWidth));
+  const SdlSurface surface(
+      font.Render(wide.text, {colour.r, colour.g, colour.b, SDL_ALPHA_OPAQUE}, wrapWidth));
   if (surface) {
     entry->width = surface->w;
     entry->height = surface->h;

@@ -15,7 +15,7 @@ class SdlText {
   /// Draws a text of the ANSI code page, unscaled, with its top-left corner at (x, y), broken at the
   /// display's right edge. Whether something was copied.
   bool Draw(SDL_Renderer* renderer, SdlFont& font, const char* text, int32_t x, int32_t y, int32_t wrapWidth,
-            const OverlayColor& color);
+            const OverlayColour& colour);
 
   /// Ends a frame: textures that have not been drawn for some frames are released.
   void EndFrame();
@@ -30,7 +30,7 @@ class SdlText {
   struct Entry {
     char text[sizeof(TextItem::text)]{};
     int32_t size = 0;
-    OverlayColor color;
+    OverlayColour colour;
     int32_t minWrap = 0;  ///< range of wrap widths that give this picture
     int32_t maxWrap = 0;
     SdlTexture texture;
@@ -42,7 +42,7 @@ class SdlText {
 
   /// Null when there is no memory for another text, which is then left out.
   Entry* Find(SDL_Renderer* renderer, SdlFont& font, const char* text, int32_t wrapWidth,
-              const OverlayColor& color);
+              const OverlayColour& colour);
 
   std::unique_ptr<Entry> m_entries;
   uint32_t m_frame = 0;

@@ -98,20 +98,20 @@ void CYuvDraw::DrawLine(const PlaneSet* planes, const PlaneLine& line) {
     const int32_t right = mostlyHorizontal ? 0 : pass;
     const int32_t down = mostlyHorizontal ? pass : 0;
     Step(x1 + right, y1 + down, x2 + right, y2 + down,
-         [&](int32_t x, int32_t y) { PutPixel(*planes, PackPoint(x, y), line.colorIndex); });
+         [&](int32_t x, int32_t y) { PutPixel(*planes, PackPoint(x, y), line.colourIndex); });
   }
 }
 
-void CYuvDraw::PutPixel(const PlaneSet& planes, uint32_t point, int32_t colorIndex) {
-  if (colorIndex < 0 || colorIndex >= static_cast<int32_t>(std::size(kPalette))) return;
-  const PaletteEntry& color = kPalette[colorIndex];
+void CYuvDraw::PutPixel(const PlaneSet& planes, uint32_t point, int32_t colourIndex) {
+  if (colourIndex < 0 || colourIndex >= static_cast<int32_t>(std::size(kPalette))) return;
+  const PaletteEntry& colour = kPalette[colourIndex];
   const auto x = static_cast<size_t>(LowHalf(point));
   const auto y = static_cast<size_t>(HighHalf(point));
   const size_t width = planes.width;
   const size_t luma = y * width + x;
-  if (luma < width * planes.height) planes.y[luma] = color.y;
+  if (luma < width * planes.height) planes.y[luma] = colour.y;
   const size_t chroma = ((y >> 1) * width >> 1) + (x >> 1);
   if (chroma >= (width / 2) * (planes.height / 2u)) return;
-  if (planes.u) planes.u[chroma] = color.u;
-  if (planes.v) planes.v[chroma] = color.v;
+  if (planes.u) planes.u[chroma] = colour.u;
+  if (planes.v) planes.v[chroma] = colour.v;
 }

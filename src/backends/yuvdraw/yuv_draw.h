@@ -22,7 +22,7 @@ struct PlaneLine {
   uint16_t x2 = 0;
   uint16_t y2 = 0;
   uint16_t width = 1;  ///< 0 draws like 1
-  int32_t colorIndex = 0;
+  int32_t colourIndex = 0;
 };
 
 /// A point in 32 bits: x in the low half, y in the high half; each keeps its low 16 bits.
@@ -53,5 +53,5 @@ class CYuvDraw {
   static void DrawLine(const PlaneSet* planes, const PlaneLine& line);
 
  private:
-  static void PutPixel(const PlaneSet& planes, uint32_t point, int32_t colorIndex);
+  static void PutPixel(const PlaneSet& planes, uint32_t point, int32_t colourIndex);
 };

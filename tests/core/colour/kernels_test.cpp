@@ -48,7 +48,7 @@ TEST(Kernels, NearlyAllSettingsNeedNoTable) {
         slow += isTable(value, contrast);
     return double(slow) / all;
   };
-  const auto update = [&tables](const ColorValues& values) -> const AdjustTables& {
+  const auto update = [&tables](const ColourValues& values) -> const AdjustTables& {
     tables.Update(values);
     return tables;
   };

@@ -173,11 +173,11 @@ INSTANTIATE_KERNEL_TEST(Working);
 
 TEST(WorkingFrame, OneValueOutOfRangeSwitchesOff) {
   EXPECT_FALSE(IsAdjustActive({}));
-  for (const ColorValues& c : {ColorValues{127, 0, 0, 0}, {-127, 100, 100, 180}, {0, -100, -100, -180}})
+  for (const ColourValues& c : {ColourValues{127, 0, 0, 0}, {-127, 100, 100, 180}, {0, -100, -100, -180}})
     EXPECT_TRUE(IsAdjustActive(c));
-  constexpr ColorValues kOneOut[] = {{128, 5, 5, 5}, {-128, 5, 5, 5}, {5, 101, 5, 5}, {5, -101, 5, 5},
-                                     {5, 5, 101, 5}, {5, 5, -101, 5}, {5, 5, 5, 181}, {5, 5, 5, -181}};
-  for (const ColorValues& c : kOneOut)
+  constexpr ColourValues kOneOut[] = {{128, 5, 5, 5}, {-128, 5, 5, 5}, {5, 101, 5, 5}, {5, -101, 5, 5},
+                                      {5, 5, 101, 5}, {5, 5, -101, 5}, {5, 5, 5, 181}, {5, 5, 5, -181}};
+  for (const ColourValues& c : kOneOut)
     EXPECT_FALSE(IsAdjustActive(c));
   uint8_t y[] = {10, 20};
   WorkingFrame working;

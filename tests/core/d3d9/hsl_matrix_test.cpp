@@ -38,7 +38,7 @@ TEST(HslMatrix, SaturatesAroundTheLuminanceAndTurnsTheHue) {
     const int saturation = next(301) - 100, hue = next(361) - 180;
     const Vector3 in{static_cast<float>(next(256)), static_cast<float>(next(256)),
                      static_cast<float>(next(256))};
-    const Vector3 out = TransformPoint(in, ColorMatrix(saturation, hue, hues));
+    const Vector3 out = TransformPoint(in, ColourMatrix(saturation, hue, hues));
     const Colour want = Expected({in.x, in.y, in.z}, saturation, hue);
     ASSERT_NEAR(out.x, want[0], 0.01) << saturation << ", " << hue;
     ASSERT_NEAR(out.y, want[1], 0.01) << saturation << ", " << hue;

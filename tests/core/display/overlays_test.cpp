@@ -17,8 +17,8 @@ namespace {
 constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInf = std::numeric_limits<float>::infinity();
 
-std::string NameOf(const OverlayColor& color) {
-  return color == kOverlayGreen ? "green" : color == kOverlayOrange ? "orange" : "amber";
+std::string NameOf(const OverlayColour& colour) {
+  return colour == kOverlayGreen ? "green" : colour == kOverlayOrange ? "orange" : "amber";
 }
 
 /// One line for each shape and label.
@@ -26,7 +26,7 @@ std::string Tell(const OverlayList& list) {
   constexpr const char* kKinds[] = {"fill ", "outline ", "brackets ", "disc "};
   std::ostringstream told;
   for (const OverlayShape& s : list.shapes) {
-    told << kKinds[static_cast<int>(s.kind)] << NameOf(s.color) << ' ' << s.corners.left << ','
+    told << kKinds[static_cast<int>(s.kind)] << NameOf(s.colour) << ' ' << s.corners.left << ','
          << s.corners.top << ',' << s.corners.right << ',' << s.corners.bottom;
     if (s.kind != OverlayShape::Kind::Fill) told << " of " << s.size;
     told << '\n';
@@ -261,7 +261,7 @@ TEST(Overlays, ShapesAreThePixelsThatPointsAndLinesWouldMake) {
   for (int n = 0; n < 4000; ++n) {
     const int64_t x = below(90) - 15, y = below(70) - 15;
     OverlayShape shape{.kind = static_cast<OverlayShape::Kind>(n % 4),
-                       .color = kOverlayGreen,
+                       .colour = kOverlayGreen,
                        .corners = {x, y, x + below(60) - 9, y + below(60) - 9},
                        .size = below(4) ? below(6) : below(50),
                        .parts = below(2) ? 5 : 8};
@@ -272,7 +272,7 @@ TEST(Overlays, ShapesAreThePixelsThatPointsAndLinesWouldMake) {
     AppendPixels(pixels, shape, Canvas::kWidth, Canvas::kHeight);
     for (const PixelRect& r : pixels) {
       ASSERT_TRUE(!r.Empty() && Intersect(r, {0, 0, Canvas::kWidth, Canvas::kHeight}) == r) << n;
-      seen.Draw({.color = kOverlayGreen, .corners = {r.left, r.top, r.right, r.bottom}});
+      seen.Draw({.colour = kOverlayGreen, .corners = {r.left, r.top, r.right, r.bottom}});
     }
     ASSERT_EQ(seen.Rows(), expected.Rows()) << n;
     const bool all = expected.Rows() == Canvas::Pixels(Canvas::kHeight, std::string(Canvas::kWidth, '#'));

@@ -147,14 +147,14 @@ TEST(FrameRule, BottomUpFramesAreMirroredAndAdjustedLikeOthers) {
     const Client topDown = TopDown(bottomUp, c);
     const auto width = static_cast<uint32_t>(c.width), height = static_cast<uint32_t>(c.height);
     for (uint32_t n = 0; n < 12; ++n) {
-      const ColorValues colors[] = {{}, {10, 20, 0, 0}, {-5, 0, 30, 40}};
+      const ColourValues colours[] = {{}, {10, 20, 0, 0}, {-5, 0, 30, 40}};
       WorkingFrame working, reference;
-      const FrameView want = reference.Prepare(topDown.view, width, height, n % 4, colors[n / 4]);
-      const FrameView got = working.Prepare(bottomUp.view, width, height, n % 4, colors[n / 4]);
+      const FrameView want = reference.Prepare(topDown.view, width, height, n % 4, colours[n / 4]);
+      const FrameView got = working.Prepare(bottomUp.view, width, height, n % 4, colours[n / 4]);
       EXPECT_EQ(Samples(got, c.width, c.height), Samples(want, c.width, c.height)) << n;
       AdjustTables tables;
-      tables.Update(colors[n / 4]);
-      const FrameCopier copier(n % 4, IsAdjustActive(colors[n / 4]) ? &tables : nullptr);
+      tables.Update(colours[n / 4]);
+      const FrameCopier copier(n % 4, IsAdjustActive(colours[n / 4]) ? &tables : nullptr);
       FrameSlots slots;
       ASSERT_TRUE(slots.Open(width, height));
       slots.Put(bottomUp.view, {}, &copier);

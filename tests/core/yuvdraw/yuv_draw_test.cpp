@@ -73,10 +73,10 @@ TEST(YuvLine, StepsAlongTheLongerAxisThickensAndPullsEndsIn) {
 
 TEST(YuvLine, WritesThePaletteIntoAllPlanes) {
   Canvas canvas(4, 4);
-  for (const int32_t color : {10, 4}) {
-    canvas.Line({2, 2, 2, 2, 1, color});
-    const int chroma = color == 10 ? 128 : 0;
-    EXPECT_TRUE(canvas.y[10] == 255 && canvas.u[3] == chroma && canvas.v[3] == chroma) << color;
+  for (const int32_t colour : {10, 4}) {
+    canvas.Line({2, 2, 2, 2, 1, colour});
+    const int chroma = colour == 10 ? 128 : 0;
+    EXPECT_TRUE(canvas.y[10] == 255 && canvas.u[3] == chroma && canvas.v[3] == chroma) << colour;
   }
 }
 

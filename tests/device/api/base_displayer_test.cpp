@@ -42,8 +42,8 @@ TEST(BaseDisplayer, HandsTheClientsOwnPlanesOnUnlessSomethingIsActive) {
   const std::vector<uint8_t> original = frame.y;
   uint8_t* called = nullptr;
   displayer.SetDrawYUV420CB(&called, &NoteLuma);
-  displayer.GetColorRecord(0).Set({200, 10, 10, 10});  // one value out of range switches all off
-  displayer.GetColorRecord(1).Set({10, 10, 10, 10});
+  displayer.GetColourRecord(0).Set({200, 10, 10, 10});  // one value out of range switches all off
+  displayer.GetColourRecord(1).Set({10, 10, 10, 10});
   displayer.result = 0x1234;
   EXPECT_EQ(Draw(displayer, frame), 0x1234);
   EXPECT_TRUE(displayer.shown.y == frame.y.data() && displayer.shown.u == frame.u.data() &&

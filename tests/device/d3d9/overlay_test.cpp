@@ -18,14 +18,14 @@ bool IsLetter(const Rgb& c) {
 }
 
 /// Lines of D3DX as they should be: Wine's draw nothing.
-HRESULT DrawStrip(HRESULT, ID3DXLine* line, const D3DXVECTOR2* points, DWORD count, D3DCOLOR color) {
+HRESULT DrawStrip(HRESULT, ID3DXLine* line, const D3DXVECTOR2* points, DWORD count, D3DCOLOR colour) {
   struct Vertex {
     float x, y, z, rhw;
-    D3DCOLOR color;
+    D3DCOLOR colour;
   };
   std::vector<Vertex> strip;
   for (DWORD i = 0; i < count; ++i)
-    strip.push_back({points[i].x, points[i].y, 0, 1, color});
+    strip.push_back({points[i].x, points[i].y, 0, 1, colour});
   ComPtr<Device> device;
   ComPtr<IDirect3DStateBlock9> state;
   if (FAILED(line->GetDevice(device.put())) || FAILED(device->CreateStateBlock(D3DSBT_ALL, state.put())))

@@ -6,9 +6,9 @@
 
 /// Picture settings behind their own lock, so that a frame never sees half a change. Any values are kept;
 /// ranges only decide whether they act on the picture.
-class ColorRecord {
+class ColourRecord {
  public:
-  void Set(const ColorValues& values) {
+  void Set(const ColourValues& values) {
     CAutoLock guard(&m_lock);
     m_nHue = values.hue;
     m_nContrast = values.contrast;
@@ -16,7 +16,7 @@ class ColorRecord {
     m_nBrightness = values.brightness;
   }
 
-  ColorValues Get() {
+  ColourValues Get() {
     CAutoLock guard(&m_lock);
     return {.brightness = m_nBrightness, .contrast = m_nContrast, .saturation = m_nSaturation, .hue = m_nHue};
   }
