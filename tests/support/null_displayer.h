@@ -5,6 +5,7 @@
 
 #include "display/base_displayer.h"
 #include "display/display_codes.h"
+#include "picture/plane_copy.h"
 
 /// The smallest backend, and a start for a new one: it shows frames to nobody and remembers what it was given.
 /// What it leaves out works as BaseDisplayer has it.
@@ -44,7 +45,8 @@ class NullDisplayer : public BaseDisplayer {
       return code;
     }
     shown = frame;
-    luma.assign(frame.y, frame.y + size_t{m_dwHeight} * static_cast<size_t>(frame.strideY));
+    luma.resize(size_t{m_dwWidth} * m_dwHeight);
+    CopyPlane(luma.data(), static_cast<int32_t>(m_dwWidth), frame.y, frame.strideY, m_dwWidth, m_dwHeight);
     param1 = p1;
     param2 = p2;
     DrawOverlays();
