@@ -26,6 +26,7 @@ if [ -n "${DISPLAY:-}" ]; then
   "$ROOT/scripts/bed.sh" prefix "$BED"
 else
   use_bed "$BED"
+  export SDL_RENDER_DRIVER="${SDL_RENDER_DRIVER:-software}"  # nothing in the bed rasterises but the processor
 fi
 rm -f "$DEMO/screenshot.png"
 "$WINE" "$EXE" "${ARGS[@]}" "$@" || die "nivral_player ended with code $?"
