@@ -397,6 +397,11 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetRClickPt(void* hDraw, POINT pt);
  * oldest record waiting, also a frame that is refused or not shown. The newest 256 are kept waiting. Without
  * a new one the last record stays for less than a second; the very first one of a pane stays for one frame,
  * except driver assistance on DirectDraw. A paused pane takes none and draws the last ones again.
+ *
+ * A frame in which nothing was found gets an empty record, which takes the last one off the picture: for
+ * driver monitoring two counts of 0, for driver assistance one box with class 0, distance 0, left 0, top
+ * 65535, right 0 and bottom -1, which no backend draws. No call drops records that wait; a frame without
+ * planes, which is refused, takes one of each kind.
  * @{ */
 
 /** Driver assistance: labelled boxes for one frame. Edges are the bits of 32-bit floats in video pixels, in

@@ -325,6 +325,12 @@ class Display : public detail::Object<detail::DisplayTraits> {
                                 distance, third, fourth, lineWidth)};
   }
 
+  /// The record of a frame in which nothing was found.
+  Result ClearAssistance() noexcept {
+    const LabelledBox unseen{{0, 65535, 0, -1}, ObjectClass::kUnknown, 0};
+    return SetAssistance(&unseen, 1, 0);
+  }
+
   /// Driver monitoring. Counts out of range make the call have no effect, as in C.
   Result SetMonitoring(const Landmark* landmarks, int32_t landmarkCount, const Box* boxes, int32_t boxCount,
                        uint16_t radius) noexcept {
