@@ -13,7 +13,7 @@ awk -v out="$BLOCKS" '
   /^```(c|cpp)$/ { n = split(FILENAME, part, "/"); file = out "/" part[n] "." FNR "." substr($0, 4)
                    printf "#line %d \"%s\"\n", FNR + 1, FILENAME > file; next }
   /^```/ { if (file) close(file); file = ""; next }
-  file { print > file }' README.md docs/guide.md docs/audio.md
+  file { print > file }' README.md docs/guide.md docs/audio.md docs/overlays.md
 shopt -s nullglob
 count=0
 for block in "$BLOCKS"/*.c; do

@@ -354,11 +354,11 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetMosaics(void* hDraw, const uint8_t* 
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetMosaicFlag(void* hDraw, uint32_t flag);
 
 /** Strength of the privacy mosaic; docs/overlays.md shows which level hides what. Thread: any.
- * - SDL2, DirectDraw: blocks of 3 * level client pixels, where 5, 10, 20, 30 and 50 stand for 1 to 5. 0 shows
- *   no mosaic. A face is hidden from about a twelfth of its width in client pixels on.
- * - Direct3D 9: every level-th row of the video stands for those below it; columns stay sharp. 0 and 1 hide
- *   nothing, low levels leave faces and plates readable. From the video's height on nothing of the rectangle
- *   is left.
+ * - SDL2, DirectDraw: blocks of 3 * level client pixels. A face w client pixels wide is hidden by level
+ *   w / 12 + 1; where that is 5, 10, 20, 30 or 50, add 1, since these five stand for 1, 2, 3, 4 and 5. Blocks
+ *   are not cut at the rectangle's right and bottom edges. 0 shows no mosaic.
+ * - Direct3D 9: every level-th row of the video stands for those below it; columns stay sharp. Only the
+ *   video's height or more hides: one row is left then. 0 and 1 hide nothing.
  *
  * @param hDraw the pane
  * @param level 1 to 5461; 0 at first
