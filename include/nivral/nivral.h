@@ -19,8 +19,9 @@
  *
  * Results. 0 means that the call reached the object behind the handle, not that the object could do what was
  * asked: whether a pane draws is told by NIVRAL_DWDrawYUV420. 1 means a null handle or, rarely, that memory
- * ran out in the call. Handles are not validated beyond that: a closed or foreign handle is undefined
- * behaviour. No exception leaves the library.
+ * ran out in the call; only NIVRAL_DWDrawYUV420, NIVRAL_DWSetRClickPt and NIVRAL_UnInitialize also use it
+ * otherwise. Handles are not validated beyond that: a closed or foreign handle is undefined behaviour. No
+ * exception leaves the library.
  *
  * Ownership. The client owns its windows, frame buffers and callback contexts. Arrays, texts and structures
  * are copied during the call. Nothing returned by the library is freed by the client; closing a handle frees
@@ -256,7 +257,8 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWInitDraw(void* hDraw, uint32_t width, u
  * @param param2 for the frame, decode and display callbacks
  * @return
  * - 0: presented (SDL2, Direct3D 9), or taken by the worker (DirectDraw). Direct3D 9 and DirectDraw answer 0
- *   for a hidden window too, Direct3D 9 also for one that is gone, as long as its device lives.
+ *   for a hidden window too (one that IsWindowVisible denies; covered or minimised is not hidden), Direct3D 9
+ *   also for one that is gone, as long as its device lives.
  * - 1: null handle. SDL2: before NIVRAL_DWInitDraw or after NIVRAL_DWFreeDraw, SDL2 not started or shut down,
  *   window hidden or gone, planes missing or too small, graphics failure.
  * - 0x2001: Direct3D 9: no device yet and none could be made. DirectDraw: before NIVRAL_DWInitDraw or after
