@@ -93,10 +93,13 @@ typedef void(NIVRAL_CALL* NivralFrameCallback)(uint8_t* pY, uint32_t strideY, ui
                                                uint32_t strideUV, uint32_t param1, int64_t param2,
                                                void* user);
 
-/** SDL2, DirectDraw: after a frame that the backend took, on the thread that feeds it; on SDL2 also when a
- * graphics failure kept it off the screen. Not for refused frames. Direct3D 9 never calls it.
+/** SDL2, DirectDraw: after a frame, on the thread that feeds it. Direct3D 9 never calls it.
+ * - SDL2: for each frame that the pane tried to draw, also when that failed (graphics failure, planes missing
+ *   or too small). Not before NIVRAL_DWInitDraw, after NIVRAL_DWFreeDraw or with a hidden window.
+ * - DirectDraw: for each frame that was answered 0.
  *
- * @param pY, strideY the luma plane that went to the backend; valid during the call
+ * @param pY, strideY the luma plane that went to the backend, on SDL2 null where the client's was; valid
+ *        during the call
  * @param width, height of the video, in pixels
  * @param param2 the frame's own
  * @param format 3, planar YUV 4:2:0
@@ -105,7 +108,8 @@ typedef void(NIVRAL_CALL* NivralDecodeCallback)(uint8_t* pY, uint32_t strideY, u
                                                 uint32_t height, int64_t param2, uint32_t format, void* user);
 
 /** DirectDraw only, on the pane's worker thread, when a frame is composed and not yet on the screen; also
- * when the last frame is shown again after a change of the window.
+ * when the last frame is shown again after a change of the window. NIVRAL_DWInitDraw and NIVRAL_DWFreeDraw of
+ * the same pane do nothing there.
  *
  * @param index the number given to NIVRAL_DWSetIndex, -1 without
  * @param hdc a GDI device context (HDC) in client pixels, valid during the call: what is drawn appears over
