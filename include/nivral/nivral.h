@@ -30,15 +30,15 @@
  * Threads. Each function names the thread it belongs to:
  * - start-up: one thread of the client's, the same for all functions that say so;
  * - window: the thread that made the pane's window and handles its messages;
- * - feeding: one thread per pane, usually the decoder's;
+ * - feeding: one thread per pane at a time, usually the decoder's;
  * - any: every thread, also while another one feeds frames; what is set acts from the next frame. These calls
  *   do not wait for a frame being drawn.
  *
- * No call may be in flight on a handle that is being closed. On a Direct3D 9 pane no two calls may overlap at
- * all, whatever their threads. Calls that belong to the window thread may wait for the frame being drawn;
- * that thread goes on receiving messages that other threads send to its windows meanwhile. Made while the
- * thread handles such a message, they do not wait for a busy SDL2 pane: what they ask for is done right
- * after.
+ * No call may be in flight on a handle that is being closed. On a Direct3D 9 pane no two calls may overlap,
+ * whatever their threads; NIVRAL_DWAdjustedWnd alone may. Calls that belong to the window thread may wait for
+ * the frame being drawn; that thread goes on receiving messages that other threads send to its windows
+ * meanwhile. Made while the thread handles such a message, they do not wait for a busy SDL2 pane: what they
+ * ask for is done right after.
  *
  * Units. Widths and heights are pixels, strides bytes from row to row. Video pixels count in the size given
  * to NIVRAL_DWInitDraw, client pixels in the client area of the window. The picture always fills the client
@@ -275,7 +275,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWDrawYUV420(void* hDraw, uint8_t* pY, ui
 
 /** Tells the pane that its window's client area has a new size: call it on WM_SIZE. Thread: any.
  * - SDL2: texts, boxes and mosaic are placed anew.
- * - Direct3D 9: no effect; the picture follows the window by itself.
+ * - Direct3D 9: no effect, so it may overlap other calls; the picture follows the window by itself.
  * - DirectDraw: shows the last frame again in the new size.
  *
  * @param hDraw the pane
