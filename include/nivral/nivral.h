@@ -290,8 +290,8 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWAdjustedWnd(void* hDraw);
  * @return 0; 1 for a null handle */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetPlayRect(void* hDraw, const RECT* rect);
 
-/** Direct3D 9: digital zoom around a point of the displayed picture. No effect on the other backends. Thread:
- * any.
+/** Direct3D 9: digital zoom around a point of the displayed picture. Texts, boxes and landmarks stay where
+ * they are. No effect on the other backends. Thread: any.
  *
  * @param hDraw the pane
  * @param x, y the point in per mille of the displayed picture, 0 to 1000
@@ -300,7 +300,8 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetPlayRect(void* hDraw, const RECT* re
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetZoom(void* hDraw, uint32_t x, uint32_t y, uint32_t factor);
 
 /** Mirrors the picture. Only the picture: texts, mosaic, boxes and landmarks keep their places, so a client
- * mirrors its records itself. Thread: any.
+ * mirrors its records itself. Rows are turned in the length of their stride: what fills them up beyond the
+ * picture comes into it, so mirrored frames want strides of width and width / 2. Thread: any.
  *
  * @param hDraw the pane
  * @param mode 0 none, 1 horizontal flip, 2 half turn; others show the picture as it is
