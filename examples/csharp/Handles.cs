@@ -142,7 +142,7 @@ namespace Nivral {
 
     public uint Draw(byte[] y, int strideY, byte[] u, byte[] v, int strideUV, uint param1 = 0,
                      long param2 = 0) {
-      CheckPlanes(y.Length, strideY, u.Length, v.Length, strideUV);
+      CheckFrame(y.Length, strideY, u.Length, v.Length, strideUV);
       return Native.NIVRAL_DWDrawYUV420(Handle, ref y[0], (uint)strideY, ref u[0], ref v[0], (uint)strideUV,
                                         param1, param2);
     }
@@ -150,7 +150,7 @@ namespace Nivral {
 #if NETCOREAPP
     public uint Draw(ReadOnlySpan<byte> y, int strideY, ReadOnlySpan<byte> u, ReadOnlySpan<byte> v,
                      int strideUV, uint param1 = 0, long param2 = 0) {
-      CheckPlanes(y.Length, strideY, u.Length, v.Length, strideUV);
+      CheckFrame(y.Length, strideY, u.Length, v.Length, strideUV);
       return Native.NIVRAL_DWDrawYUV420(Handle, ref MemoryMarshal.GetReference(y), (uint)strideY,
                                         ref MemoryMarshal.GetReference(u), ref MemoryMarshal.GetReference(v),
                                         (uint)strideUV, param1, param2);
@@ -264,11 +264,15 @@ namespace Nivral {
       Native.NIVRAL_DWCloseDraw(opened);
     }
 
-    private void CheckPlanes(int y, int strideY, int u, int v, int strideUV) {
+    private void CheckFrame(int y, int strideY, int u, int v, int strideUV) {
       if (Height == 0) throw new InvalidOperationException("Init comes before Draw");
-      CheckPlane("y", y, strideY, Width, Height);
-      CheckPlane("u", u, strideUV, Width / 2, Height / 2);
-      CheckPlane("v", v, strideUV, Width / 2, Height / 2);
+      CheckPlanes(y, strideY, u, v, strideUV, Width, Height);
+    }
+
+    internal static void CheckPlanes(int y, int strideY, int u, int v, int strideUV, int width, int height) {
+      CheckPlane("y", y, strideY, width, height);
+      CheckPlane("u", u, strideUV, width / 2, height / 2);
+      CheckPlane("v", v, strideUV, width / 2, height / 2);
     }
 
     private static void CheckPlane(string plane, int bytes, int stride, int width, int height) {

@@ -630,7 +630,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_rgb24_to_yv12_c(uint8_t* pY, uint8_t* pU,
 /** Planes to a top-down picture of B, G, R bytes.
  *
  * @param rgb receives height rows
- * @param rgbStride from row to row of rgb, in pixels of 3 bytes
+ * @param rgbStride from row to row of rgb, in pixels of 3 bytes (not bytes), at least the width
  * @param pY, pU, pV planes as in NIVRAL_DWDrawYUV420
  * @param strideY, strideUV bytes from row to row of pY, and of pU and pV
  * @param width in pixels
