@@ -284,9 +284,11 @@ namespace Nivral {
 
   /// <summary>A player of PCM sound. Its callback, on a thread of the library, must not throw.</summary>
   public sealed class WavePlayer : NativeObject {
+    private const int NotSet = -1;
     private WriteWaveCallback onWrite;
     private bool paused;
-    private int volume = 100;
+    private volatile int volume = NotSet;
+    private volatile bool isVolumeDue;
 
     public WavePlayer() {
       IntPtr handle;
@@ -297,8 +299,13 @@ namespace Nivral {
     public WriteWaveCallback OnWrite {
       get { return onWrite; }
       set {
-        Check(Native.NIVRAL_WVSetWriteWaveCB(Handle, IntPtr.Zero, onWrite = Keep(value)),
+        WriteWaveCallback withVolume = (buffer, size, user) => {
+          ApplyVolume();
+          return value(buffer, size, user);
+        };
+        Check(Native.NIVRAL_WVSetWriteWaveCB(Handle, IntPtr.Zero, value == null ? null : Keep(withVolume)),
               "NIVRAL_WVSetWriteWaveCB");
+        onWrite = value;
       }
     }
 
@@ -306,7 +313,11 @@ namespace Nivral {
       Native.NIVRAL_WVSetWaveFormat(Handle, ref format, (uint)bufferSize);
     }
 
-    public void Play() { Native.NIVRAL_WVPlayWave(Handle); }
+    public void Play() {
+      isVolumeDue = true;
+      Native.NIVRAL_WVPlayWave(Handle);
+    }
+
     public void Stop() { Native.NIVRAL_WVStopWave(Handle); }
 
     public bool Paused {
@@ -314,10 +325,24 @@ namespace Nivral {
       set { Native.NIVRAL_WVPauseWave(Handle, (paused = value)? 1u: 0u); }
     }
 
-    /// <summary>Percent, as it was set last; acts on a device that is open.</summary>
+    /// <summary>
+    /// Percent; -1 until it is set, which leaves the device's own. Set again at the first call of OnWrite
+    /// after each Play, the earliest place.
+    /// </summary>
     public int Volume {
       get { return volume; }
-      set { Native.NIVRAL_WVSetVolume(Handle, (ushort)(volume = value)); }
+      set {
+        if (value < 0 || value > 100) throw new ArgumentOutOfRangeException("value");
+        volume = value;
+        isVolumeDue = true;
+        Native.NIVRAL_WVSetVolume(Handle, (ushort)value);
+      }
+    }
+
+    private void ApplyVolume() {
+      if (!isVolumeDue || volume == NotSet) return;
+      isVolumeDue = false;
+      Native.NIVRAL_WVSetVolume(Handle, (ushort)volume);
     }
 
     protected override void CloseHandle(IntPtr opened) { Native.NIVRAL_WVCloseWave(opened); }

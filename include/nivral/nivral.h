@@ -585,7 +585,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_WVSetWriteWaveCB(void* hWave, void* user,
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_WVPlayWave(void* hWave);
 
 /** Pauses the client's PCM: zero bytes are played instead, from the next buffer on, which is silence for
- * 16-bit samples only. Thread: any.
+ * 16-bit samples only. The callback is not asked meanwhile. Thread: any.
  *
  * @param hWave the player
  * @param paused not 0 pauses, 0 goes on
@@ -599,7 +599,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_WVPauseWave(void* hWave, uint32_t paused)
  * @return 0; 1 for a null handle */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_WVStopWave(void* hWave);
 
-/** Volume of the open device, both channels alike. Without effect while no device is open, and not
+/** Volume of this player, both channels alike. Without effect while its device is not open, and not
  * remembered: the first callback after NIVRAL_WVPlayWave is the earliest place. Thread: any.
  *
  * @param hWave the player
