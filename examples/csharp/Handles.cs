@@ -89,6 +89,20 @@ namespace Nivral {
     public ushort Distance;
   }
 
+  /// <summary>In video pixels.</summary>
+  public struct Landmark {
+    public float X, Y;
+  }
+
+  /// <summary>In video pixels.</summary>
+  public struct FaceBox {
+    public float Left, Top, Right, Bottom;
+  }
+
+  public struct ColorRange {
+    public ColorParams Lowest, Highest;
+  }
+
   /// <summary>A video pane. Callbacks must not throw: there is no managed caller.</summary>
   public sealed class Display : NativeObject {
     private IntPtr window;
@@ -199,6 +213,17 @@ namespace Nivral {
       }
     }
 
+    public static ColorRange ColorLimits {
+      get {
+        var range = new ColorRange();
+        Native.NIVRAL_GetColorParamsRange(out range.Lowest.Brightness, out range.Highest.Brightness,
+                                          out range.Lowest.Contrast, out range.Highest.Contrast,
+                                          out range.Lowest.Saturation, out range.Highest.Saturation,
+                                          out range.Lowest.Hue, out range.Highest.Hue);
+        return range;
+      }
+    }
+
     /// <summary>line is 0 to 5, colour 0x00BBGGRR; an empty text removes the line.</summary>
     public void SetText(int line, string text, int x, int y, int colour, Anchor anchor = Anchor.Top) {
       Native.NIVRAL_DWSetOSDText(Handle, line, text, (uint)x, (uint)y, (uint)anchor, (uint)colour);
@@ -214,9 +239,14 @@ namespace Nivral {
       set { Native.NIVRAL_DWSetMosaicLevel(Handle, mosaicLevel = (uint)value); }
     }
 
-    /// <summary>Fractions of the client area.</summary>
-    public void SetMosaicArea(float left, float top, float right, float bottom) {
+    /// <summary>Fractions of the client area, in the order of C.</summary>
+    public void SetMosaicArea(float top, float left, float bottom, float right) {
       Native.NIVRAL_DWSetMosaicAreaScale(Handle, top, left, bottom, right);
+    }
+
+    /// <summary>Client pixels. Not on Direct3D 9.</summary>
+    public void SetMosaicRect(NivralRect rect) {
+      Native.NIVRAL_DWSetMosaics(Handle, ref rect);
     }
 
     /// <summary>Driver assistance: 1 to 12 boxes, once per frame; other counts are ignored.</summary>
@@ -227,6 +257,24 @@ namespace Nivral {
           Array.ConvertAll(boxes, box => box.Bottom), Array.ConvertAll(boxes, box => (ushort)box.Class),
           Array.ConvertAll(boxes, box => box.Distance), new ushort[boxes.Length], new ushort[boxes.Length],
           (ushort)lineWidth);
+    }
+
+    /// <summary>The record of a frame in which nothing was found.</summary>
+    public void ClearAssistance() {
+      SetAssistance(new[] { new LabelledBox { Top = 65535, Bottom = -1 } }, 0);
+    }
+
+    /// <summary>
+    /// Driver monitoring: up to 68 landmarks and 12 face boxes, once per frame; other counts are ignored, two
+    /// empty arrays are the record of a frame in which nothing was found.
+    /// </summary>
+    public void SetMonitoring(Landmark[] landmarks, FaceBox[] faces, int radius) {
+      Native.NIVRAL_DWSetDsmAlgInfo(Handle, landmarks.Length, Array.ConvertAll(landmarks, point => point.X),
+                                    Array.ConvertAll(landmarks, point => point.Y), faces.Length,
+                                    Array.ConvertAll(faces, face => face.Left),
+                                    Array.ConvertAll(faces, face => face.Top),
+                                    Array.ConvertAll(faces, face => face.Right),
+                                    Array.ConvertAll(faces, face => face.Bottom), (ushort)radius);
     }
 
     public FrameCallback OnFrame {
