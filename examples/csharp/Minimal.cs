@@ -48,11 +48,13 @@ internal sealed class MinimalForm : Form {
     if (display != null) display.WindowResized();
   }
 
-  protected override void OnFormClosing(FormClosingEventArgs e) {
+  /// <summary>Not to be cancelled any more, and the window is still there.</summary>
+  protected override void OnFormClosed(FormClosedEventArgs e) {
     timer.Stop();
     if (player != null) player.Dispose();
     if (display != null) display.Dispose();
-    base.OnFormClosing(e);
+    display = null;
+    base.OnFormClosed(e);
   }
 
   private void DrawNextFrame() {

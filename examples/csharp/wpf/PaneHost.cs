@@ -40,6 +40,7 @@ namespace Nivral.Wpf {
     /// <summary>The thread that feeds the pane has ended by now.</summary>
     protected override void DestroyWindowCore(HandleRef window) {
       if (Display != null) Display.Dispose();
+      Display = null;
       DestroyWindow(window.Handle);
     }
 
