@@ -10,7 +10,9 @@ compile() { mcs -warnaserror -platform:x64 "$@"; }
 compile -target:winexe -langversion:5 -r:System.Windows.Forms -r:System.Drawing -out:"$OUT/minimal.exe" \
   examples/csharp/*.cs
 compile -target:library -define:NETCOREAPP -out:"$OUT/wpf.dll" tests/bindings/wpf_stand_in.cs \
-  examples/csharp/{Native,Handles,wpf/PaneHost}.cs
+  examples/csharp/{Native,Handles,Picture,wpf/PaneHost}.cs
+awk '/^```/ { on = /csharp/; next } on' examples/csharp/README.md > "$OUT/readme.cs"
+compile -target:library -out:"$OUT/readme.dll" "$OUT/readme.cs" examples/csharp/{Native,Handles}.cs
 python3 -c 'import sys, xml.etree.ElementTree as tree; tree.parse(sys.argv[1])' examples/csharp/Minimal.csproj
 compile -out:"$OUT/signatures.exe" tests/bindings/signatures.cs examples/csharp/Native.cs
 mono "$OUT/signatures.exe" > "$OUT/declarations"
