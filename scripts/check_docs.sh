@@ -29,6 +29,13 @@ while read -r line; do
 done < <(awk -F'|' '/^## / { on = /nothing shows/ }
   on && /^\|/ { n = split($3, part, "`"); for (i = 2; i <= n; i += 2) print part[i] }' docs/guide.md |
   sed -E 's/^\.\.\. //; s/ *\.\.\.$//; s/: SDL_GetError =$//')
+# The player's options and the head of its record files.
+while read -r option; do
+  grep -qF -- "$option" examples/player/options.cpp || complain "the player has no option $option"
+done < <({ grep -hE '^    scripts/demo.sh|`nivral_player' README.md docs/guide.md docs/records.md
+  grep -F -- '`--' docs/records.md; } | grep -oE -- '--[a-z][a-z-]*' | sort -u)
+grep -qrF "\"$(sed -n 's/^frame,\(class,\)/\1/p' docs/records.md)\"" examples/player ||
+  complain "docs/records.md: another first line than the player's"
 [ $failed = 0 ] || die "the documents do not match the tree"
 say "docs: ${#documents[@]} documents match the tree"
 scripts/check_snippets.sh
