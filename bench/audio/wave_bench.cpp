@@ -8,6 +8,8 @@
 #include "nivral/nivral.h"
 #include "util/win_handles.h"
 
+using namespace libnivral;
+
 namespace {
 
 constexpr int kBufferBytes = 1280;

@@ -20,6 +20,8 @@ extern "C" {
 #include <libswscale/swscale.h>
 }
 
+using namespace libnivral;
+
 namespace {
 
 struct Size {

@@ -5,6 +5,8 @@
 #include "alternate.h"
 #include "display/base_displayer.h"
 
+using namespace libnivral;
+
 namespace {
 
 class IdleDisplayer : public BaseDisplayer {

@@ -7,6 +7,8 @@
 #include "util/log_file.h"
 #include "util/log_system.h"
 
+using namespace libnivral;
+
 namespace {
 
 constexpr int kCalls = 1000000;

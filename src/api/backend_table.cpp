@@ -9,6 +9,7 @@
 #include "backends/ddraw/ddraw_displayer.h"
 #include "backends/sdl2/sdl_displayer.h"
 
+namespace libnivral {
 namespace {
 
 template <class Displayer>
@@ -34,3 +35,5 @@ const Backend& FindBackend(uint32_t type) {
   }
   return *std::rbegin(kBackends);
 }
+
+}  // namespace libnivral

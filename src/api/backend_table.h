@@ -6,6 +6,8 @@
 
 #include "display/base_displayer.h"
 
+namespace libnivral {
+
 /// What NIVRAL_DWOpenDrawEx takes.
 enum BackendType : uint32_t { kSdl = 0, kDirect3D = 1, kDirectDraw = 2 };
 
@@ -32,3 +34,5 @@ struct Backend {
 
 /// The backend of a type; DirectDraw's for every number that is no other's.
 const Backend& FindBackend(uint32_t type);
+
+}  // namespace libnivral

@@ -5,6 +5,7 @@
 #include "display/base_displayer.h"
 #include "nivral/nivral.h"
 
+namespace libnivral {
 namespace {
 
 void Write(int32_t* target, int32_t value) {
@@ -17,6 +18,9 @@ bool IsRecord(int32_t index) {
 }
 
 }  // namespace
+}  // namespace libnivral
+
+using namespace libnivral;
 
 extern "C" {
 

@@ -11,6 +11,7 @@
 #include "util/log_file.h"
 #include "util/win_handles.h"
 
+namespace libnivral {
 namespace {
 
 constexpr int32_t kDirectX9 = 9;
@@ -84,3 +85,5 @@ std::optional<uint32_t> ProbeDirect3D() {
   const bool usable = *version >= kDirectX9 && !IsSoftwareOnly() && TrialDeviceWorks();
   return usable ? 0u : 1u;
 }
+
+}  // namespace libnivral

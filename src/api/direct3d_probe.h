@@ -5,6 +5,8 @@
 #include <optional>
 #include <span>
 
+namespace libnivral {
+
 /// Folds the eight bytes of the registry's "InstalledVersion" into one number: both halves, byte by byte as
 /// signed values, are added into the same accumulator. 0.0.0.9 gives 9; 4.9 stored as 00 00 00 04 00 00 00 09
 /// gives 13.
@@ -21,3 +23,5 @@ constexpr int32_t FoldInstalledVersion(std::span<const uint8_t, 8> bytes) {
 /// Whether Direct3D 9 is unusable here (1) or not (0), from the registry and a trial device. Nothing when the
 /// registry has no DirectX version: the caller keeps what it knew.
 std::optional<uint32_t> ProbeDirect3D();
+
+}  // namespace libnivral

@@ -6,6 +6,7 @@
 #include "colour/convert.h"
 #include "util/log_file.h"
 
+namespace libnivral {
 namespace {
 
 /// Keeps the library in the process until that ends. Each unloading would leave something behind: of the
@@ -34,6 +35,9 @@ void OnProcessDetach() noexcept {
 }
 
 }  // namespace
+}  // namespace libnivral
+
+using namespace libnivral;
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, void*) {
   if (reason == DLL_PROCESS_ATTACH) {

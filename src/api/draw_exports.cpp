@@ -7,6 +7,7 @@
 #include "nivral/nivral.h"
 #include "util/log_file.h"
 
+namespace libnivral {
 namespace {
 
 bool RunsUnderWine() {
@@ -20,6 +21,9 @@ void WarnOfChildWindow(HWND window) {
 }
 
 }  // namespace
+}  // namespace libnivral
+
+using namespace libnivral;
 
 extern "C" {
 

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace libnivral {
+
 constexpr uint32_t kApiOk = 0;
 constexpr uint32_t kApiFailed = 1;
 
@@ -32,3 +34,5 @@ uint32_t ForwardResult(void* handle, Operation&& operation) noexcept {
   if (!handle) return kApiFailed;
   return Guarded([&] { return static_cast<uint32_t>(operation(*static_cast<Object*>(handle))); });
 }
+
+}  // namespace libnivral

@@ -8,6 +8,8 @@
 #include "nivral/nivral.h"
 #include "util/log_file.h"
 
+namespace libnivral {
+
 LibraryState g_library;
 
 namespace {
@@ -34,6 +36,9 @@ uint32_t Open(void** phDraw, uint32_t type) {
 }
 
 }  // namespace
+}  // namespace libnivral
+
+using namespace libnivral;
 
 extern "C" {
 

@@ -6,6 +6,8 @@
 #include "audio/audio.h"
 #include "nivral/nivral.h"
 
+using namespace libnivral;
+
 extern "C" {
 
 uint32_t NIVRAL_CALL NIVRAL_WVOpenWave(void** phWave) {

@@ -5,6 +5,8 @@
 
 #include "audio/wave_format.h"
 
+namespace libnivral {
+
 static_assert(sizeof(WAVEFORMATEX) == sizeof(WaveFormat));
 
 CAudio::~CAudio() {
@@ -99,3 +101,5 @@ bool CAudio::SetTelephonyPreset(WAVEFORMATEX* format) {
 bool CAudio::SetMuLawPreset(WAVEFORMATEX* format) {
   return ApplyPreset(kMuLawPreset, format);
 }
+
+}  // namespace libnivral

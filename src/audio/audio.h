@@ -10,6 +10,8 @@
 #include "util/mutex_lock.h"
 #include "util/win_handles.h"
 
+namespace libnivral {
+
 /// PCM player on the wave-out device, with a capture path on the wave-in device.
 ///
 /// Playing runs on a thread of its own that pulls from the client's callback; the other operations may be
@@ -113,3 +115,5 @@ class CAudio {
   CMutexLock m_captureLock;   // m_captureState against a buffer that is being queued again
   CMutexLock m_deviceLock;    // m_hWaveOut: no volume call on a device that is being closed
 };
+
+}  // namespace libnivral

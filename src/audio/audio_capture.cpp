@@ -5,6 +5,7 @@
 
 #include "audio/audio.h"
 
+namespace libnivral {
 namespace {
 constexpr int kCloseRounds = 20;
 constexpr DWORD kCloseRoundMs = 100;
@@ -88,3 +89,5 @@ bool CAudio::CloseCapture() {
     buffer.reset();
   return true;
 }
+
+}  // namespace libnivral

@@ -8,6 +8,7 @@
 #include "audio/playback_fill.h"
 #include "util/contained.h"
 
+namespace libnivral {
 namespace {
 
 constexpr DWORD kIdlePollMs = 10;
@@ -147,3 +148,5 @@ void CAudio::CloseDevice() {
   for (auto& buffer : m_playBuffers)
     buffer.reset();
 }
+
+}  // namespace libnivral

@@ -9,6 +9,7 @@
 #include "audio/playback_fill.h"
 #include "audio/sound_buffer_lock.h"
 
+namespace libnivral {
 namespace {
 constexpr DWORD kBufferCaps =
     DSBCAPS_CTRLPOSITIONNOTIFY | DSBCAPS_CTRLFX | DSBCAPS_GLOBALFOCUS | DSBCAPS_GETCURRENTPOSITION2;
@@ -119,3 +120,5 @@ void CDirectSound::Stop() {
   m_pBuffer8->Stop();
   m_started = false;
 }
+
+}  // namespace libnivral

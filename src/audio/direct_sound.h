@@ -17,6 +17,8 @@
 #include "util/thread_base.h"
 #include "util/win_handles.h"
 
+namespace libnivral {
+
 /// PCM player on DirectSound: a looping buffer of four segments, of which a worker thread refills one each
 /// time the play cursor enters the next. Driven from one thread. A derived class calls Stop in its own
 /// destructor, before what ConvertPacket uses is gone.
@@ -81,3 +83,5 @@ class CDirectSound {
   std::unique_ptr<uint8_t[]> m_overflow;
   CThreadBase m_worker;
 };
+
+}  // namespace libnivral

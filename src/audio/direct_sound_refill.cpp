@@ -5,6 +5,8 @@
 #include "audio/sound_buffer_lock.h"
 #include "util/contained.h"
 
+namespace libnivral {
+
 class CDirectSound::Converter final : public PacketConverter {
  public:
   explicit Converter(CDirectSound& player) : m_player(player) {}
@@ -55,3 +57,5 @@ void CDirectSound::RefillSegment() {
     m_ring.Advance(static_cast<uint32_t>(part.size()));
   }
 }
+
+}  // namespace libnivral

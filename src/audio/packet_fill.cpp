@@ -6,6 +6,7 @@
 
 #include "audio/playback_fill.h"
 
+namespace libnivral {
 namespace {
 
 constexpr size_t kSampleBytes = 2;
@@ -43,3 +44,5 @@ void FillPart(std::span<uint8_t> part, ByteQueue* queue, std::span<uint8_t> scra
   }
   std::ranges::fill(part.subspan(produced), kInitialFill);
 }
+
+}  // namespace libnivral

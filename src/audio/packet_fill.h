@@ -6,6 +6,8 @@
 #include <optional>
 #include <span>
 
+namespace libnivral {
+
 /// A locked queue of bytes that one thread fills and the player empties. A packet must appear whole, its
 /// header and data added under one lock: the player takes them in two steps and could not find the next
 /// header otherwise.
@@ -40,3 +42,5 @@ std::optional<std::span<const uint8_t>> PopPacket(ByteQueue& queue, std::span<ui
 /// queue. A null queue is an empty one.
 void FillPart(std::span<uint8_t> part, ByteQueue* queue, std::span<uint8_t> scratch,
               std::span<uint8_t> overflow, PacketConverter& converter);
+
+}  // namespace libnivral

@@ -10,6 +10,8 @@
 #include <memory>
 #include <new>
 
+namespace libnivral {
+
 /// A format for the system, which may read as many bytes behind the structure as its cbSize announces; ours
 /// carry none, so zeros stand there.
 class PaddedFormat {
@@ -24,3 +26,5 @@ class PaddedFormat {
  private:
   std::unique_ptr<uint8_t[]> m_bytes;
 };
+
+}  // namespace libnivral

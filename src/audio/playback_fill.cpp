@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+namespace libnivral {
 namespace {
 
 /// Sum of the client's answers; 64 bits because each answer may be anything.
@@ -26,3 +27,5 @@ int64_t PullUntilFull(std::span<uint8_t> buffer, SampleSource& source) {
 void FillPlaybackBuffer(std::span<uint8_t> buffer, bool paused, SampleSource& source) {
   if (paused || PullUntilFull(buffer, source) <= 0) std::ranges::fill(buffer, uint8_t{0});
 }
+
+}  // namespace libnivral

@@ -5,6 +5,8 @@
 #include <optional>
 #include <span>
 
+namespace libnivral {
+
 /// What every playback buffer holds before the client's PCM: the level the device starts on.
 constexpr uint8_t kInitialFill = 0x64;
 
@@ -23,3 +25,5 @@ class SampleSource {
 /// Fills one playback buffer: with zeros when paused, else from the source. Every request gets the buffer's
 /// start and full size until the answers add up to the size; a buffer that nothing was written to is zeroed.
 void FillPlaybackBuffer(std::span<uint8_t> buffer, bool paused, SampleSource& source);
+
+}  // namespace libnivral

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace libnivral {
+
 constexpr uint32_t kSegmentCount = 4;
 
 /// A looping buffer of four equal segments and the offset that is refilled next, all in bytes.
@@ -24,3 +26,5 @@ class SegmentRing {
   uint32_t m_segmentBytes;
   uint32_t m_cursor = 0;
 };
+
+}  // namespace libnivral

@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <span>
 
+namespace libnivral {
+
 /// Bytes of a looping sound buffer, locked for a scope: a second part follows where they wrap.
 class SoundBufferLock {
  public:
@@ -42,3 +44,5 @@ class SoundBufferLock {
   void* m_second = nullptr;
   DWORD m_secondBytes = 0;
 };
+
+}  // namespace libnivral

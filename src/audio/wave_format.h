@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace libnivral {
+
 /// The 18 bytes of the system's WAVEFORMATEX.
 #pragma pack(push, 1)
 struct WaveFormat {
@@ -42,3 +44,5 @@ constexpr uint32_t DeviceVolume(uint32_t percent) {
   const uint32_t level = percent * 65535u / 100u;
   return level | (level << 16);
 }
+
+}  // namespace libnivral

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+namespace libnivral {
 namespace {
 
 /// Part of the picture settings' definition; not the nearest double to pi.
@@ -58,3 +59,5 @@ void AdjustTables::Update(const ColourValues& values) {
     m_pairs.FillScale(scale, 1 + saturation, 1 + contrast);
   }
 }
+
+}  // namespace libnivral

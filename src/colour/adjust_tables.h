@@ -6,6 +6,8 @@
 #include "colour/byte_map.h"
 #include "colour/chroma_map.h"
 
+namespace libnivral {
+
 /// Largest magnitudes that colour settings may have; a value beyond its limit switches the adjustment off.
 constexpr int32_t kMaxBrightness = 127;
 constexpr int32_t kMaxContrast = 100;
@@ -44,3 +46,5 @@ class AdjustTables {
   ByteMap m_chroma;
   ChromaMap m_pairs;
 };
+
+}  // namespace libnivral

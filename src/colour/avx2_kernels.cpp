@@ -8,6 +8,8 @@
 #include "colour/yuv_loops.h"
 #include "util/cpu.h"
 
+namespace libnivral {
+
 const ColourKernels kAvx2Kernels = {
     .name = "avx2",
     .features = kCpuSsse3 | kCpuAvx2,
@@ -20,3 +22,5 @@ const ColourKernels kAvx2Kernels = {
     .mapPairRowsReversed = MapPairRowsReversed,
     .repeatBytes = RepeatBytes,
 };
+
+}  // namespace libnivral

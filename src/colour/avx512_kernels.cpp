@@ -5,4 +5,8 @@
 
 #include "colour/yuv_loops.h"
 
+namespace libnivral {
+
 const YuvKernels kAvx512YuvKernels = kYuvKernels<kAvx2Kernels>;
+
+}  // namespace libnivral

@@ -6,6 +6,7 @@
 #include "colour/vector_extras.h"
 #include "colour/yuv_loops.h"
 
+namespace libnivral {
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
 
@@ -103,3 +104,4 @@ void BgrToYuv(const RgbRows& rows, int32_t width) {
 }
 
 }  // namespace
+}  // namespace libnivral

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+namespace libnivral {
 namespace {
 
 constexpr int32_t kOne = 1 << 7;
@@ -117,3 +118,5 @@ void ByteMap::TryOddSymmetric(double firstSlope, double secondSlope) {
   odd = OddSymmetricMap(firstSlope, secondSlope);
   if (form == Form::Table && Equals(odd, table)) form = Form::OddSymmetric;
 }
+
+}  // namespace libnivral

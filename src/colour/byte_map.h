@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace libnivral {
+
 /// A line whose rounding changes in the middle, in 16-bit words. With seven fraction bits in
 ///   p = ((byte * 256 + fill) * factor) >> 16
 ///   above = (p + addAbove - subAbove) >> 7, below = (p + addBelow - subBelow) >> 7
@@ -58,3 +60,5 @@ struct ByteMap {
  private:
   void FindTableForm();
 };
+
+}  // namespace libnivral

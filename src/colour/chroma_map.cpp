@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+namespace libnivral {
 namespace {
 
 /// Stays below 1, and above what 128 roundings of the other factor amount to: next to a multiple of 90
@@ -38,3 +39,5 @@ bool ChromaMap::EqualsOddSymmetric() const {
     if (odd.ToByte(i) != scaled[i + kMaxRotated]) return false;
   return true;
 }
+
+}  // namespace libnivral

@@ -5,6 +5,8 @@
 
 #include "colour/byte_map.h"
 
+namespace libnivral {
+
 /// Both chroma samples of a pixel together. With u and v as distances to 128,
 ///   newU = trunc(u * cosine + v * sine), newV = trunc(v * cosine + newU * sine)
 /// and each new value goes through one odd function that ends in a byte.
@@ -37,3 +39,5 @@ struct ChromaMap {
   void ChooseScale(double firstSlope, double secondSlope);
   bool EqualsOddSymmetric() const;
 };
+
+}  // namespace libnivral

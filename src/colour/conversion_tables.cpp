@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "colour/conversion_tables.h"
 
+namespace libnivral {
 namespace {
 
 constexpr ConversionTables MakeTables(const YuvCoefficients& c) {
@@ -21,3 +22,5 @@ constexpr ConversionTables MakeTables(const YuvCoefficients& c) {
 constexpr ConversionTables kConverterTables =
     MakeTables({9535 * 8, 16531 * 8, 3203 * 8, 6660 * 8, 13074 * 8});
 constexpr ConversionTables kSnapshotTables = MakeTables({76309, 132201, 25675, 53279, 104597});
+
+}  // namespace libnivral

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace libnivral {
+
 /// BT.601 limited-range coefficients in fixed point with 16 fraction bits.
 struct YuvCoefficients {
   int32_t luma;
@@ -29,3 +31,5 @@ extern const ConversionTables kConverterTables;
 
 /// Of snapshots.
 extern const ConversionTables kSnapshotTables;
+
+}  // namespace libnivral

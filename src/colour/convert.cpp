@@ -5,6 +5,7 @@
 
 #include "colour/conversion_tables.h"
 
+namespace libnivral {
 namespace {
 
 /// Rows of a plane in the order in which they are read.
@@ -102,3 +103,5 @@ void Rgb24ToYv12(uint8_t* y, uint8_t* u, uint8_t* v, const uint8_t* rgb, int32_t
     convert({{luma, luma + strideY}, u + chroma, v + chroma, {upper, upper - pitch}}, width);
   }
 }
+
+}  // namespace libnivral

@@ -10,6 +10,8 @@
 #include "colour/kernels.h"
 #include "picture/frame_view.h"
 
+namespace libnivral {
+
 /// Chooses the loops for this processor; called when the library is loaded, before any conversion. The
 /// tables behind the conversions are constants of the program.
 void ChooseKernels();
@@ -37,3 +39,5 @@ void ConvertToPixels(PixelFormat format, uint8_t* out, ptrdiff_t pitch, const Co
 
 /// Yv12ToYuv422 with `pitch` in bytes.
 void ConvertTo422(uint8_t* out, ptrdiff_t pitch, const ConstFrameView& planes, int32_t width, int32_t height);
+
+}  // namespace libnivral

@@ -9,6 +9,7 @@
 #include "colour/prefetch.h"
 #include "colour/vector_extras.h"
 
+namespace libnivral {
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
 
@@ -329,3 +330,4 @@ void RepeatBytes(uint8_t* out, const uint8_t* in, size_t count, int32_t times) {
 }
 
 }  // namespace
+}  // namespace libnivral

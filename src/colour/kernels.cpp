@@ -5,6 +5,7 @@
 
 #include "util/cpu.h"
 
+namespace libnivral {
 namespace {
 
 ColourKernels WithAvx512() {
@@ -46,3 +47,5 @@ const ColourKernels& ActiveKernels() {
     if ((kernels->features & ~available) == 0) best = kernels;
   return *best;
 }
+
+}  // namespace libnivral

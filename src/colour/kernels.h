@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace libnivral {
+
 struct ByteMap;
 struct ChromaMap;
 struct ConversionTables;
@@ -113,3 +115,5 @@ KernelList AllKernels();
 
 /// The fastest form that the processor and the mask allow.
 const ColourKernels& ActiveKernels();
+
+}  // namespace libnivral

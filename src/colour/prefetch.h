@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace libnivral {
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
 
@@ -22,3 +23,4 @@ inline void Prefetch(const uint8_t* p, ptrdiff_t offset) {
 }
 
 }  // namespace
+}  // namespace libnivral

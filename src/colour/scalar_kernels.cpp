@@ -7,6 +7,7 @@
 #include "colour/conversion_tables.h"
 #include "colour/kernels.h"
 
+namespace libnivral {
 namespace {
 
 struct Rgb {
@@ -165,3 +166,5 @@ const ColourKernels kScalarKernels = {
     .mapPairRowsReversed = MapPairRowsReversed,
     .repeatBytes = RepeatBytes,
 };
+
+}  // namespace libnivral

@@ -6,6 +6,7 @@
 #include "colour/conversion_tables.h"
 #include "colour/kernels.h"
 
+namespace libnivral {
 namespace {
 
 constexpr uint8_t kNoColour = 128;
@@ -49,3 +50,5 @@ void YuvToBottomUpBgr24(uint8_t* bgr, const ConstFrameView& frame, int32_t width
       ConvertPixel(rows.out[i] + last * 3, rows.y[i][last], rows.u[width / 2 - 1], rows.v[width / 2 - 1]);
   }
 }
+
+}  // namespace libnivral

@@ -8,6 +8,8 @@
 #include "colour/yuv_loops.h"
 #include "util/cpu.h"
 
+namespace libnivral {
+
 const ColourKernels kSsse3Kernels = {
     .name = "ssse3",
     .features = kCpuSsse3,
@@ -20,3 +22,5 @@ const ColourKernels kSsse3Kernels = {
     .mapPairRowsReversed = MapPairRowsReversed,
     .repeatBytes = RepeatBytes,
 };
+
+}  // namespace libnivral

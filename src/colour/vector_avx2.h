@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace libnivral {
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
 
@@ -16,9 +17,11 @@ using Vec128 = __m128i;
 constexpr int32_t kVecBytes = 32;
 
 }  // namespace
+}  // namespace libnivral
 
 #include "colour/vector_extras.h"
 
+namespace libnivral {
 // NOLINTNEXTLINE(google-build-namespaces): as above
 namespace {
 
@@ -246,3 +249,4 @@ inline void StoreInterleaved(uint8_t* out, Vec a, Vec b, Vec c) {
 }
 
 }  // namespace
+}  // namespace libnivral

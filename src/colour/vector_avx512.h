@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace libnivral {
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
 
@@ -16,9 +17,11 @@ using Vec = __m512i;
 constexpr int32_t kVecBytes = 64;
 
 }  // namespace
+}  // namespace libnivral
 
 #include "colour/vector_basics.h"
 
+namespace libnivral {
 // NOLINTNEXTLINE(google-build-namespaces): as above
 namespace {
 
@@ -151,3 +154,4 @@ inline void StoreInterleaved(uint8_t* out, Vec a, Vec b, Vec c) {
 }
 
 }  // namespace
+}  // namespace libnivral

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+namespace libnivral {
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set has its own
 namespace {
 
@@ -49,3 +50,4 @@ inline Vec UnpackLow16(Vec a, Vec b);
 inline Vec UnpackHigh16(Vec a, Vec b);
 
 }  // namespace
+}  // namespace libnivral

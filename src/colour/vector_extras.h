@@ -7,6 +7,7 @@
 
 #include "colour/vector_basics.h"
 
+namespace libnivral {
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set has its own
 namespace {
 
@@ -59,3 +60,4 @@ inline void Store128(void* p, Vec128 a);
 inline Vec128 Shuffle128(Vec128 a, Vec128 indices);
 
 }  // namespace
+}  // namespace libnivral

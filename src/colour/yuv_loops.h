@@ -8,6 +8,7 @@
 #include "colour/prefetch.h"
 #include "colour/vector_basics.h"
 
+namespace libnivral {
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
 
@@ -194,3 +195,4 @@ constexpr YuvKernels kYuvKernels = {
 };
 
 }  // namespace
+}  // namespace libnivral

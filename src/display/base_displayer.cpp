@@ -8,6 +8,8 @@
 #include "display/overlay_layout.h"
 #include "display/record_builder.h"
 
+namespace libnivral {
+
 int32_t BaseDisplayer::DrawYUV420Buffer(uint8_t* buffer, int32_t, uint32_t param1, int64_t param2) {
   const size_t luma = size_t{m_dwWidth} * m_dwHeight;
   const auto stride = static_cast<int32_t>(m_dwWidth);
@@ -237,3 +239,5 @@ void BaseDisplayer::SetDsmAlgInfo(int32_t pointCount, const uint32_t* x, const u
   if (BuildDsmRecord(record, pointCount, x, y, boxCount, {left, top, right, bottom}, value))
     m_dsmQueue.Append(record);
 }
+
+}  // namespace libnivral

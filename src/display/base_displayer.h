@@ -21,6 +21,8 @@
 #include "util/locked_value.h"
 #include "util/mutex_lock.h"
 
+namespace libnivral {
+
 /// What is behind a display handle: the state that all backends share, the road of a frame up to the backend,
 /// and the operations that backends override. A backend has to override DisplayFrame, and InitDraw and FreeDraw
 /// once it has something to make and release; with that it is one (tests/support/null_displayer.h).
@@ -219,3 +221,5 @@ class BaseDisplayer {
 
   WorkingFramePool m_workingFrames;
 };
+
+}  // namespace libnivral

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "display/burn_in.h"
 
+namespace libnivral {
 namespace {
 
 bool Holds(const FrameView& frame, uint32_t width, uint32_t height) {
@@ -23,3 +24,5 @@ void BurnIn(CYuvDraw& draw, const OverlayList& list, const FrameView& f, uint32_
     }
   }
 }
+
+}  // namespace libnivral

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <iterator>
 
+namespace libnivral {
 namespace {
 
 constexpr const char* kLabels[] = {"unknown", "Person",  "car",     "bus",
@@ -18,3 +19,5 @@ bool CopyClassLabel(char* buffer, uint16_t classId) {
   std::strncpy(buffer, label, kClassLabelBytes);  // pads with zeros
   return true;
 }
+
+}  // namespace libnivral

@@ -4,6 +4,8 @@
 #include "colour/adjust_tables.h"
 #include "util/mutex_lock.h"
 
+namespace libnivral {
+
 /// Picture settings behind their own lock, so that a frame never sees half a change. Any values are kept;
 /// ranges only decide whether they act on the picture.
 class ColourRecord {
@@ -28,3 +30,5 @@ class ColourRecord {
   int32_t m_nBrightness = 0;
   CMutexLock m_lock;
 };
+
+}  // namespace libnivral

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <iterator>
 
+namespace libnivral {
+
 void ChooseFontFile(FontFile& file, const char* folder, bool (*exists)(const char* path)) {
   for (const char* name : {"Microsoft YaHei UI.ttf", "simfang.ttf", "simhei.ttf"}) {
     std::snprintf(file, sizeof(file), "%s\\%s", folder, name);
@@ -22,3 +24,5 @@ bool FallbackFontFile(FontFile& file, const char* path, size_t index) {
   std::snprintf(file, sizeof(file), "%.*s%s", folder, path, kNames[index]);
   return true;
 }
+
+}  // namespace libnivral

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <span>
 
+namespace libnivral {
+
 /// A font file's path, as long as Windows lets one be.
 using FontFile = char[260];
 
@@ -31,3 +33,5 @@ using FontFace = char[32];
 /// The face of the system's icon titles, for text while the client has asked for no other; "Tahoma" when the
 /// system does not tell.
 void IconTitleFace(FontFace& face);
+
+}  // namespace libnivral

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
+namespace libnivral {
 namespace {
 
 const ByteMap* UnlessIdentity(const ByteMap& map) {
@@ -100,3 +101,5 @@ void FrameCopier::MirrorInPlace(uint8_t* plane, size_t rows, size_t rowBytes) co
   for (size_t row = 0; m_horizontal && row < rows; ++row)
     std::reverse(plane + row * rowBytes, plane + (row + 1) * rowBytes);
 }
+
+}  // namespace libnivral

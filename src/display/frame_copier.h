@@ -8,6 +8,8 @@
 #include "colour/kernels.h"
 #include "picture/frame_view.h"
 
+namespace libnivral {
+
 /// A plane and the place it is copied to, which it does not overlap. A plane of no bytes is not touched.
 struct PlaneCopy {
   uint8_t* out;
@@ -53,3 +55,5 @@ class FrameCopier {
   const ChromaMap* m_pairs;
   const ColourKernels& m_kernels;
 };
+
+}  // namespace libnivral

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+namespace libnivral {
 namespace {
 
 constexpr int32_t kMaxBlock = 16384;
@@ -70,3 +71,5 @@ MosaicGrid LayoutMosaic(const PixelRect& area, int32_t block, int32_t displayWid
           {x.targetStart, y.targetStart, x.targetStart + x.count * block, y.targetStart + y.count * block},
           {x.sourceStart, y.sourceStart, x.sourceEnd, y.sourceEnd}};
 }
+
+}  // namespace libnivral

@@ -3,6 +3,8 @@
 
 #include "picture/pixel_rect.h"
 
+namespace libnivral {
+
 /// Side of a mosaic block in pixels; 0 for levels at which nothing is drawn. Levels 1 to 4 count threefold,
 /// 5, 10, 20, 30 and 50 stand for 1 to 5, and any other counts as it is. Limited to more than any display.
 int32_t MosaicBlockSize(uint32_t level);
@@ -24,3 +26,5 @@ struct MosaicGrid {
 
 /// Without rows and columns when nothing of the area is on the display.
 MosaicGrid LayoutMosaic(const PixelRect& area, int32_t block, int32_t displayWidth, int32_t displayHeight);
+
+}  // namespace libnivral

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "display/osd_layout.h"
 
+namespace libnivral {
 namespace {
 
 constexpr uint32_t kFromBottom = 1;
@@ -22,3 +23,5 @@ std::optional<OsdPlace> PlaceOsdText(const TextItem& item, const TextSpace& spac
   if (x >= map.displayWidth || y >= map.displayHeight) return std::nullopt;
   return OsdPlace{Saturate(x), Saturate(y), Saturate(map.displayWidth - x)};
 }
+
+}  // namespace libnivral

@@ -8,6 +8,8 @@
 #include "display/overlay_types.h"
 #include "display/records.h"
 
+namespace libnivral {
+
 /// Points of SDL's text font for a display of that many pixels; 0 for an empty display.
 constexpr int32_t OsdFontSize(int32_t displayHeight) {
   return displayHeight < 1 ? 0 : std::max(displayHeight / 60 * 4, 4);
@@ -34,3 +36,5 @@ struct OsdPlace {
 
 /// Nothing for an empty text, a hidden place, and one right of or below the display.
 std::optional<OsdPlace> PlaceOsdText(const TextItem& item, const TextSpace& space);
+
+}  // namespace libnivral

@@ -10,6 +10,7 @@
 #include "display/overlay_shapes.h"
 #include "picture/pixel_rect.h"
 
+namespace libnivral {
 namespace {
 
 constexpr uint16_t kPersonClass = 1;
@@ -260,3 +261,5 @@ void LayOutRecord(OverlayList& list, RecordView record, const DisplayMap& map, c
     layout.Faces(**dsm);
   }
 }
+
+}  // namespace libnivral

@@ -5,5 +5,9 @@
 #include "display/overlay_style.h"
 #include "display/records.h"
 
+namespace libnivral {
+
 /// Fills the list with what is to be painted for a record on a display that shows the whole video.
 void LayOutRecord(OverlayList& list, RecordView record, const DisplayMap& map, const OverlayStyle& style);
+
+}  // namespace libnivral

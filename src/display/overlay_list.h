@@ -5,6 +5,8 @@
 #include "display/class_label.h"
 #include "display/overlay_types.h"
 
+namespace libnivral {
+
 /// Wide enough for any 32-bit corner grown by any 16-bit width.
 struct WideRect {
   int64_t left = 0;
@@ -47,3 +49,5 @@ struct OverlayList {
     labels.clear();
   }
 };
+
+}  // namespace libnivral

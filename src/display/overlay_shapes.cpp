@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+namespace libnivral {
 namespace {
 
 /// Takes what is on the display.
@@ -147,3 +148,5 @@ std::array<Stroke, 8> BracketStrokes(const WideRect& corners, int32_t parts) {
            {l, farY, l, b},
            {l, t, l, t + dy}}};
 }
+
+}  // namespace libnivral

@@ -6,6 +6,8 @@
 
 #include "display/overlay_list.h"
 
+namespace libnivral {
+
 /// Appends rectangles within the display that together are the pixels of a shape.
 void AppendPixels(RectList& to, const OverlayShape& shape, int32_t width, int32_t height);
 
@@ -23,3 +25,5 @@ struct Stroke {
 
 /// The arms at the corners, one part in `parts` of a side, rounded down.
 std::array<Stroke, 8> BracketStrokes(const WideRect& corners, int32_t parts);
+
+}  // namespace libnivral

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "display/overlay_style.h"
 
+namespace libnivral {
+
 OverlayStyle SdlStyle(bool withLabels) {
   constexpr int32_t kSize = kSdlLabelPoints;
   const LabelStyle label{.shown = withLabels,
@@ -75,3 +77,5 @@ OverlayStyle BurnInStyle() {
   style.distanceLabel.gap = 2;
   return style;
 }
+
+}  // namespace libnivral

@@ -4,6 +4,8 @@
 
 #include "display/overlay_types.h"
 
+namespace libnivral {
+
 /// What a text takes before there are letters: so much for its characters, and a margin.
 struct TextWidth {
   int64_t numerator = 0;
@@ -91,3 +93,5 @@ OverlayStyle Direct3DStyle(int32_t frameHeight);
 
 /// Driver assistance only. Colours mean nothing to the planes.
 OverlayStyle BurnInStyle();
+
+}  // namespace libnivral

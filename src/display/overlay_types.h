@@ -7,6 +7,8 @@
 #include "picture/pixel_rect.h"
 #include "util/nothrow_list.h"
 
+namespace libnivral {
+
 struct OverlayColour {
   uint8_t r = 0;
   uint8_t g = 0;
@@ -49,3 +51,5 @@ struct DisplayMap {
 };
 
 using RectList = NothrowList<PixelRect>;
+
+}  // namespace libnivral

@@ -6,6 +6,8 @@
 #include "nivral/nivral.h"
 #include "picture/pixel_rect.h"
 
+namespace libnivral {
+
 /// A callback and the client's context for it.
 template <class Function>
 struct Callback {
@@ -47,3 +49,5 @@ struct PaneSettings {
   Callback<NivralDisplayCallback> displayCB;
   Callback<NivralFrameCallback> frameCB;
 };
+
+}  // namespace libnivral

@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+namespace libnivral {
 namespace {
 
 template <class To, class From>
@@ -56,3 +57,5 @@ bool BuildDsmRecord(DsmRecord& record, int32_t pointCount, const uint32_t* x, co
   CopyEdges(record, edges, boxCount);
   return true;
 }
+
+}  // namespace libnivral

@@ -3,6 +3,8 @@
 
 #include "display/records.h"
 
+namespace libnivral {
+
 /// Four arrays of box edges, floats carried in 32-bit words.
 struct EdgeArrays {
   const uint32_t* left;
@@ -27,3 +29,5 @@ bool BuildAlgRecord(AlgRecord& record, int32_t count, const EdgeArrays& edges, c
 /// array that is needed is missing. A negative boxCount is kept and means no boxes.
 bool BuildDsmRecord(DsmRecord& record, int32_t pointCount, const uint32_t* x, const uint32_t* y,
                     int32_t boxCount, const EdgeArrays& edges, uint16_t pointSize);
+
+}  // namespace libnivral

@@ -8,6 +8,8 @@
 
 #include "util/mutex_lock.h"
 
+namespace libnivral {
+
 /// Records waiting for their frames, oldest first. Of more than kCapacity the newest are kept. Memory comes
 /// with the first record; a record that there is none for is dropped.
 template <class Record>
@@ -59,3 +61,5 @@ class RecordQueue {
   CMutexLock m_lock;
   RecordRing<Record> m_records;
 };
+
+}  // namespace libnivral

@@ -7,6 +7,8 @@
 #include <optional>
 #include <variant>
 
+namespace libnivral {
+
 constexpr int32_t kTextItemCount = 6;
 constexpr int32_t kMaxBoxes = 12;
 constexpr int32_t kMaxLandmarks = 68;
@@ -67,3 +69,5 @@ struct FrameRecords {
 
 /// A record of any kind, kept elsewhere.
 using RecordView = std::variant<const AlgRecord*, const DsmRecord*>;
+
+}  // namespace libnivral

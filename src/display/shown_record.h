@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <optional>
 
+namespace libnivral {
+
 constexpr uint64_t kRecordLifetimeMs = 1000;
 
 /// The record being shown, once there has been one, and the tick from which its lifetime counts.
@@ -41,3 +43,5 @@ bool AdvanceBurnIn(ShownRecord<Record>& last, const std::optional<Record>& taken
   if (last.arrival == 0) last.arrival = now;
   return last.Fresh(now);
 }
+
+}  // namespace libnivral

@@ -11,6 +11,7 @@
 #include "util/nothrow_list.h"
 #include "util/win_handles.h"
 
+namespace libnivral {
 namespace {
 
 static_assert(sizeof(FontFile) == MAX_PATH && sizeof(FontFace) == LF_FACESIZE);
@@ -73,3 +74,5 @@ void IconTitleFace(FontFace& face) {
   SystemParametersInfoA(SPI_GETICONTITLELOGFONT, sizeof(iconTitle), &iconTitle, 0);
   std::memcpy(face, iconTitle.lfFaceName, sizeof(face));
 }
+
+}  // namespace libnivral

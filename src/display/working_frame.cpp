@@ -6,6 +6,7 @@
 
 #include "display/frame_copier.h"
 
+namespace libnivral {
 namespace {
 
 /// Planes start on cache lines.
@@ -76,3 +77,5 @@ uint8_t* WorkingFrame::Reserve(size_t bytes) {
   size_t space = m_capacity + kAlignment;
   return static_cast<uint8_t*>(start ? std::align(kAlignment, m_capacity, start, space) : nullptr);
 }
+
+}  // namespace libnivral

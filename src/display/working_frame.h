@@ -8,6 +8,8 @@
 #include "colour/adjust_tables.h"
 #include "picture/frame_view.h"
 
+namespace libnivral {
+
 /// A private copy of a frame, kept from frame to frame so that its memory and the tables of the colour
 /// settings are made once.
 class WorkingFrame {
@@ -28,3 +30,5 @@ class WorkingFrame {
   std::unique_ptr<uint8_t[]> m_memory;
   size_t m_capacity = 0;
 };
+
+}  // namespace libnivral

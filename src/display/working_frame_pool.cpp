@@ -4,6 +4,8 @@
 #include <new>
 #include <utility>
 
+namespace libnivral {
+
 std::unique_ptr<WorkingFramePool::Node> WorkingFramePool::Take() {
   {
     CAutoLock guard(&m_lock);
@@ -21,3 +23,5 @@ void WorkingFramePool::Return(std::unique_ptr<Node> frame) {
   frame->next = std::move(m_idle);
   m_idle = std::move(frame);
 }
+
+}  // namespace libnivral

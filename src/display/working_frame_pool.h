@@ -6,6 +6,8 @@
 #include "display/working_frame.h"
 #include "util/mutex_lock.h"
 
+namespace libnivral {
+
 /// Working frames of one displayer, reused from frame to frame. Each is with one caller at a time; a second
 /// thread that draws on the same handle gets its own.
 class WorkingFramePool {
@@ -40,3 +42,5 @@ class WorkingFramePool {
   CMutexLock m_lock;
   std::unique_ptr<Node> m_idle;
 };
+
+}  // namespace libnivral

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+namespace libnivral {
 namespace {
 
 constexpr uint8_t kGrey = 128;
@@ -63,3 +64,5 @@ std::optional<ConstFrameView> FramePadder::PadAll(const ConstFrameView& frame, i
   if (!CopyPadded(m_y, padded->y, padded->strideY, luma, RoundedUp(luma))) return std::nullopt;
   return padded;
 }
+
+}  // namespace libnivral

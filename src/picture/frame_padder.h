@@ -7,6 +7,8 @@
 #include "picture/frame_view.h"
 #include "util/nothrow_list.h"
 
+namespace libnivral {
+
 /// Rounds frames up to even sizes, for consumers that share a chroma sample between four pixels: where the
 /// client's planes have size / 2 chroma samples, they want (size + 1) / 2. The missing column and row repeat
 /// the last ones; chroma without any samples becomes grey.
@@ -26,3 +28,5 @@ class FramePadder {
   NothrowList<uint8_t> m_u;
   NothrowList<uint8_t> m_v;
 };
+
+}  // namespace libnivral

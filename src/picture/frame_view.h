@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace libnivral {
+
 /// A planar YUV 4:2:0 picture in somebody's memory, to read: height rows of Y, height / 2 rows of U and of V.
 /// Strides are in bytes and include padding; where one is negative, the plane's pointer is to the top row, and
 /// each row below lies before it in memory. Width and height travel beside it.
@@ -42,3 +44,5 @@ constexpr bool HoldsFrame(const ConstFrameView& f, int64_t width, int64_t height
 }
 
 enum class MirrorMode : uint32_t { None = 0, Horizontal = 1, HalfTurn = 2 };
+
+}  // namespace libnivral

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstdint>
 
+namespace libnivral {
+
 /// A rectangle of pixels, right and bottom excluded.
 struct PixelRect {
   int32_t left = 0;
@@ -32,3 +34,5 @@ constexpr int32_t TruncToInt(float value) {
 constexpr int32_t ScaleEdge(int32_t extent, float fraction) {
   return TruncToInt(static_cast<float>(extent) * fraction);
 }
+
+}  // namespace libnivral

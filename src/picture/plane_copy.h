@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
+namespace libnivral {
+
 /// Copies `rows` rows of `width` bytes. Strides in bytes and at least the width, that of the source also in the
 /// other direction. Bytes between the rows may be overwritten.
 inline void CopyPlane(uint8_t* to, int32_t toStride, const uint8_t* from, int32_t fromStride, size_t width,
@@ -18,3 +20,5 @@ inline void CopyPlane(uint8_t* to, int32_t toStride, const uint8_t* from, int32_
   for (size_t row = 0; row < rows; ++row, to += toStride, from += fromStride)
     std::memcpy(to, from, width);
 }
+
+}  // namespace libnivral

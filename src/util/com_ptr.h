@@ -4,6 +4,8 @@
 #include <cassert>
 #include <utility>
 
+namespace libnivral {
+
 /// Owns one reference of a COM object. Move-only: a second owner has to ask for a reference of its own.
 template <class T>
 class ComPtr {
@@ -44,3 +46,5 @@ class ComPtr {
  private:
   T* m_pointer = nullptr;
 };
+
+}  // namespace libnivral

@@ -6,6 +6,8 @@
 
 #include "util/log_file.h"
 
+namespace libnivral {
+
 /// Runs the body of a thread, where an exception would end the client's process: here it ends the body and
 /// leaves a line in the log. `operation` is what the line names. False when the body did not come to its end.
 template <class Body>
@@ -20,3 +22,5 @@ bool Contained(const char* operation, Body&& body) noexcept {
   }
   return false;
 }
+
+}  // namespace libnivral

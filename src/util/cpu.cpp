@@ -11,6 +11,7 @@
 #include <cpuid.h>
 #endif
 
+namespace libnivral {
 namespace {
 
 struct CpuidResult {
@@ -105,3 +106,5 @@ uint32_t CpuFeatures() {
 void SetCpuMask(uint32_t mask) {
   g_mask.Set(mask);
 }
+
+}  // namespace libnivral

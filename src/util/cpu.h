@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+namespace libnivral {
+
 constexpr uint32_t kCpuSsse3 = 1;
 constexpr uint32_t kCpuAvx2 = 2;
 /// The Ice Lake set: F, BW, VL and the byte permutations of VBMI.
@@ -19,3 +21,5 @@ uint32_t CpuFeatures();
 
 /// Replaces the mask for the whole process.
 void SetCpuMask(uint32_t mask);
+
+}  // namespace libnivral

@@ -5,6 +5,8 @@
 
 #include <atomic>
 
+namespace libnivral {
+
 /// Lets something happen at most once per interval, for all threads; not in the first interval after the
 /// system's start. An interval of 0 lets everything happen.
 class Throttle {
@@ -43,3 +45,5 @@ class ErrorReporter {
   Write m_write;
   Throttle m_throttle;
 };
+
+}  // namespace libnivral

@@ -5,6 +5,8 @@
 
 #include "util/spin_lock.h"
 
+namespace libnivral {
+
 /// A value that threads read and change as a whole. The lock is held while plain memory is copied or changed
 /// and for nothing else, so nobody waits for another's work behind it and no order of locks can be violated.
 template <class Value>
@@ -42,3 +44,5 @@ class LockedValue {
   mutable SpinLock m_lock;
   Value m_value{};
 };
+
+}  // namespace libnivral

@@ -11,6 +11,7 @@
 #include "util/log_output.h"
 #include "util/log_system.h"
 
+namespace libnivral {
 namespace {
 
 std::atomic<CLogFile*> g_instance;
@@ -195,3 +196,5 @@ void CLogFile::CloseFile() {
 void LogStep(const wchar_t* text) {
   CLogFile::GetInstance()->WriteText(1, text);
 }
+
+}  // namespace libnivral

@@ -18,6 +18,8 @@
 #define NIVRAL_PRINTF_LIKE(text, first)
 #endif
 
+namespace libnivral {
+
 /// The process-wide log: plain lines in size-limited files in Log\<program>\ beside the host program, each
 /// also sent to the standard output. Lines below the LEVEL that LOG.INI beside the program sets are dropped.
 /// Nothing is reported to callers: a line that cannot be written is lost. Any thread may write.
@@ -81,3 +83,5 @@ class CLogFile {
 
 /// A line of the level that a backend's steps and ordinary failures have.
 void LogStep(const wchar_t* text);
+
+}  // namespace libnivral

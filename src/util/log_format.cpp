@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
+namespace libnivral {
 namespace {
 
 // Of the 10240 bytes of a line, what a message and its dump may fill.
@@ -81,3 +82,5 @@ size_t AppendHexDump(std::span<wchar_t> message, size_t length, std::span<const 
   message[length] = L'\0';
   return length;
 }
+
+}  // namespace libnivral

@@ -8,6 +8,8 @@
 #include <span>
 #include <string_view>
 
+namespace libnivral {
+
 /// A local date and time to the second.
 struct LogTime {
   int year;
@@ -44,3 +46,5 @@ bool FormatLogPath(std::span<wchar_t> out, std::wstring_view folder, std::wstrin
 /// `message`, as many as leave a line room for its stamp. Returns the new length. `message` holds the text,
 /// the blanks and a terminator at least.
 size_t AppendHexDump(std::span<wchar_t> message, size_t length, std::span<const uint8_t> bytes);
+
+}  // namespace libnivral

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+namespace libnivral {
 namespace {
 
 /// Holds a byte range far behind the end of the file against other processes, so that one appends at a time
@@ -97,3 +98,5 @@ size_t ToNarrowText(std::wstring_view text, std::span<char> out) {
   out[length] = '\0';
   return length;
 }
+
+}  // namespace libnivral

@@ -6,6 +6,8 @@
 #include <span>
 #include <string_view>
 
+namespace libnivral {
+
 /// Appends `line` to a file that other processes may be appending to as well. False when it was not written.
 bool AppendToSharedFile(HANDLE file, std::string_view line);
 
@@ -15,3 +17,5 @@ void EchoToStandardOutput(std::string_view line);
 /// Converts to the ANSI code page with a terminator and returns the length without it; text that does not fit
 /// is cut between characters.
 size_t ToNarrowText(std::wstring_view text, std::span<char> out);
+
+}  // namespace libnivral

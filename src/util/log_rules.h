@@ -6,6 +6,8 @@
 #include <atomic>
 #include <cstdint>
 
+namespace libnivral {
+
 constexpr int32_t kDefaultLogLevel = 2;
 constexpr uint32_t kDefaultLogSizeMiB = 5;
 constexpr uint32_t kLogFileLimit = 0x100000;
@@ -54,3 +56,5 @@ void TrimToBudget(ForEachFile forEachFile, Remove remove, uint64_t budget) {
     return total >= budget;
   });
 }
+
+}  // namespace libnivral

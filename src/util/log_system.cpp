@@ -6,6 +6,7 @@
 #include "util/log_rules.h"
 #include "util/win_handles.h"
 
+namespace libnivral {
 namespace {
 
 /// What class 3 of NtQuerySystemInformation fills; times in units of 100 ns.
@@ -91,3 +92,5 @@ void TrimFolder(const wchar_t* folder, uint64_t budget) {
                },
                budget);
 }
+
+}  // namespace libnivral

@@ -7,6 +7,8 @@
 
 #include "util/log_format.h"
 
+namespace libnivral {
+
 /// Milliseconds since the system was booted, wrapping. A system call; any thread.
 uint32_t MillisecondsSinceBoot();
 
@@ -20,3 +22,5 @@ void MakeFolder(wchar_t* folder);
 /// Deletes files of `folder` (with its trailing backslash) in listing order until they fill less than
 /// `budget` bytes.
 void TrimFolder(const wchar_t* folder, uint64_t budget);
+
+}  // namespace libnivral

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "util/mutex_lock.h"
 
+namespace libnivral {
 namespace {
 constexpr DWORD kSpinCount = 4000;
 constexpr DWORD kRetryMs = 1000;
@@ -45,3 +46,5 @@ CAutoLock::~CAutoLock() {
   if (m_lock) m_lock->Unlock();
   m_lock = nullptr;
 }
+
+}  // namespace libnivral

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+namespace libnivral {
+
 /// A lock that its owner thread may take again.
 class CMutexLock {
  public:
@@ -36,3 +38,5 @@ class CAutoLock {
  private:
   CMutexLock* m_lock;
 };
+
+}  // namespace libnivral

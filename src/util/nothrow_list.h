@@ -8,6 +8,8 @@
 #include <type_traits>
 #include <utility>
 
+namespace libnivral {
+
 /// A growing array of plain values that never throws: what there is no memory for is left out. Threads that
 /// draw use it, where throwing for want of memory would itself want memory.
 template <class T>
@@ -55,3 +57,5 @@ class NothrowList {
   size_t m_size = 0;
   size_t m_capacity = 0;
 };
+
+}  // namespace libnivral

@@ -5,6 +5,8 @@
 
 #include <atomic>
 
+namespace libnivral {
+
 /// A lock for sections of some nanoseconds that call nobody. Needs no memory, cannot fail and costs one
 /// atomic exchange, where the system's locks cost several calls; who meets it taken soon lets others run,
 /// those of a lower priority too. Not to be taken twice.
@@ -31,3 +33,5 @@ class SpinLock {
 
   std::atomic<bool> m_taken{false};
 };
+
+}  // namespace libnivral

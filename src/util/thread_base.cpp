@@ -3,6 +3,8 @@
 
 #include "util/contained.h"
 
+namespace libnivral {
+
 CThreadBase::CThreadBase() : m_hStopEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
 }
 
@@ -42,3 +44,5 @@ DWORD WINAPI CThreadBase::Entry(void* self) {
             [&] { result = thread->m_function ? thread->m_function(thread->m_argument) : thread->Run(); });
   return result;
 }
+
+}  // namespace libnivral

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+namespace libnivral {
+
 /// A worker thread with an event that asks it to end. Driven from one owner thread, which calls Stop before
 /// it destroys the object: the destructor does not end a running thread.
 class CThreadBase {
@@ -37,3 +39,5 @@ class CThreadBase {
   Function m_function = nullptr;
   void* m_argument = nullptr;
 };
+
+}  // namespace libnivral

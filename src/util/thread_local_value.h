@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <type_traits>
 
+namespace libnivral {
+
 /// A value that each thread has for itself, zero at first. thread_local would be emulated by some compilers,
 /// which takes memory at a thread's first use and ends the process where there is none. A global object: each
 /// is one of the few slots of the process.
@@ -36,3 +38,5 @@ class ThreadLocalValue {
  private:
   DWORD m_slot;
 };
+
+}  // namespace libnivral

@@ -6,6 +6,8 @@
 
 #include <memory>
 
+namespace libnivral {
+
 /// Owns any handle whose null value is null and that `Close` releases.
 template <class Handle, auto Close>
 struct HandleCloser {
@@ -22,3 +24,5 @@ using UniqueThread = UniqueHandleOf<HANDLE, &CloseHandle>;
 /// Not to be given INVALID_HANDLE_VALUE, with which opening a file or a search fails.
 using UniqueFile = UniqueHandleOf<HANDLE, &CloseHandle>;
 using UniqueFind = UniqueHandleOf<HANDLE, &FindClose>;
+
+}  // namespace libnivral

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "util/window_lock.h"
 
+namespace libnivral {
 namespace {
 constexpr DWORD kPollMs = 1;
 constexpr int kMaxYieldMs = 20;
@@ -38,3 +39,5 @@ void WindowLock::LetWindowThreadGoFirst() const {
   for (int i = 0; i < kMaxYieldMs && m_windowThreadsWaiting.load(std::memory_order_relaxed) > 0; ++i)
     Sleep(1);
 }
+
+}  // namespace libnivral

@@ -7,6 +7,8 @@
 
 #include "util/mutex_lock.h"
 
+namespace libnivral {
+
 /// Whether the calling thread owns `window`, which may be null or gone.
 bool IsWindowThread(HWND window);
 
@@ -50,3 +52,5 @@ class AutoWindowLock {
  private:
   WindowLock& m_lock;
 };
+
+}  // namespace libnivral

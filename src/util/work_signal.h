@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+namespace libnivral {
+
 /// Holds a slim lock for a scope. Neither taking nor making such a lock can fail or needs memory; it must
 /// not be taken twice.
 class SrwGuard {
@@ -58,3 +60,5 @@ class WorkSignal {
   bool m_raised = false;
   bool m_closed = true;
 };
+
+}  // namespace libnivral

@@ -10,6 +10,8 @@
 #include "display/overlay_layout.h"
 #include "display/overlay_shapes.h"
 
+using namespace libnivral;
+
 namespace {
 
 struct Input {

@@ -8,6 +8,8 @@
 
 #include "picture/frame_view.h"
 
+using namespace libnivral;
+
 /// A planar frame that owns its memory, with strides of its own choosing.
 struct TestFrame {
   TestFrame(int32_t w, int32_t h, int32_t lumaStride, int32_t chromaStride)

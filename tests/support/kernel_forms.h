@@ -6,6 +6,8 @@
 #include "colour/kernels.h"
 #include "util/cpu.h"
 
+using namespace libnivral;
+
 /// Every form of the kernels that this processor can run.
 inline std::vector<const ColourKernels*> RunnableKernels() {
   std::vector<const ColourKernels*> list;

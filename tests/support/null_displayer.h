@@ -7,6 +7,8 @@
 #include "display/display_codes.h"
 #include "picture/plane_copy.h"
 
+using namespace libnivral;
+
 /// The smallest backend, and a start for a new one: it shows frames to nobody and remembers what it was given.
 /// What it leaves out works as BaseDisplayer has it.
 class NullDisplayer : public BaseDisplayer {

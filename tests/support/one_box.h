@@ -3,6 +3,8 @@
 
 #include "display/records.h"
 
+using namespace libnivral;
+
 /// A driver-assistance record of one box.
 inline AlgRecord OneBox(float left, float top, float right, float bottom, uint16_t classId, uint16_t distance,
                         uint16_t lineWidth = 0) {

@@ -10,6 +10,8 @@
 
 #include "audio/packet_fill.h"
 
+using namespace libnivral;
+
 /// A byte queue as a client would write one.
 class PacketQueue : public ByteQueue {
  public:

@@ -8,6 +8,8 @@
 #include "display/fonts.h"
 #include "util/log_file.h"
 
+namespace libnivral {
+
 D3DDisplayer::D3DDisplayer() {
   D3DXMatrixIdentity(&m_matHuePre);
   D3DXMatrixIdentity(&m_matHuePost);
@@ -170,3 +172,5 @@ int32_t D3DDisplayer::Uninitialize() {
   m_pScratch.reset();
   return 0;
 }
+
+}  // namespace libnivral

@@ -18,6 +18,8 @@
 #include "display/overlay_list.h"
 #include "util/com_ptr.h"
 
+namespace libnivral {
+
 class ShapeBatch;
 
 constexpr D3DFORMAT kYv12 = static_cast<D3DFORMAT>(MAKEFOURCC('Y', 'V', '1', '2'));
@@ -172,3 +174,5 @@ class D3DDisplayer : public BaseDisplayer {
   int32_t m_nLastStrideV = 0;
   const D3dxFunctions* m_pD3dx = nullptr;
 };
+
+}  // namespace libnivral

@@ -3,8 +3,12 @@
 
 #include "util/log_file.h"
 
+namespace libnivral {
+
 ErrorReporter g_d3dErrors(
     [](const char* operation, long) {
       CLogFile::GetInstance()->WriteA(1, "D3DDisplayer::%s failed", operation);
     },
     0);
+
+}  // namespace libnivral

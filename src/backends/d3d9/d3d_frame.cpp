@@ -5,6 +5,8 @@
 #include "picture/pixel_rect.h"
 #include "util/log_file.h"
 
+namespace libnivral {
+
 int32_t D3DDisplayer::DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t, int64_t) {
   const int32_t result = DrawFrame(frame, settings);
   if (result != kOk) AdvanceOverlays();
@@ -100,3 +102,5 @@ void D3DDisplayer::DrawScene() {
   m_pd3dDevice->EndScene();
   m_pd3dDevice->Present(nullptr, nullptr, nullptr, nullptr);
 }
+
+}  // namespace libnivral

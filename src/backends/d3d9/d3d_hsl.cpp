@@ -7,6 +7,7 @@
 #include "backends/d3d9/hsl_matrix.h"
 #include "backends/d3d9/unreleased.h"
 
+namespace libnivral {
 namespace {
 
 constexpr char kShaderFile[] = "F:\\directxps_hsl\\directxps_hsl\\hslps.txt";
@@ -161,3 +162,5 @@ void D3DDisplayer::DrawHslQuad() {
   }
   m_pd3dDevice->DrawPrimitive(D3DPT_TRIANGLELIST, 0, 2);
 }
+
+}  // namespace libnivral

@@ -2,6 +2,8 @@
 // D3DDisplayer: digital zoom and privacy mosaics as the client edits them.
 #include "backends/d3d9/d3d_displayer.h"
 
+namespace libnivral {
+
 void D3DDisplayer::SetZoom(uint32_t x, uint32_t y, uint32_t factor) {
   const ZoomState zoom = ZoomTo(Zoom(), GetMirrorMode(), static_cast<int32_t>(x), static_cast<int32_t>(y),
                                 static_cast<int32_t>(factor));
@@ -43,3 +45,5 @@ int32_t D3DDisplayer::SetRClickPt(POINT point) {
   m_nSelectedMosaic = PickMosaic(m_mosaicRects, m_ptMosaicPick);
   return m_nSelectedMosaic == -1 ? 1 : 0;
 }
+
+}  // namespace libnivral

@@ -7,6 +7,7 @@
 #include "display/overlay_layout.h"
 #include "display/overlay_shapes.h"
 
+namespace libnivral {
 namespace {
 
 /// The layout keeps corners within a range that these hold.
@@ -118,3 +119,5 @@ void D3DDisplayer::DrawAlgInfo() {
 void D3DDisplayer::DrawDsmAlgInfo() {
   if (m_dsm.shown) PaintRecord(&m_dsm.record);
 }
+
+}  // namespace libnivral

@@ -11,6 +11,7 @@
 
 #include "backends/d3d9/d3d_displayer.h"
 
+namespace libnivral {
 namespace {
 
 constexpr UINT kProbeSide = 16;
@@ -80,3 +81,5 @@ bool D3DDisplayer::IsCornerReached(uint8_t luma, bool bright) {
   m_pBackBuffer->UnlockRect();
   return (pixel >= 0x8000) == bright;
 }
+
+}  // namespace libnivral

@@ -7,6 +7,7 @@
 #include "display/osd_layout.h"
 #include "display/overlay_style.h"
 
+namespace libnivral {
 namespace {
 
 constexpr char kLabelFace[] = "Arial";
@@ -44,3 +45,5 @@ void D3DDisplayer::DrawLabel(TextBatch& batch, const OverlayLabel& label) {
     m_labelPainter.Draw(batch, label.text, {label.x, label.y, Frame().width - label.x},
                         OpaqueArgb(kOverlayBlue));
 }
+
+}  // namespace libnivral

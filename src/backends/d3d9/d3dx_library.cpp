@@ -3,6 +3,7 @@
 
 #include "util/mutex_lock.h"
 
+namespace libnivral {
 namespace {
 
 template <class Function>
@@ -29,3 +30,5 @@ const D3dxFunctions* LoadD3dx() {
   if (!g_found) g_found = FindAll(g_functions);
   return g_found ? &g_functions : nullptr;
 }
+
+}  // namespace libnivral

@@ -5,6 +5,8 @@
 
 #include <d3dx9.h>
 
+namespace libnivral {
+
 struct D3dxFunctions {
   decltype(&D3DXCreateFontA) createFont;
   decltype(&D3DXCreateLine) createLine;
@@ -14,3 +16,5 @@ struct D3dxFunctions {
 /// Loads d3dx9_43.dll, which stays loaded, and returns its functions; null when any is missing. Later calls
 /// try again only after a failure. Any thread.
 const D3dxFunctions* LoadD3dx();
+
+}  // namespace libnivral

@@ -10,6 +10,7 @@
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 #endif
 
+namespace libnivral {
 namespace {
 
 constexpr D3DCOLOR kWhite = 0xFFFFFFFF;
@@ -87,3 +88,5 @@ bool D3dxTextRasteriser::HoldsCharacters(const char* text, int32_t room) {
     return GetTextExtentPoint32W(m_font->GetDC(), &character, 1, &size) && size.cx <= room;
   });
 }
+
+}  // namespace libnivral

@@ -5,6 +5,8 @@
 
 #include "backends/d3d9/text_rasteriser.h"
 
+namespace libnivral {
+
 /// Texts by D3DX: its font lays them out and keeps their letters in textures of its own.
 class D3dxTextRasteriser : public TextRasteriser {
  public:
@@ -19,3 +21,5 @@ class D3dxTextRasteriser : public TextRasteriser {
 
   ID3DXFont* m_font;
 };
+
+}  // namespace libnivral

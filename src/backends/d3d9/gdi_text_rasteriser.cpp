@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <iterator>
 
+namespace libnivral {
 namespace {
 
 /// Side of the textures, which every device can have. Larger texts are cut into pieces.
@@ -132,3 +133,5 @@ bool GdiTextRasteriser::Store(const Canvas& canvas, const PixelRect& part, TextP
   m_page->UnlockRect(0);
   return pieces.Add(m_page.get(), texels, part.left - m_margin, part.top);
 }
+
+}  // namespace libnivral

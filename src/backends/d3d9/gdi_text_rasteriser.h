@@ -7,6 +7,8 @@
 #include "backends/d3d9/text_rasteriser.h"
 #include "util/win_handles.h"
 
+namespace libnivral {
+
 /// Texts by GDI, for systems without D3DX: each is drawn once and copied into a texture, which it shares with
 /// others until that is full. A texture lives as long as a text in it is kept.
 class GdiTextRasteriser : public TextRasteriser {
@@ -33,3 +35,5 @@ class GdiTextRasteriser : public TextRasteriser {
   ComPtr<IDirect3DTexture9> m_page;
   Shelf m_shelf;
 };
+
+}  // namespace libnivral

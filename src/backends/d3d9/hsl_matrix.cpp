@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+namespace libnivral {
 namespace {
 
 constexpr float kRadiansPerDegree = 0.017453292f;
@@ -96,3 +97,5 @@ std::array<HslVertex, 6> FrameQuad(uint32_t width, uint32_t height) {
   return {corner(false, false), corner(true, false), corner(false, true),
           corner(false, true),  corner(true, false), corner(true, true)};
 }
+
+}  // namespace libnivral

@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdint>
 
+namespace libnivral {
+
 struct Matrix4 {
   float m[4][4];
 };
@@ -54,3 +56,5 @@ static_assert(sizeof(HslVertex) == 28);
 
 /// Two triangles over the frame, half a pixel up and left so that texel centres meet pixel centres.
 std::array<HslVertex, 6> FrameQuad(uint32_t width, uint32_t height);
+
+}  // namespace libnivral

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/d3d9/outlines.h"
 
+namespace libnivral {
+
 bool D3dxOutlines::Draw(const PixelRect& rect, uint32_t colour) {
   const auto left = static_cast<float>(rect.left);
   const auto top = static_cast<float>(rect.top);
@@ -24,3 +26,5 @@ bool VertexOutlines::Draw(const PixelRect& rect, uint32_t colour) {
   m_lines.Add(ClosedOutline(rect, colour));
   return true;
 }
+
+}  // namespace libnivral

@@ -6,6 +6,8 @@
 #include "backends/d3d9/primitive_batch.h"
 #include "picture/pixel_rect.h"
 
+namespace libnivral {
+
 /// Draws outlines of boxes, a pixel wide.
 class Outlines {
  public:
@@ -51,3 +53,5 @@ class VertexOutlines : public Outlines {
  private:
   PrimitiveBatch m_lines;
 };
+
+}  // namespace libnivral

@@ -3,6 +3,8 @@
 
 #include "display/overlay_shapes.h"
 
+namespace libnivral {
+
 std::array<OverlayVertex, 6> FilledRect(const PixelRect& r, uint32_t colour) {
   return {VertexAt(r.left, r.top, colour),    VertexAt(r.right, r.bottom, colour),
           VertexAt(r.left, r.bottom, colour), VertexAt(r.right, r.bottom, colour),
@@ -26,3 +28,5 @@ std::array<OverlayVertex, 16> CornerBrackets(const WideRect& corners, int32_t pa
   }
   return vertices;
 }
+
+}  // namespace libnivral

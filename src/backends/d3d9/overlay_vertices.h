@@ -7,6 +7,8 @@
 
 #include "display/overlay_list.h"
 
+namespace libnivral {
+
 constexpr uint32_t OpaqueArgb(const OverlayColour& colour) {
   return 0xFF000000u | uint32_t{colour.r} << 16 | uint32_t{colour.g} << 8 | colour.b;
 }
@@ -33,3 +35,5 @@ std::array<OverlayVertex, 8> ClosedOutline(const PixelRect& rect, uint32_t colou
 
 /// Eight segments at the corners, each one part in `parts` of a side.
 std::array<OverlayVertex, 16> CornerBrackets(const WideRect& corners, int32_t parts, uint32_t colour);
+
+}  // namespace libnivral

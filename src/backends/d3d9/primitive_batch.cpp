@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+namespace libnivral {
 namespace {
 
 UINT VerticesPerPrimitive(D3DPRIMITIVETYPE type) {
@@ -23,3 +24,5 @@ void PrimitiveBatch::Flush() {
   m_device->SetFVF(kOverlayFvf);
   m_device->DrawPrimitive(m_type, 0, count / VerticesPerPrimitive(m_type));
 }
+
+}  // namespace libnivral

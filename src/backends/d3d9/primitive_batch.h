@@ -7,6 +7,8 @@
 
 #include "backends/d3d9/overlay_vertices.h"
 
+namespace libnivral {
+
 /// Vertices that fit the overlay vertex buffer: whole segments and whole pairs of triangles.
 constexpr size_t kOverlayVertices = 3072;
 static_assert(kOverlayVertices % 6 == 0);
@@ -43,3 +45,5 @@ class PrimitiveBatch {
   size_t m_count = 0;
   std::array<OverlayVertex, kOverlayVertices> m_vertices;
 };
+
+}  // namespace libnivral

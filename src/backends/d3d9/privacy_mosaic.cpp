@@ -6,6 +6,7 @@
 
 #include "picture/frame_view.h"
 
+namespace libnivral {
 namespace {
 
 constexpr int64_t kMille = 1000;
@@ -169,3 +170,5 @@ void PixelateLuma(const Yv12Surface& surface, const ConstFrameView& frame, const
     }
   }
 }
+
+}  // namespace libnivral

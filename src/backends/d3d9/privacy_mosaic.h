@@ -11,6 +11,8 @@
 #include "picture/frame_view.h"
 #include "picture/pixel_rect.h"
 
+namespace libnivral {
+
 /// Thousandths of the frame. Clients may store any values.
 struct MilleRect {
   int32_t left = 0;
@@ -51,3 +53,5 @@ constexpr int32_t kMosaicBlock = 16;
 /// frame, not from the surface; chroma stays. Mirrored pictures count blocks from the window's far edges.
 void PixelateLuma(const Yv12Surface& surface, const ConstFrameView& frame, const PixelRect& area,
                   const ZoomState& zoom, uint32_t mirrorMode);
+
+}  // namespace libnivral

@@ -9,6 +9,8 @@
 #include "display/overlay_shapes.h"
 #include "display/records.h"
 
+namespace libnivral {
+
 /// The shapes of one record. They look as if drawn one after the other, but fills and discs wait and are drawn
 /// together after the outlines, unless an outline goes over one of them, and brackets after both.
 class ShapeBatch {
@@ -71,3 +73,5 @@ class ShapeBatch {
   size_t m_filledCount = 0;
   std::array<PixelRect, 2 * kMaxBoxes + kMaxLandmarks> m_filled;
 };
+
+}  // namespace libnivral

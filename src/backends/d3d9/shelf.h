@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <optional>
 
+namespace libnivral {
+
 struct ShelfPlace {
   int32_t x;
   int32_t y;
@@ -34,3 +36,5 @@ class Shelf {
   int32_t m_y = 0;
   int32_t m_rowHeight = 0;
 };
+
+}  // namespace libnivral

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+namespace libnivral {
 namespace {
 
 const uint8_t* RowOf(const uint8_t* plane, int32_t stride, int64_t row) {
@@ -65,3 +66,5 @@ void CopyWithMosaicArea(const Yv12Surface& surface, const ConstFrameView& frame,
   CopyPlaneWithArea(surface.V(), frame.v, frame.strideV, chroma, level);
   CopyPlaneWithArea(surface.U(), frame.u, frame.strideU, chroma, level);
 }
+
+}  // namespace libnivral

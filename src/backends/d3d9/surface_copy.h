@@ -10,6 +10,8 @@
 #include "picture/frame_view.h"
 #include "picture/pixel_rect.h"
 
+namespace libnivral {
+
 void CopyPlain(const Yv12Surface& surface, const ConstFrameView& frame);
 
 /// The zoom window enlarged to the whole surface, each sample repeated. Where rounding puts the window beyond
@@ -38,3 +40,5 @@ struct FrameStrides {
 constexpr bool StridesChanged(const FrameStrides& last, const FrameStrides& now) {
   return last.y >= 1 && now.u >= 1 && now.v >= 1 && now != last;
 }
+
+}  // namespace libnivral

@@ -7,6 +7,7 @@
 #include "backends/d3d9/surface_copy.h"
 #include "colour/kernels.h"
 
+namespace libnivral {
 namespace {
 
 /// Columns enlarged at a time: a row's worth at the usual sizes, and whole runs at every zoom.
@@ -63,3 +64,5 @@ void CopyZoomed(const Yv12Surface& surface, const ConstFrameView& frame, const Z
   CopyPlaneZoomed(surface.V(), {frame.v, frame.strideV, chromaLeft, chromaTop}, zoom.factor);
   CopyPlaneZoomed(surface.U(), {frame.u, frame.strideU, chromaLeft, chromaTop}, zoom.factor);
 }
+
+}  // namespace libnivral

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/d3d9/text_batch.h"
 
+namespace libnivral {
 namespace {
 
 /// Puts the middle of a texel on the middle of a pixel.
@@ -51,3 +52,5 @@ void TextBatch::Flush() {
                             sizeof(Vertex));
   m_count = 0;
 }
+
+}  // namespace libnivral

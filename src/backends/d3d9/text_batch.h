@@ -7,6 +7,8 @@
 
 #include "backends/d3d9/text_rasteriser.h"
 
+namespace libnivral {
+
 /// Gathers pieces of texts and draws those that lie in one texture together; the rest at the end of its life.
 class TextBatch {
  public:
@@ -37,3 +39,5 @@ class TextBatch {
   size_t m_count = 0;
   std::array<Vertex, 512 * kVerticesPerPiece> m_vertices;
 };
+
+}  // namespace libnivral

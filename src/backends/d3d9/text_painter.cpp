@@ -8,6 +8,8 @@
 #include "backends/d3d9/d3dx_text.h"
 #include "backends/d3d9/gdi_text_rasteriser.h"
 
+namespace libnivral {
+
 /// A text as it was made for a room, or for any that holds its longest line.
 struct TextPainter::Kept {
   char text[sizeof(TextItem::text)];
@@ -109,3 +111,5 @@ bool TextPainter::Rasterise(const char* text, int32_t room, Kept& kept) {
             [](const TextPiece& a, const TextPiece& b) { return a.texture.get() < b.texture.get(); });
   return true;
 }
+
+}  // namespace libnivral

@@ -10,6 +10,8 @@
 #include "backends/d3d9/text_rasteriser.h"
 #include "display/osd_layout.h"
 
+namespace libnivral {
+
 /// The font a text painter starts with.
 struct TextFont {
   ID3DXFont* d3dx;  ///< may be null; else it outlives its use
@@ -52,3 +54,5 @@ class TextPainter {
   uint64_t m_uses = 0;
   std::array<std::unique_ptr<Kept>, kKept> m_kept;
 };
+
+}  // namespace libnivral

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/d3d9/text_rasteriser.h"
 
+namespace libnivral {
+
 bool TextPieces::Add(IDirect3DTexture9* texture, const RECT& texels, int32_t x, int32_t y) {
   D3DSURFACE_DESC whole{};
   if (count == pieces.size() || FAILED(texture->GetLevelDesc(0, &whole))) return false;
@@ -17,3 +19,5 @@ bool TextPieces::Add(IDirect3DTexture9* texture, const RECT& texels, int32_t x, 
                  y + static_cast<int32_t>(texels.bottom - texels.top)};
   return true;
 }
+
+}  // namespace libnivral

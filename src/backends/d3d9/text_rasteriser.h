@@ -10,6 +10,8 @@
 #include "picture/pixel_rect.h"
 #include "util/com_ptr.h"
 
+namespace libnivral {
+
 /// Room that no line of text fills.
 constexpr int32_t kOneLine = 1 << 20;
 
@@ -45,3 +47,5 @@ class TextRasteriser {
   /// The pieces of a text on lines of at most `room` pixels, broken between words. False when it failed.
   virtual bool Make(const char* text, int32_t room, TextPieces& pieces) = 0;
 };
+
+}  // namespace libnivral

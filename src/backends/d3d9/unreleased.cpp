@@ -5,6 +5,7 @@
 
 #include "util/mutex_lock.h"
 
+namespace libnivral {
 namespace {
 
 struct Unreleased {
@@ -37,3 +38,5 @@ void ReleaseUnreleased() {
   CAutoLock guard(&unreleased.lock);
   unreleased.objects.clear();
 }
+
+}  // namespace libnivral

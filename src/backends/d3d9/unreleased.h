@@ -9,6 +9,8 @@
 
 #include "util/com_ptr.h"
 
+namespace libnivral {
+
 void KeepUnreleased(ComPtr<IUnknown> object);
 
 template <class T>
@@ -20,3 +22,5 @@ size_t UnreleasedCount();
 
 /// For the end of a program that wants everything gone.
 void ReleaseUnreleased();
+
+}  // namespace libnivral

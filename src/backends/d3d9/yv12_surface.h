@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+namespace libnivral {
+
 /// Widest digital zoom.
 constexpr int32_t kMaxZoom = 8;
 
@@ -32,3 +34,5 @@ struct Yv12Surface {
  private:
   int64_t LumaBytes() const { return int64_t{pitch} * height; }
 };
+
+}  // namespace libnivral

@@ -5,6 +5,7 @@
 
 #include "picture/frame_view.h"
 
+namespace libnivral {
 namespace {
 
 constexpr int32_t kMille = 1000;
@@ -42,3 +43,5 @@ PixelRect ZoomWindow(const ZoomState& zoom, int32_t width, int32_t height) {
   const auto top = static_cast<int32_t>(int64_t{zoom.y} * height / kMille);
   return {left, top, left + width / zoom.factor, top + height / zoom.factor};
 }
+
+}  // namespace libnivral

@@ -7,6 +7,8 @@
 #include "backends/d3d9/yv12_surface.h"
 #include "picture/pixel_rect.h"
 
+namespace libnivral {
+
 /// The zoomed part of the frame: its top left corner in thousandths, and the factor, 1 to kMaxZoom.
 struct ZoomState {
   int32_t x = 0;
@@ -23,3 +25,5 @@ ZoomState ZoomTo(const ZoomState& now, uint32_t mirrorMode, int32_t x, int32_t y
 
 /// The zoom window in frame pixels. Rounding may put its far edges a pixel or two beyond the frame.
 PixelRect ZoomWindow(const ZoomState& zoom, int32_t width, int32_t height);
+
+}  // namespace libnivral

@@ -8,6 +8,7 @@
 #include "backends/ddraw/ddraw_error.h"
 #include "backends/ddraw/ddraw_layout.h"
 
+namespace libnivral {
 namespace {
 
 PixelRect DesktopBounds() {
@@ -171,3 +172,5 @@ SurfaceDC::SurfaceDC(IDirectDrawSurface7* surface)
 SurfaceDC::~SurfaceDC() {
   if (SUCCEEDED(m_result)) m_surface->ReleaseDC(m_dc);
 }
+
+}  // namespace libnivral

@@ -11,6 +11,8 @@
 #include "picture/pixel_rect.h"
 #include "util/com_ptr.h"
 
+namespace libnivral {
+
 using DDrawSurface = ComPtr<IDirectDrawSurface7>;
 
 /// A DirectDraw object with the screen as its primary surface. Used by one thread at a time.
@@ -109,3 +111,5 @@ class SavedDC {
   HDC m_dc;
   int m_state;
 };
+
+}  // namespace libnivral

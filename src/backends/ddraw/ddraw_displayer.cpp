@@ -6,6 +6,7 @@
 #include "display/fonts.h"
 #include "util/log_file.h"
 
+namespace libnivral {
 namespace {
 
 constexpr uint32_t kPlanarYuv420 = 3;
@@ -194,3 +195,5 @@ void CDirectDraw::RequestRepaint() {
   m_repaint = true;
   m_work.Raise();
 }
+
+}  // namespace libnivral

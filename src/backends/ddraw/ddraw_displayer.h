@@ -14,6 +14,8 @@
 #include "util/win_handles.h"
 #include "util/work_signal.h"
 
+namespace libnivral {
+
 /// Shows frames through DirectDraw 7 surfaces, on machines without 3D acceleration too.
 ///
 /// DisplayFrame copies the frame with its records and returns; a worker thread stretches it into the window, or
@@ -128,3 +130,5 @@ class CDirectDraw : public BaseDisplayer {
   bool m_frameUploaded = false;
   bool m_plainRefused = false;  ///< the driver does not take frames straight to the screen
 };
+
+}  // namespace libnivral

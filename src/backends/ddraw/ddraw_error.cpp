@@ -6,6 +6,7 @@
 #include "util/error_reporter.h"
 #include "util/log_file.h"
 
+namespace libnivral {
 namespace {
 
 void Write(const char* operation, long code) {
@@ -25,3 +26,5 @@ HRESULT LogFailure(const char* operation, HRESULT result) {
   if (FAILED(result) && !IsLost(result)) g_errors.Failed(operation, result);
   return result;
 }
+
+}  // namespace libnivral

@@ -10,6 +10,8 @@
 #include "display/burn_in.h"
 #include "display/overlay_layout.h"
 
+namespace libnivral {
+
 DWORD CDirectDraw::WorkerMain(void* self) {
   static_cast<CDirectDraw*>(self)->Work();
   return 0;
@@ -124,3 +126,5 @@ HRESULT CDirectDraw::Compose(const PixelRect& area, const PaneSettings& settings
   const HRESULT hr = m_frameSurface.StretchTo(m_composition.get());
   return FAILED(hr) ? hr : PaintOverlays(area, settings);
 }
+
+}  // namespace libnivral

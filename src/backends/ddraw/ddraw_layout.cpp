@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/ddraw/ddraw_layout.h"
 
+namespace libnivral {
 namespace {
 
 /// Window coordinates are 16-bit on the wire of window messages; beyond them nothing is on any screen.
@@ -68,3 +69,5 @@ int32_t BytesPerPixel(PixelFormat format) {
   }
   return 2;
 }
+
+}  // namespace libnivral

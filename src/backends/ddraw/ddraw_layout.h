@@ -8,6 +8,8 @@
 #include "colour/kernels.h"
 #include "picture/pixel_rect.h"
 
+namespace libnivral {
+
 /// Largest side of a drawn area, in pixels; what graphics drivers take as a surface everywhere.
 constexpr int64_t kMaxAreaSide = 8192;
 
@@ -33,3 +35,5 @@ ScreenCopy CutToScreen(int32_t x, int32_t y, int32_t width, int32_t height, cons
 std::optional<PixelFormat> IdentifyPixels(uint32_t bits, uint32_t red, uint32_t green, uint32_t blue);
 
 int32_t BytesPerPixel(PixelFormat format);
+
+}  // namespace libnivral

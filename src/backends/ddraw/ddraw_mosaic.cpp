@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstring>
 
+namespace libnivral {
+
 void FillBlocks(uint8_t* pixels, ptrdiff_t pitch, int32_t bytesPerPixel, int32_t width, int32_t height,
                 const MosaicGrid& grid) {
   const auto size = static_cast<size_t>(bytesPerPixel);
@@ -26,3 +28,5 @@ void FillBlocks(uint8_t* pixels, ptrdiff_t pitch, int32_t bytesPerPixel, int32_t
       std::memcpy(pixels + y * pitch + left, line + left, right - left);
   }
 }
+
+}  // namespace libnivral

@@ -10,6 +10,7 @@
 #include "display/overlay_layout.h"
 #include "display/overlay_shapes.h"
 
+namespace libnivral {
 namespace {
 
 /// Fills rectangles with one colour, without a brush to make and free. The colour stays with the DC.
@@ -95,3 +96,5 @@ void CDirectDraw::CallDisplayCallback(HDC dc, const PixelRect& area, const PaneS
   callback.function(settings.index, dc, m_dwWidth, m_dwHeight, m_shown.param2, client.right - client.left,
                     client.bottom - client.top, settings.mirrorMode, callback.user);
 }
+
+}  // namespace libnivral

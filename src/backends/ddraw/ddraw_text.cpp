@@ -6,6 +6,7 @@
 
 #include "display/osd_layout.h"
 
+namespace libnivral {
 namespace {
 
 constexpr int32_t kMinHeight = 4;
@@ -95,3 +96,5 @@ void GdiLabels::Draw(HDC dc, const Labels& labels, const DisplayMap& map) {
     DrawTextA(dc, label.text, -1, &area, DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX);
   }
 }
+
+}  // namespace libnivral

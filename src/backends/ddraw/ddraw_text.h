@@ -9,6 +9,8 @@
 #include "display/records.h"
 #include "util/win_handles.h"
 
+namespace libnivral {
+
 /// Writes the letters of burnt-in labels into their areas with GDI. Keeps its fonts until the size changes.
 class GdiLabels {
  public:
@@ -46,3 +48,5 @@ class GdiText {
   char m_face[LF_FACESIZE]{};
   int32_t m_height = 0;
 };
+
+}  // namespace libnivral

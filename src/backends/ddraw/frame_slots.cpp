@@ -5,6 +5,7 @@
 
 #include "picture/plane_copy.h"
 
+namespace libnivral {
 namespace {
 
 /// Planes start on cache lines.
@@ -86,3 +87,5 @@ void FrameSlots::Publish(Slot& slot) {
     other.Change(State::Ready, State::Free);
   slot.state = State::Ready;
 }
+
+}  // namespace libnivral

@@ -11,6 +11,8 @@
 #include "display/records.h"
 #include "picture/frame_view.h"
 
+namespace libnivral {
+
 /// What travels with a frame: the client's value for it and the records that are shown with it.
 struct FrameInfo {
   int64_t param2 = 0;
@@ -86,3 +88,5 @@ class FrameSlots {
   uint32_t m_height = 0;
   bool m_open = false;
 };
+
+}  // namespace libnivral

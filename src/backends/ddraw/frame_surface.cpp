@@ -8,6 +8,7 @@
 #include "colour/convert.h"
 #include "picture/plane_copy.h"
 
+namespace libnivral {
 namespace {
 
 constexpr DWORD kYv12 = MAKEFOURCC('Y', 'V', '1', '2');
@@ -124,3 +125,5 @@ HRESULT FrameSurface::StretchTo(IDirectDrawSurface7* target) const {
 HRESULT FrameSurface::PresentTo(DDrawDevice& device, HWND window, const PixelRect& area) const {
   return device.PresentScaled(window, m_surface.get(), {0, 0, m_width, m_height}, area);
 }
+
+}  // namespace libnivral

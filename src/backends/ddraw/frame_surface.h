@@ -4,6 +4,8 @@
 #include "backends/ddraw/ddraw_device.h"
 #include "picture/frame_padder.h"
 
+namespace libnivral {
+
 /// How frames get from their planes to the composition: the driver converts YV12 while it blits, or our own
 /// kernels convert into the screen's format and the driver only stretches.
 enum class UploadFormat { Automatic, Yv12, Rgb };
@@ -39,3 +41,5 @@ class FrameSurface {
   int32_t m_width = 0;
   int32_t m_height = 0;
 };
+
+}  // namespace libnivral

@@ -5,6 +5,7 @@
 
 #include "util/thread_local_value.h"
 
+namespace libnivral {
 namespace {
 
 /// Turns that this thread is in, on any pane.
@@ -87,3 +88,5 @@ void PaneLock::Leave() {
   m_lock.Unlock();
   if (withWindowList) SdlWindowList().Unlock();
 }
+
+}  // namespace libnivral

@@ -10,6 +10,8 @@
 
 #include "util/window_lock.h"
 
+namespace libnivral {
+
 struct VideoSize {
   int32_t width = 0;
   int32_t height = 0;
@@ -68,3 +70,5 @@ class PaneLock {
   bool m_inTurn = false;
   bool m_withWindowList = false;
 };
+
+}  // namespace libnivral

@@ -7,6 +7,8 @@
 #include "backends/sdl2/sdl_library.h"
 #include "util/log_file.h"
 
+namespace libnivral {
+
 SDLDisplayer::Turn::Turn(SDLDisplayer& pane, HWND newWindow)
     : m_pane(pane), m_entered(pane.m_lock.Enter(pane.WaitMode(newWindow))) {
   if (m_entered) m_pane.DoRequests();
@@ -287,3 +289,5 @@ void SDLDisplayer::ReleaseSdlObjects() {
   if (m_hook) m_hook->RemoveWith(m_sdlWindow);
   m_sdlWindow.reset();
 }
+
+}  // namespace libnivral

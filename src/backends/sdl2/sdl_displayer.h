@@ -14,6 +14,8 @@
 #include "picture/frame_padder.h"
 #include "util/win_handles.h"
 
+namespace libnivral {
+
 /// Shows frames through an SDL renderer on the client's window: one streaming YV12 texture of the video size,
 /// stretched over the whole client area.
 ///
@@ -124,3 +126,5 @@ class SDLDisplayer : public BaseDisplayer {
   ULONGLONG m_lastRebuild = 0;
   FramePadder m_padder;
 };
+
+}  // namespace libnivral

@@ -8,6 +8,7 @@
 
 #include "util/log_file.h"
 
+namespace libnivral {
 namespace {
 
 void Write(const char* operation, long) {
@@ -29,3 +30,5 @@ void WriteSdlError(int level, const char* operation, const char* debuggerOperati
                 debuggerOperation ? debuggerOperation : operation, error);
   if (MultiByteToWideChar(CP_ACP, 0, narrow, -1, wide, 512) > 0) OutputDebugStringW(wide);
 }
+
+}  // namespace libnivral

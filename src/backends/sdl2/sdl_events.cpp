@@ -7,6 +7,7 @@
 #include "util/mutex_lock.h"
 #include "util/thread_local_value.h"
 
+namespace libnivral {
 namespace {
 
 /// Events of our windows that may be waiting in the queue before they are cleared out. SDL's queue holds
@@ -169,3 +170,5 @@ RenderScope::~RenderScope() {
 uint32_t RenderDeviceGeneration() {
   return g_deviceGeneration.load(std::memory_order_relaxed);
 }
+
+}  // namespace libnivral

@@ -8,6 +8,8 @@
 #include <atomic>
 #include <cstdint>
 
+namespace libnivral {
+
 /// Events of our own. They use the layout of SDL_WindowEvent: windowID names the pane, data1 and data2 carry
 /// values.
 constexpr uint32_t kSizeChangeEvent = 0x8123;  ///< data1, data2: the new video size
@@ -85,3 +87,5 @@ class RenderScope {
 
 /// Counts device losses that took renderers and textures with them; a pane that sees it move rebuilds them.
 uint32_t RenderDeviceGeneration();
+
+}  // namespace libnivral

@@ -5,6 +5,7 @@
 #include "display/fonts.h"
 #include "util/mutex_lock.h"
 
+namespace libnivral {
 namespace {
 
 /// FreeType's library object, which all fonts share, is not made for several threads.
@@ -63,3 +64,5 @@ int32_t SdlFont::WidthOf(const wchar_t* text) {
   TTF_SizeUNICODE(m_font, Units(text), &width, nullptr);
   return width;
 }
+
+}  // namespace libnivral

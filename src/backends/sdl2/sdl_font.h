@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+namespace libnivral {
+
 /// The font of on-screen text at one size. Fonts of different panes may be used at once; one font belongs to
 /// one thread at a time.
 class SdlFont {
@@ -33,3 +35,5 @@ class SdlFont {
   int32_t m_size = 0;
   uint32_t m_run = 0;  ///< the run of SDL_ttf that the font belongs to
 };
+
+}  // namespace libnivral

@@ -6,6 +6,7 @@
 #include "backends/sdl2/sdl_error.h"
 #include "backends/sdl2/sdl_library.h"
 
+namespace libnivral {
 namespace {
 
 constexpr uint32_t kPlanarYuv420 = 3;
@@ -159,3 +160,5 @@ void SDLDisplayer::CallFlashCallback() {
     callback.function(callback.user, m_hPlayWnd, client.right - client.left, client.bottom - client.top);
   }
 }
+
+}  // namespace libnivral

@@ -8,6 +8,7 @@
 
 #include "backends/sdl2/sdl_events.h"
 
+namespace libnivral {
 namespace {
 bool g_running = false;
 std::atomic<uint32_t> g_run{0};
@@ -35,3 +36,5 @@ void StopSdl() {
 uint32_t SdlRun() {
   return g_run;
 }
+
+}  // namespace libnivral

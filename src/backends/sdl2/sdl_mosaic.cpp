@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "backends/sdl2/sdl_mosaic.h"
 
+namespace libnivral {
 namespace {
 
 constexpr uint32_t kFormat = SDL_PIXELFORMAT_ABGR8888;
@@ -44,3 +45,5 @@ bool SdlMosaic::EnsureTexture(SDL_Renderer* renderer, int32_t columns, int32_t r
   SDL_SetTextureBlendMode(m_texture.get(), SDL_BLENDMODE_NONE);
   return true;
 }
+
+}  // namespace libnivral

@@ -5,6 +5,8 @@
 #include "display/mosaic_layout.h"
 #include "util/nothrow_list.h"
 
+namespace libnivral {
+
 /// Covers part of the picture with blocks: one small texture, one texel a block, enlarged without smoothing.
 class SdlMosaic {
  public:
@@ -23,3 +25,5 @@ class SdlMosaic {
   NothrowList<uint32_t> m_source;  ///< the area as it is, row by row
   NothrowList<uint32_t> m_blocks;
 };
+
+}  // namespace libnivral

@@ -8,6 +8,8 @@
 
 #include "picture/pixel_rect.h"
 
+namespace libnivral {
+
 template <auto Destroy>
 struct SdlDeleter {
   template <class Object>
@@ -24,3 +26,5 @@ using SdlSurface = std::unique_ptr<SDL_Surface, SdlDeleter<&SDL_FreeSurface>>;
 inline SDL_Rect ToSdl(const PixelRect& r) {
   return {r.left, r.top, r.right - r.left, r.bottom - r.top};
 }
+
+}  // namespace libnivral

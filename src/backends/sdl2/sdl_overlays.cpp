@@ -6,6 +6,7 @@
 #include "display/overlay_layout.h"
 #include "display/overlay_shapes.h"
 
+namespace libnivral {
 namespace {
 
 ErrorReporter g_fontErrors([](const char* operation,
@@ -81,3 +82,5 @@ void SdlOverlays::ReleaseTextures() {
   m_text.Clear();
   m_mosaic.Clear();
 }
+
+}  // namespace libnivral

@@ -9,6 +9,8 @@
 #include "display/overlay_list.h"
 #include "display/records.h"
 
+namespace libnivral {
+
 /// Draws everything that lies over the video of one pane with its renderer. Not for several threads at once.
 class SdlOverlays {
  public:
@@ -43,3 +45,5 @@ class SdlOverlays {
   RectList m_pixels;
   NothrowList<SDL_Rect> m_batch;
 };
+
+}  // namespace libnivral

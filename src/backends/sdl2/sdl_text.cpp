@@ -8,6 +8,7 @@
 #include <new>
 #include <utility>
 
+namespace libnivral {
 namespace {
 
 /// Frames that an unused texture is kept for: labels come and go, and a value may come back soon.
@@ -97,3 +98,5 @@ void SdlText::EndFrame() {
     }
   }
 }
+
+}  // namespace libnivral

@@ -8,6 +8,8 @@
 #include "display/overlay_types.h"
 #include "display/records.h"
 
+namespace libnivral {
+
 /// Draws text from textures that are rendered once per text, font size, colour and wrap width, and kept as
 /// long as they are in use. Belongs to one renderer at a time.
 class SdlText {
@@ -47,3 +49,5 @@ class SdlText {
   std::unique_ptr<Entry> m_entries;
   uint32_t m_frame = 0;
 };
+
+}  // namespace libnivral

@@ -8,6 +8,7 @@
 
 #include "util/mutex_lock.h"
 
+namespace libnivral {
 namespace {
 
 /// What one of our procedures in a window's chain does. It goes on passing messages to the client when its
@@ -120,3 +121,5 @@ void WindowHook::RemoveWith(SdlWindow& sdlWindow) {
   if (!subclassed) return;
   SetWindowProcedure(m_window, top);
 }
+
+}  // namespace libnivral

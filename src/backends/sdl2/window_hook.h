@@ -7,6 +7,8 @@
 
 #include "backends/sdl2/sdl_objects.h"
 
+namespace libnivral {
+
 /// Posted to a pane's window to have its hook called on the window's thread; wParam is the pane.
 UINT RedrawMessage();
 
@@ -40,3 +42,5 @@ class WindowHook {
 
 /// The procedure that messages to `window` reach first.
 WNDPROC WindowProcedure(HWND window);
+
+}  // namespace libnivral

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <memory>
 
+namespace libnivral {
 namespace {
 
 struct FileCloser {
@@ -72,3 +73,5 @@ bool WriteBmpFile(const char* fileName, const uint8_t* bgr, uint32_t width, uint
   if (!complete) RemoveIfRegular(fileName);
   return complete;
 }
+
+}  // namespace libnivral

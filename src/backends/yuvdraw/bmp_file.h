@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 
+namespace libnivral {
+
 constexpr uint32_t kBmpHeaderBytes = 54;
 
 /// Bytes of one row in a 24-bit BMP file: padded to a multiple of 4.
@@ -17,3 +19,5 @@ std::array<uint8_t, kBmpHeaderBytes> MakeBmpHeader(uint32_t width, uint32_t heig
 /// Writes headers and rows of width * 3 bytes, which are padded in the file. A file that could not be written
 /// whole is removed. Whether the file is complete.
 bool WriteBmpFile(const char* fileName, const uint8_t* bgr, uint32_t width, uint32_t height);
+
+}  // namespace libnivral

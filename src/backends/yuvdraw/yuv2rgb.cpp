@@ -9,6 +9,7 @@
 #include "backends/yuvdraw/bmp_file.h"
 #include "colour/snapshot.h"
 
+namespace libnivral {
 namespace {
 
 /// Sizes whose file length fits its 32-bit field.
@@ -102,3 +103,5 @@ void YuvToBottomUpRgb565(uint16_t* rgb, const FrameView& frame, uint32_t width, 
       out[x] = ToPixel(y[x], u[x / 2], v[x / 2]);
   }
 }
+
+}  // namespace libnivral

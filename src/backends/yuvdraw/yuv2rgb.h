@@ -5,6 +5,8 @@
 
 #include "picture/frame_view.h"
 
+namespace libnivral {
+
 /// Turns a 4:2:0 frame into a bottom-up 24-bit BMP file. Rows of widths that are not a multiple of 4 are
 /// padded in the file, and an odd last column or row takes the chroma beside it.
 class YUV2RGB {
@@ -28,3 +30,5 @@ class YUV2RGB {
 /// Bottom-up rows of width 16-bit pixels: red in 0xF800, green in 0x07E0, blue in 0x001F. Luma is taken as
 /// full range. For even widths and heights; an odd last column or row is left alone.
 void YuvToBottomUpRgb565(uint16_t* rgb, const FrameView& frame, uint32_t width, uint32_t height);
+
+}  // namespace libnivral

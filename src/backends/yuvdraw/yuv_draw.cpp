@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <iterator>
 
+namespace libnivral {
 namespace {
 
 struct PaletteEntry {
@@ -115,3 +116,5 @@ void CYuvDraw::PutPixel(const PlaneSet& planes, uint32_t point, int32_t colourIn
   if (planes.u) planes.u[chroma] = colour.u;
   if (planes.v) planes.v[chroma] = colour.v;
 }
+
+}  // namespace libnivral

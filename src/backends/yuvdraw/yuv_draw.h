@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace libnivral {
+
 /// The one plane layout that is drawn into. Samples lie at y * width + x in the luma plane, whatever its
 /// stride, and at ((y >> 1) * width >> 1) + (x >> 1) in the chroma planes.
 constexpr uint32_t kPlanar420 = 7;
@@ -55,3 +57,5 @@ class CYuvDraw {
  private:
   static void PutPixel(const PlaneSet& planes, uint32_t point, int32_t colourIndex);
 };
+
+}  // namespace libnivral

@@ -5,6 +5,8 @@
 
 #include <array>
 
+using namespace libnivral;
+
 TEST(DirectXVersion, AddsBothHalvesByteByByteAsSignedOnesAndWraps) {
   const std::pair<std::array<uint8_t, 8>, uint32_t> cases[] = {
       {{0, 0, 0, 4, 0, 0, 0, 9}, 13},     {{1, 2, 3, 4, 0, 0, 0, 0}, 0x01020304},

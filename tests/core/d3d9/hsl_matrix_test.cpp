@@ -6,6 +6,8 @@
 #include <cmath>
 #include <random>
 
+using namespace libnivral;
+
 namespace {
 
 using Colour = std::array<double, 3>;

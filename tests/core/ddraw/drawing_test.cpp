@@ -7,6 +7,8 @@
 #include "backends/ddraw/ddraw_layout.h"
 #include "backends/ddraw/ddraw_mosaic.h"
 
+using namespace libnivral;
+
 namespace {
 
 TEST(DrawnArea, IsThePlayRectangleOrTheClientArea) {

@@ -10,6 +10,8 @@
 #include "display/osd_layout.h"
 #include "display/overlay_types.h"
 
+using namespace libnivral;
+
 namespace {
 
 TEST(Mosaic, BlockSizes) {

@@ -9,6 +9,8 @@
 #include "display/record_builder.h"
 #include "display/shown_record.h"
 
+using namespace libnivral;
+
 namespace {
 
 /// Client arrays of exactly `count` entries, all different, so that reading past an end is caught.

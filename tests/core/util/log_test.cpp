@@ -8,6 +8,8 @@
 #include "util/log_format.h"
 #include "util/log_rules.h"
 
+using namespace libnivral;
+
 namespace {
 
 constexpr LogTime kMorning{2024, 3, 7, 8, 5, 9};

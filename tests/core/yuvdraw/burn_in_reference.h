@@ -11,6 +11,8 @@
 
 #include "display/records.h"
 
+using namespace libnivral;
+
 struct ReferencePlanes {
   ReferencePlanes(uint32_t w, uint32_t h, const std::vector<uint8_t>& luma, const std::vector<uint8_t>& blue,
                   const std::vector<uint8_t>& red)

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+using namespace libnivral;
+
 namespace {
 
 /// Planes of exactly the bytes that may be written, marked so that every write shows.

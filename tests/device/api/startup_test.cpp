@@ -12,6 +12,8 @@
 #include "nivral/nivral.h"
 #include "util/win_handles.h"
 
+using namespace libnivral;
+
 namespace {
 
 constexpr wchar_t kDirectX[] = L"SOFTWARE\\Microsoft\\DirectX";

@@ -7,6 +7,8 @@
 
 #include "nivral/nivral.h"
 
+using namespace libnivral;
+
 constexpr WAVEFORMATEX kPcm8k{WAVE_FORMAT_PCM, 1, 8000, 16000, 2, 16, 0};
 constexpr uint32_t kBufferBytes = 1280;
 

@@ -31,7 +31,7 @@ class RunningPlayer {
 
  private:
   std::string m_outputPath;
-  UniqueThread m_process;
+  libnivral::UniqueThread m_process;
 };
 
 /// Runs the player to its end.

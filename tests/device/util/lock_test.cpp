@@ -9,6 +9,8 @@
 #include "support/import_patch.h"
 #include "util/mutex_lock.h"
 
+using namespace libnivral;
+
 namespace {
 
 bool IsFree(CMutexLock& lock) {

@@ -15,6 +15,8 @@
 #include "support/wait.h"
 #include "util/win_handles.h"
 
+using namespace libnivral;
+
 namespace fs = std::filesystem;
 
 namespace {

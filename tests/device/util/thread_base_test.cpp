@@ -10,6 +10,8 @@
 #include "support/wait.h"
 #include "util/win_handles.h"
 
+using namespace libnivral;
+
 namespace {
 
 /// What a body does and tells; keeps a handle to its thread to look at the exit code.
