@@ -12,7 +12,8 @@
 // JavaScript runs on one thread, and a callback from a thread of the library waits until that thread is free.
 // A call that itself waits for such a thread would wait for ever: make NIVRAL_WVStopWave, NIVRAL_WVCloseWave
 // and, on a DirectDraw pane with a display callback, NIVRAL_DWFreeDraw and NIVRAL_DWCloseDraw with
-// inBackground().
+// inBackground(). (That takes the last two off the window's thread, which this backend bears as long as the
+// script goes on handling the window's messages.)
 'use strict';
 const koffi = require('koffi');
 const path = require('path');
