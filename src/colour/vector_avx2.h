@@ -187,6 +187,12 @@ inline Vec UnpackLow16(Vec a, Vec b) {
 inline Vec UnpackHigh16(Vec a, Vec b) {
   return _mm256_unpackhi_epi16(a, b);
 }
+inline Vec UnpackLow32(Vec a, Vec b) {
+  return _mm256_unpacklo_epi32(a, b);
+}
+inline Vec UnpackHigh32(Vec a, Vec b) {
+  return _mm256_unpackhi_epi32(a, b);
+}
 inline Vec UnpackLow64(Vec a, Vec b) {
   return _mm256_unpacklo_epi64(a, b);
 }
@@ -217,7 +223,7 @@ constexpr InterleaveMasks MakeInterleaveMasks() {
   for (int32_t part = 0; part < 3; ++part)
     for (int32_t i = 0; i < 16; ++i) {
       // 11 is the inverse of 3 modulo 16.
-      m.place[part][i] = static_cast<uint8_t>((i + 16 - part) * 11 % 16);
+      m.place[part][i] = static_cast<uint8_t>(PlaceOfPixel((i + 16 - part) * 11 % 16));
       m.isSecond[part][i] = (part * 16 + i) % 3 == 1 ? 0xFF : 0;
       m.isThird[part][i] = (part * 16 + i) % 3 == 2 ? 0xFF : 0;
     }

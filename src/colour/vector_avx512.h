@@ -126,10 +126,16 @@ inline Vec UnpackLow16(Vec a, Vec b) {
 inline Vec UnpackHigh16(Vec a, Vec b) {
   return _mm512_unpackhi_epi16(a, b);
 }
+inline Vec UnpackLow32(Vec a, Vec b) {
+  return _mm512_unpacklo_epi32(a, b);
+}
+inline Vec UnpackHigh32(Vec a, Vec b) {
+  return _mm512_unpackhi_epi32(a, b);
+}
 
 /// Of three bytes in turns: which one of its vector stands at byte i of the output's part.
 template <int32_t kPart>
-constexpr ByteChoice kThird = MakeChoice([](int32_t i) { return (kPart * kVecBytes + i) / 3; });
+constexpr ByteChoice kThird = MakeChoice([](int32_t i) { return PlaceOfPixel((kPart * kVecBytes + i) / 3); });
 /// And which bytes are of the second or third vector.
 constexpr uint64_t BytesOf(int32_t channel, int32_t part) {
   uint64_t mask = 0;

@@ -16,8 +16,12 @@ inline void Store(void* p, Vec a);
 inline Vec LoadBytesAsWords(const uint8_t* p);
 /// Half a vector of each, interleaved byte by byte.
 inline Vec LoadInterleaved(const uint8_t* first, const uint8_t* second);
-/// a, b and c, interleaved byte by byte.
+/// a, b and c, interleaved byte by byte. In every lane of theirs the bytes of even pixels come first.
 inline void StoreInterleaved(uint8_t* out, Vec a, Vec b, Vec c);
+/// Where in such vectors the byte of a pixel is.
+constexpr int32_t PlaceOfPixel(int32_t pixel) {
+  return pixel / 16 * 16 + pixel % 2 * 8 + pixel % 16 / 2;
+}
 /// The first lanes of all vectors, then the second ones, and so on.
 inline void StoreByLane(uint8_t* p, Vec a, Vec b);
 inline void StoreByLane(uint8_t* p, Vec a, Vec b, Vec c, Vec d);
@@ -48,6 +52,8 @@ inline Vec UnpackLow8(Vec a, Vec b);
 inline Vec UnpackHigh8(Vec a, Vec b);
 inline Vec UnpackLow16(Vec a, Vec b);
 inline Vec UnpackHigh16(Vec a, Vec b);
+inline Vec UnpackLow32(Vec a, Vec b);
+inline Vec UnpackHigh32(Vec a, Vec b);
 
 }  // namespace
 }  // namespace libnivral

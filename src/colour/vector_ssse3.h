@@ -183,6 +183,12 @@ inline Vec UnpackLow16(Vec a, Vec b) {
 inline Vec UnpackHigh16(Vec a, Vec b) {
   return _mm_unpackhi_epi16(a, b);
 }
+inline Vec UnpackLow32(Vec a, Vec b) {
+  return _mm_unpacklo_epi32(a, b);
+}
+inline Vec UnpackHigh32(Vec a, Vec b) {
+  return _mm_unpackhi_epi32(a, b);
+}
 inline Vec UnpackLow64(Vec a, Vec b) {
   return _mm_unpacklo_epi64(a, b);
 }
@@ -215,7 +221,7 @@ constexpr InterleaveMasks MakeInterleaveMasks() {
     for (int32_t channel = 0; channel < 3; ++channel)
       for (int32_t i = 0; i < 16; ++i) {
         const int32_t at = part * 16 + i;
-        m.bytes[part][channel][i] = static_cast<uint8_t>(at % 3 == channel ? at / 3 : 0x80);
+        m.bytes[part][channel][i] = static_cast<uint8_t>(at % 3 == channel ? PlaceOfPixel(at / 3) : 0x80);
       }
   return m;
 }

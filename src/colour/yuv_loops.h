@@ -72,18 +72,6 @@ inline ChromaParts ChromaOf(Vec u, Vec v, const Factors& f) {
           MakeChromaPart(Add16(MulHigh(v, f.redFromV), Add16(v, v)), MulLow(v, f.redFromV))};
 }
 
-/// Each chroma sample for its two pixels: of the first or the second half of every lane.
-template <bool kSecondHalf>
-inline ChromaPart Widen(const ChromaPart& p) {
-  if constexpr (kSecondHalf) return {UnpackHigh16(p.high, p.high), UnpackHigh16(p.limit, p.limit)};
-  return {UnpackLow16(p.high, p.high), UnpackLow16(p.limit, p.limit)};
-}
-
-template <bool kSecondHalf>
-inline ChromaParts Widen(const ChromaParts& p) {
-  return {Widen<kSecondHalf>(p.blue), Widen<kSecondHalf>(p.green), Widen<kSecondHalf>(p.red)};
-}
-
 struct Channels {
   Vec blue;
   Vec green;
@@ -99,6 +87,16 @@ inline Channels ToChannels(Vec y, const ChromaParts& chroma, const Factors& f) {
   return {channel(chroma.blue), channel(chroma.green), channel(chroma.red)};
 }
 
+// A chroma sample is for an even pixel and the odd one after it, so that in words, which hold every other pixel,
+// it stands where both do.
+
+inline Vec EvenBytes(Vec a) {
+  return And(a, Set16(0xFF));
+}
+inline Vec OddBytes(Vec a) {
+  return ShiftRight16<8>(a);
+}
+
 struct Bgr24Out {
   static constexpr auto kKernel = &PixelKernels::bgr24;
   static constexpr ptrdiff_t kPixelBytes = 3;
@@ -109,12 +107,16 @@ struct Bgrx32Out {
   static constexpr auto kKernel = &PixelKernels::bgrx32;
   static constexpr ptrdiff_t kPixelBytes = 4;
   static void Put(uint8_t* out, const Channels& c) {
-    const Vec bgLow = UnpackLow8(c.blue, c.green);
-    const Vec bgHigh = UnpackHigh8(c.blue, c.green);
-    const Vec rLow = UnpackLow8(c.red, Zero());
-    const Vec rHigh = UnpackHigh8(c.red, Zero());
-    StoreByLane(out, UnpackLow16(bgLow, rLow), UnpackHigh16(bgLow, rLow), UnpackLow16(bgHigh, rHigh),
-                UnpackHigh16(bgHigh, rHigh));
+    const Vec evenBg = UnpackLow8(c.blue, c.green);
+    const Vec oddBg = UnpackHigh8(c.blue, c.green);
+    const Vec evenR = UnpackLow8(c.red, Zero());
+    const Vec oddR = UnpackHigh8(c.red, Zero());
+    const Vec evenLow = UnpackLow16(evenBg, evenR);
+    const Vec evenHigh = UnpackHigh16(evenBg, evenR);
+    const Vec oddLow = UnpackLow16(oddBg, oddR);
+    const Vec oddHigh = UnpackHigh16(oddBg, oddR);
+    StoreByLane(out, UnpackLow32(evenLow, oddLow), UnpackHigh32(evenLow, oddLow),
+                UnpackLow32(evenHigh, oddHigh), UnpackHigh32(evenHigh, oddHigh));
   }
 };
 
@@ -131,16 +133,19 @@ struct Rgb16Out {
     return Or(Or(red, middle), ShiftRight16<3>(blue));
   }
   static void Put(uint8_t* out, const Channels& c) {
-    StoreByLane(out, Pack(UnpackLow8(c.blue, Zero()), UnpackLow8(c.green, Zero()), UnpackLow8(Zero(), c.red)),
-                Pack(UnpackHigh8(c.blue, Zero()), UnpackHigh8(c.green, Zero()), UnpackHigh8(Zero(), c.red)));
+    const Vec even = Pack(UnpackLow8(c.blue, Zero()), UnpackLow8(c.green, Zero()), UnpackLow8(Zero(), c.red));
+    const Vec odd =
+        Pack(UnpackHigh8(c.blue, Zero()), UnpackHigh8(c.green, Zero()), UnpackHigh8(Zero(), c.red));
+    StoreByLane(out, UnpackLow16(even, odd), UnpackHigh16(even, odd));
   }
 };
 using Rgb565Out = Rgb16Out<&PixelKernels::rgb565, 6>;
 using Rgb555Out = Rgb16Out<&PixelKernels::rgb555, 5>;
 
-inline Channels PackChannels(const Channels& low, const Channels& high) {
-  return {PackUnsigned8(low.blue, high.blue), PackUnsigned8(low.green, high.green),
-          PackUnsigned8(low.red, high.red)};
+/// Bytes: in every lane those of the even pixels, then those of the odd ones.
+inline Channels PackChannels(const Channels& even, const Channels& odd) {
+  return {PackUnsigned8(even.blue, odd.blue), PackUnsigned8(even.green, odd.green),
+          PackUnsigned8(even.red, odd.red)};
 }
 
 /// Pictures up to about this width stay in the processor's own caches, where asking ahead only costs.
@@ -163,13 +168,10 @@ void YuvToPixels(const YuvRows& rows, int32_t width, const ConversionTables& tab
     }
     const ChromaParts chroma =
         ChromaOf(LoadBytesAsWords(rows.u + x / 2), LoadBytesAsWords(rows.v + x / 2), factors);
-    const ChromaParts lowChroma = Widen<false>(chroma);
-    const ChromaParts highChroma = Widen<true>(chroma);
     for (int row = 0; row < 2; ++row) {
       const Vec y = Load(rows.y[row] + x);
-      const Channels low = ToChannels(UnpackLow8(y, Zero()), lowChroma, factors);
-      const Channels high = ToChannels(UnpackHigh8(y, Zero()), highChroma, factors);
-      Out::Put(rows.out[row] + x * Out::kPixelBytes, PackChannels(low, high));
+      Out::Put(rows.out[row] + x * Out::kPixelBytes, PackChannels(ToChannels(EvenBytes(y), chroma, factors),
+                                                                  ToChannels(OddBytes(y), chroma, factors)));
     }
   });
 }
