@@ -187,7 +187,7 @@ void RegisterAdjust(Size s, const std::shared_ptr<Pictures>& p) {
 const std::vector<Ratio> kRatios = {
     {"YV12 to BGR24", "YV12 to BGR24", "libyuv I420ToRGB24", 1.30},
     {"YV12 to BGR24", "YV12 to BGR24", "YV12 to BGR24, plain code", 8},
-    {"YV12 to BGR24, SSSE3", "YV12 to BGR24, SSSE3", "libyuv I420ToRGB24, SSSE3", 0.7},
+    {"YV12 to BGR24, SSSE3", "YV12 to BGR24, SSSE3", "libyuv I420ToRGB24, SSSE3", 0.75},
     {"BGR24 to YV12", "BGR24 to YV12", "libyuv RGB24ToI420", 1.35},
     {"BGR24 to YV12", "BGR24 to YV12", "libswscale", 5},
     {"BGR24 to YV12", "BGR24 to YV12", "BGR24 to YV12, plain code", 9},
@@ -195,7 +195,7 @@ const std::vector<Ratio> kRatios = {
     {"mirror mode 2", "mirror mode 2", "libyuv I420Rotate(180)", 1.2},
     {"mirror mode 1", "mirror mode 1", "memcpy", 0.9},
     {"mirror mode 2", "mirror mode 2", "memcpy", 0.9},
-    {"adjustment without hue", "adjustment without hue", "ffmpeg eq", 0.75},
+    {"adjustment without hue", "adjustment without hue", "ffmpeg eq", 1.0},
     {"adjustment without hue", "adjustment without hue", "arithmetic as written", 25},
     {"adjustment with hue", "adjustment with hue", "ffmpeg eq + hue", 1.4},
     {"and mirror 1, without hue", "adjustment without hue, mirror 1", "adjustment without hue", 1 / 1.15},

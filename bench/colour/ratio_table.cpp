@@ -22,6 +22,14 @@ std::string Name(const char* work, const std::string& size) {
   return std::string(work).append("/").append(size);
 }
 
+/// How many times as fast as the peer we are, marked where that misses the bar.
+std::string Cell(double ours, double peer, double bar) {
+  if (ours <= 0 || peer <= 0) return "-";
+  const double ratio = peer / ours;
+  const std::string cell = Fixed(2, ratio).append(" (").append(Fixed(0, ours)).append(" us)");
+  return ratio < bar ? std::string("**").append(cell).append(" misses**") : cell;
+}
+
 }  // namespace
 
 void MedianReporter::ReportRuns(const std::vector<Run>& runs) {
@@ -45,13 +53,8 @@ std::string RatioTable(const MedianReporter& medians, const std::vector<Ratio>& 
   std::string table = Row(head) + Row(std::vector<std::string>(head.size(), "---"));
   for (const Ratio& r : ratios) {
     std::vector<std::string> cells = {r.work, r.peer, Fixed(2, r.bar)};
-    for (const std::string& size : sizes) {
-      const double ours = medians.Median(Name(r.ours, size));
-      const double peer = medians.Median(Name(r.peer, size));
-      cells.push_back(ours > 0 && peer > 0
-                          ? Fixed(2, peer / ours).append(" (").append(Fixed(0, ours)).append(" us)")
-                          : "-");
-    }
+    for (const std::string& size : sizes)
+      cells.push_back(Cell(medians.Median(Name(r.ours, size)), medians.Median(Name(r.peer, size)), r.bar));
     table += Row(cells);
   }
   return table;
