@@ -26,7 +26,8 @@ if(WIN32)
     WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601 WINVER=0x0601 SDL_MAIN_HANDLED)
 endif()
 if(MINGW)
-  # The same sources give the same bytes in any folder and at any time, also where ccache makes paths relative.
+  # The same sources give the same bytes in any folder and at any time, also where ccache makes paths
+  # relative.
   file(RELATIVE_PATH to_sources "${CMAKE_BINARY_DIR}" "${PROJECT_SOURCE_DIR}")
   string(REGEX REPLACE "/$" "" to_sources "${to_sources}")
   target_compile_options(nivral_flags INTERFACE
