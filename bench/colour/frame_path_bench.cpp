@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Nanoseconds that the road of a frame adds to DisplayFrame when the picture is neither adjusted nor mirrored.
+// Nanoseconds that the road of a frame adds to DisplayFrame when the picture is neither adjusted nor
+// mirrored.
 #include <cstdio>
 
 #include "alternate.h"

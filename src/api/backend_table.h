@@ -11,8 +11,8 @@ namespace libnivral {
 /// What NIVRAL_DWOpenDrawEx takes.
 enum BackendType : uint32_t { kSdl = 0, kDirect3D = 1, kDirectDraw = 2 };
 
-/// Process-wide choices, made at start-up. Plain variables: the client finishes start-up before it opens panes
-/// from other threads.
+/// Process-wide choices, made at start-up. Plain variables: the client finishes start-up before it opens
+/// panes from other threads.
 struct LibraryState {
   uint32_t bUseSDL = 0;
   uint32_t bNoDirect3D = 0;

@@ -24,13 +24,13 @@
 namespace libnivral {
 
 /// What is behind a display handle: the state that all backends share, the road of a frame up to the backend,
-/// and the operations that backends override. A backend has to override DisplayFrame, and InitDraw and FreeDraw
-/// once it has something to make and release; with that it is one (tests/support/null_displayer.h).
+/// and the operations that backends override. A backend has to override DisplayFrame, and InitDraw and
+/// FreeDraw once it has something to make and release; with that it is one (tests/support/null_displayer.h).
 ///
-/// Threads. Frames come on one thread, the feeding one; setters come on any, also while a frame is being shown,
-/// and from callbacks within it, so none may wait for a frame. Texts, colour records and record queues have
-/// locks of their own, the plain settings are one LockedValue; all are held for a copy only. A frame takes one
-/// copy of the settings when it comes, and what is set meanwhile holds from the next frame on.
+/// Threads. Frames come on one thread, the feeding one; setters come on any, also while a frame is being
+/// shown, and from callbacks within it, so none may wait for a frame. Texts, colour records and record queues
+/// have locks of their own, the plain settings are one LockedValue; all are held for a copy only. A frame
+/// takes one copy of the settings when it comes, and what is set meanwhile holds from the next frame on.
 ///
 /// Every operation is called without any lock of this class, by the export of its name where nothing else is
 /// said. An operation that a backend overrides begins with the base's, which keeps the values.
@@ -52,8 +52,8 @@ class BaseDisplayer {
   /// passed as V at width * height, then the one passed as U at width * height * 3 / 2. No export.
   virtual int32_t DrawYUV420Buffer(uint8_t* buffer, int32_t unused, uint32_t param1, int64_t param2);
 
-  /// The road of every frame: working copy, colour adjustment and mirror when they are on, DisplayFrame, frame
-  /// callback. Returns the result of DisplayFrame. The client's planes are never written.
+  /// The road of every frame: working copy, colour adjustment and mirror when they are on, DisplayFrame,
+  /// frame callback. Returns the result of DisplayFrame. The client's planes are never written.
   virtual int32_t DrawYUV420(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
                              int32_t strideV, uint32_t param1, int64_t param2);
 
@@ -77,12 +77,13 @@ class BaseDisplayer {
   virtual void SetMirrorMode(uint32_t mode) { m_settings.Set(&PaneSettings::mirrorMode, mode); }
   virtual uint32_t GetMirrorMode() { return m_settings.Get(&PaneSettings::mirrorMode); }
 
-  /// Takes the video size and makes drawing resources; 0 on success. Window's thread, with no frame in flight.
-  /// May be called again, with or without FreeDraw between. The base keeps the size and makes nothing.
+  /// Takes the video size and makes drawing resources; 0 on success. Window's thread, with no frame in
+  /// flight. May be called again, with or without FreeDraw between. The base keeps the size and makes
+  /// nothing.
   virtual int32_t InitDraw(uint32_t width, uint32_t height, uint32_t param);
 
-  /// Releases what InitDraw made; also called before the destructor. Window's thread, with no frame in flight.
-  /// The base has nothing to release.
+  /// Releases what InitDraw made; also called before the destructor. Window's thread, with no frame in
+  /// flight. The base has nothing to release.
   virtual int32_t FreeDraw() { return 0; }
 
   /// The window's client area has another size. The base measures it.
@@ -92,8 +93,8 @@ class BaseDisplayer {
   /// A point in thousandths of the picture and a factor, for backends that zoom.
   virtual void SetZoom(uint32_t x, uint32_t y, uint32_t factor);
 
-  /// Takes the window, which may be null or gone; what it returns is dropped. Called before InitDraw and, for a
-  /// pane in use, by the thread of the new window.
+  /// Takes the window, which may be null or gone; what it returns is dropped. Called before InitDraw and, for
+  /// a pane in use, by the thread of the new window.
   virtual int32_t SetPlayWnd(HWND hwnd);
   virtual int32_t SetPlayWndEx(HWND hwnd, int64_t param, uint32_t flag);
 
@@ -152,20 +153,20 @@ class BaseDisplayer {
   ColourRecord& GetColourRecord(int32_t index) { return m_colourRecords[static_cast<size_t>(index)]; }
 
  protected:
-  /// Shows one frame of the video size: the operation that makes a backend. Called on the feeding thread without
-  /// a lock; a client that breaks the rule of one feeding thread may call it twice at once. Returns 0, or a code
-  /// of display_codes.h or of the backend's own.
+  /// Shows one frame of the video size: the operation that makes a backend. Called on the feeding thread
+  /// without a lock; a client that breaks the rule of one feeding thread may call it twice at once. Returns
+  /// 0, or a code of display_codes.h or of the backend's own.
   ///
-  /// In this order: no resources, a code (kNotInitialised); planes that HoldsFrame refuses, a code (kFailed); the
-  /// picture; DrawOverlays; the decode callback, for backends that have one. A frame that is not drawn takes its
-  /// records all the same: AdvanceOverlays or DropOverlays. Planes are the client's or a copy, valid during the
-  /// call and not to be written. `settings` are the frame's.
+  /// In this order: no resources, a code (kNotInitialised); planes that HoldsFrame refuses, a code (kFailed);
+  /// the picture; DrawOverlays; the decode callback, for backends that have one. A frame that is not drawn
+  /// takes its records all the same: AdvanceOverlays or DropOverlays. Planes are the client's or a copy,
+  /// valid during the call and not to be written. `settings` are the frame's.
   virtual int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
                                int64_t param2) = 0;
 
-  /// The road of a frame that is to be mirrored or adjusted, instead of DisplayFrame; as that one. The base shows
-  /// a working copy and calls the frame callback. A backend that copies frames anyway may do both in one, when no
-  /// callback wants to see the copy.
+  /// The road of a frame that is to be mirrored or adjusted, instead of DisplayFrame; as that one. The base
+  /// shows a working copy and calls the frame callback. A backend that copies frames anyway may do both in
+  /// one, when no callback wants to see the copy.
   virtual int32_t DisplayAdjusted(const FrameView& client, const ColourValues& colours,
                                   const PaneSettings& settings, uint32_t param1, int64_t param2);
 
@@ -177,15 +178,15 @@ class BaseDisplayer {
   };
   DueOverlays AdvanceOverlays();
 
-  /// Draws a record over the frame being made. DrawAlgInfo and DrawDsmAlgInfo come here, and DrawOverlays with
-  /// records of any kind that has no operation of its own.
+  /// Draws a record over the frame being made. DrawAlgInfo and DrawDsmAlgInfo come here, and DrawOverlays
+  /// with records of any kind that has no operation of its own.
   virtual void PaintRecord(RecordView) {}
 
   /// AdvanceOverlays for a backend that burns driver assistance into its frames and draws later: what is due.
   FrameRecords TakeRecords(bool paused);
 
-  /// Takes the records of a frame that is refused, or none while paused, and drops them. For frames on a thread
-  /// that does not have the pane: any thread may call, what is being shown stays as it is.
+  /// Takes the records of a frame that is refused, or none while paused, and drops them. For frames on a
+  /// thread that does not have the pane: any thread may call, what is being shown stays as it is.
   void DropOverlays();
 
   /// Recomputes the mosaic rectangle from its fractions and the play window's client size when `wanted`

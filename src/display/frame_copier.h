@@ -24,8 +24,8 @@ class FrameCopier {
   /// `tables` may be null: colours stay. Mirror modes other than MirrorMode's copy only.
   FrameCopier(uint32_t mirrorMode, const AdjustTables* tables);
 
-  /// Copies a frame that its planes hold into planes without padding: what is seen of it when whole strides are
-  /// mirrored.
+  /// Copies a frame that its planes hold into planes without padding: what is seen of it when whole strides
+  /// are mirrored.
   void CopyFrame(const FrameView& to, const ConstFrameView& from, uint32_t width, uint32_t height) const;
 
   void CopyLuma(const PlaneCopy& plane, size_t stride) const;

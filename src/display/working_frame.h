@@ -17,8 +17,8 @@ class WorkingFrame {
   /// Copies the client's planes, adjusts their colours when `colours` is active and mirrors them, all over
   /// whole strides (padding moves with the pixels; rows of both chroma planes are mirrored strideV wide). The
   /// copy of a bottom-up frame goes down in memory and has no padding.
-  /// Returns the copy, valid until the next call. Returns the client's own planes when they do not hold such a
-  /// frame or there is no memory for a copy; chroma planes without a row always stay the client's.
+  /// Returns the copy, valid until the next call. Returns the client's own planes when they do not hold such
+  /// a frame or there is no memory for a copy; chroma planes without a row always stay the client's.
   FrameView Prepare(const FrameView& client, uint32_t width, uint32_t height, uint32_t mirrorMode,
                     const ColourValues& colours);
 

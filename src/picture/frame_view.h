@@ -6,8 +6,8 @@
 namespace libnivral {
 
 /// A planar YUV 4:2:0 picture in somebody's memory, to read: height rows of Y, height / 2 rows of U and of V.
-/// Strides are in bytes and include padding; where one is negative, the plane's pointer is to the top row, and
-/// each row below lies before it in memory. Width and height travel beside it.
+/// Strides are in bytes and include padding; where one is negative, the plane's pointer is to the top row,
+/// and each row below lies before it in memory. Width and height travel beside it.
 struct ConstFrameView {
   const uint8_t* y = nullptr;
   int32_t strideY = 0;
@@ -32,8 +32,8 @@ struct FrameView {
 };
 
 /// Whether the planes hold a picture of this size: the one rule for all that read frames. Each plane that has
-/// samples is there, and its rows do not overlap. Chroma of a picture one pixel wide or high has no samples; a
-/// picture below one pixel is none.
+/// samples is there, and its rows do not overlap. Chroma of a picture one pixel wide or high has no samples;
+/// a picture below one pixel is none.
 constexpr bool HoldsFrame(const ConstFrameView& f, int64_t width, int64_t height) {
   const auto holds = [](const uint8_t* plane, int64_t stride, int64_t row) {
     return plane && (stride < 0 ? -stride : stride) >= row;

@@ -7,8 +7,8 @@
 
 namespace libnivral {
 
-/// Copies `rows` rows of `width` bytes. Strides in bytes and at least the width, that of the source also in the
-/// other direction. Bytes between the rows may be overwritten.
+/// Copies `rows` rows of `width` bytes. Strides in bytes and at least the width, that of the source also in
+/// the other direction. Bytes between the rows may be overwritten.
 inline void CopyPlane(uint8_t* to, int32_t toStride, const uint8_t* from, int32_t fromStride, size_t width,
                       size_t rows) {
   if (width == 0 || rows == 0) return;

@@ -28,8 +28,8 @@ class Throttle {
 /// For failures that every frame of every pane may meet.
 constexpr DWORD kErrorIntervalMs = 1000;
 
-/// Tells of calls into a graphics interface that failed, in the words of the backend. Any thread; a global object
-/// per backend or place, since panes share the interval.
+/// Tells of calls into a graphics interface that failed, in the words of the backend. Any thread; a global
+/// object per backend or place, since panes share the interval.
 class ErrorReporter {
  public:
   /// Writes of a failed operation; `code` is the interface's, where it gives one.

@@ -134,8 +134,8 @@ void ClipStream::Feed() {
 }
 
 /// Pictures before the first key frame after a jump cannot be decoded right. Of those that come too late, the
-/// ones that no other needs are left out, and when that does not help, all up to the next key frame; but where
-/// some have no time of their own, none, since those behind them are counted.
+/// ones that no other needs are left out, and when that does not help, all up to the next key frame; but
+/// where some have no time of their own, none, since those behind them are counted.
 bool ClipStream::IsToBeLeftOut(const AVPacket& packet) {
   constexpr double kLate = 0.3;
   constexpr double kFarTooLate = 2;

@@ -28,8 +28,9 @@ class PlayClock {
   /// Times the usual one.
   void SetSpeed(double speed, TimePoint now = std::chrono::steady_clock::now());
 
-  /// The position that is heard now, as a device's request for more tells it. Such requests come late, and never
-  /// early: the earliest of the last ones counts, and small differences are made up for little by little.
+  /// The position that is heard now, as a device's request for more tells it. Such requests come late, and
+  /// never early: the earliest of the last ones counts, and small differences are made up for little by
+  /// little.
   void Follow(double heard, TimePoint now = std::chrono::steady_clock::now());
 
  private:

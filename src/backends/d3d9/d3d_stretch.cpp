@@ -2,10 +2,10 @@
 // D3DDisplayer: from the frame's surface to the back buffer.
 //
 // A device scales the back buffer to the window when it presents, so before that the window's size should not
-// matter. Yet some run-times cut what is stretched from a YV12 surface onto the back buffer at the size of the
-// window, so that a pane smaller than its frame keeps old or no picture at the right and at the bottom. They do
-// not cut what goes through a render target. Whether a device does it is seen from a pixel that lies beyond
-// such a window, once, when it first has one.
+// matter. Yet some run-times cut what is stretched from a YV12 surface onto the back buffer at the size of
+// the window, so that a pane smaller than its frame keeps old or no picture at the right and at the bottom.
+// They do not cut what goes through a render target. Whether a device does it is seen from a pixel that lies
+// beyond such a window, once, when it first has one.
 #include <algorithm>
 #include <cstring>
 

@@ -11,8 +11,8 @@
 
 namespace libnivral {
 
-/// The shapes of one record. They look as if drawn one after the other, but fills and discs wait and are drawn
-/// together after the outlines, unless an outline goes over one of them, and brackets after both.
+/// The shapes of one record. They look as if drawn one after the other, but fills and discs wait and are
+/// drawn together after the outlines, unless an outline goes over one of them, and brackets after both.
 class ShapeBatch {
  public:
   /// `outlines` may become another object meanwhile, but never none. All must outlive this.

@@ -18,10 +18,10 @@ namespace libnivral {
 
 /// Shows frames through DirectDraw 7 surfaces, on machines without 3D acceleration too.
 ///
-/// DisplayFrame copies the frame with its records and returns; a worker thread stretches it into the window, or
-/// composes it outside the screen first when something lies over it, which GDI draws. The worker owns every
-/// surface from InitDraw to FreeDraw. It holds no lock that a setter takes while it draws, so setters never
-/// wait for a blit.
+/// DisplayFrame copies the frame with its records and returns; a worker thread stretches it into the window,
+/// or composes it outside the screen first when something lies over it, which GDI draws. The worker owns
+/// every surface from InitDraw to FreeDraw. It holds no lock that a setter takes while it draws, so setters
+/// never wait for a blit.
 class CDirectDraw : public BaseDisplayer {
  public:
   CDirectDraw();
@@ -44,7 +44,8 @@ class CDirectDraw : public BaseDisplayer {
   int32_t SetPlayWnd(HWND hwnd) override;
   int32_t SetPlayWndEx(HWND hwnd, int64_t param, uint32_t flag) override;
 
-  /// In which format frames are uploaded, from the next InitDraw on; Automatic unless a test or benchmark asks.
+  /// In which format frames are uploaded, from the next InitDraw on; Automatic unless a test or benchmark
+  /// asks.
   void SetUploadFormat(UploadFormat format) { m_wantedFormat = format; }
   UploadFormat ActiveUploadFormat() const { return m_frameSurface.ActiveUploadFormat(); }
 

@@ -19,8 +19,8 @@ struct VideoSize {
   bool operator==(const VideoSize&) const = default;
 };
 
-/// SDL's list of windows has no lock of its own. Whoever makes or destroys a window holds this one, and whoever
-/// pushes an event from a drawing thread, since SDL's renderers look their window up in the list.
+/// SDL's list of windows has no lock of its own. Whoever makes or destroys a window holds this one, and
+/// whoever pushes an event from a drawing thread, since SDL's renderers look their window up in the list.
 WindowLock& SdlWindowList();
 
 /// What a pane was asked for by threads that found it busy and must not wait.
@@ -46,8 +46,8 @@ class PaneRequests {
 };
 
 /// The lock of one pane. Its holder calls SDL and graphics drivers, which send messages to windows. A thread
-/// that handles a message sent by another one, or is called back by SDL in the middle of a turn, therefore never
-/// waits for it: it would wait for a thread that waits for it.
+/// that handles a message sent by another one, or is called back by SDL in the middle of a turn, therefore
+/// never waits for it: it would wait for a thread that waits for it.
 class PaneLock {
  public:
   /// Whether the calling thread may work on the pane now. False only for a thread that must not wait.

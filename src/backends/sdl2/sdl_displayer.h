@@ -19,10 +19,10 @@ namespace libnivral {
 /// Shows frames through an SDL renderer on the client's window: one streaming YV12 texture of the video size,
 /// stretched over the whole client area.
 ///
-/// Results are 0 and 1. Threads: frames on any thread, window changes on the window's own; one lock serialises
-/// them. A thread that must not wait for it (PaneLock) has its window, size or release noted for whoever works
-/// on the pane, and its frame dropped. InitDraw with a new window and FreeDraw belong on the window's thread,
-/// since SDL exchanges the window's procedure there.
+/// Results are 0 and 1. Threads: frames on any thread, window changes on the window's own; one lock
+/// serialises them. A thread that must not wait for it (PaneLock) has its window, size or release noted for
+/// whoever works on the pane, and its frame dropped. InitDraw with a new window and FreeDraw belong on the
+/// window's thread, since SDL exchanges the window's procedure there.
 class SDLDisplayer : public BaseDisplayer {
  public:
   SDLDisplayer();
@@ -67,8 +67,8 @@ class SDLDisplayer : public BaseDisplayer {
   void DoRequests();
   Wait WaitMode(HWND newWindow = nullptr) const;
 
-  /// Reasons for a pane that shows nothing, and goes on doing so. A frame that merely comes at the wrong time, as
-  /// to a hidden window, is none.
+  /// Reasons for a pane that shows nothing, and goes on doing so. A frame that merely comes at the wrong
+  /// time, as to a hidden window, is none.
   enum class Trouble : uint32_t { SdlNotStarted = 1, NoWindow = 2, NoRenderer = 4 };
   void SayOnce(Trouble trouble, const wchar_t* text);
 

@@ -12,7 +12,8 @@ namespace libnivral {
 namespace {
 
 /// What one of our procedures in a window's chain does. It goes on passing messages to the client when its
-/// pane is gone, since a procedure that the client has put on top may still call it; the library is never unloaded.
+/// pane is gone, since a procedure that the client has put on top may still call it; the library is never
+/// unloaded.
 struct Link {
   WNDPROC next = nullptr;  ///< SDL's procedure; the client's without a pane
   WNDPROC client = nullptr;

@@ -13,8 +13,8 @@ namespace libnivral {
 UINT RedrawMessage();
 
 /// Stands before SDL in the chain of a client window's procedures. SDL answers some messages from what it
-/// believes about windows of its own making: one that it did not make would lose its client area or its freedom
-/// to change size. Those messages go past SDL to the client.
+/// believes about windows of its own making: one that it did not make would lose its client area or its
+/// freedom to change size. Those messages go past SDL to the client.
 ///
 /// One hook a window, made and removed on any thread, not by two at once.
 class WindowHook {
