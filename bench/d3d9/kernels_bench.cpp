@@ -5,7 +5,7 @@
 #include <random>
 
 #include "alternate.h"
-#include "backends/d3d9/privacy_mosaic.h"
+#include "backends/d3d9/d3d_mosaic.h"
 #include "backends/d3d9/surface_copy.h"
 #include "support/frames.h"
 

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "backends/d3d9/privacy_mosaic.h"
+#include "backends/d3d9/d3d_mosaic.h"
 #include "display/mosaic_layout.h"
 #include "display/overlay_layout.h"
 #include "display/overlay_shapes.h"

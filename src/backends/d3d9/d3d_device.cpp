@@ -4,7 +4,7 @@
 
 #include "backends/d3d9/d3d_displayer.h"
 #include "backends/d3d9/d3d_error.h"
-#include "backends/d3d9/unreleased.h"
+#include "backends/d3d9/d3d_unreleased.h"
 #include "display/fonts.h"
 #include "util/log_file.h"
 

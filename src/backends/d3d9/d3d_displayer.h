@@ -8,9 +8,9 @@
 #include <memory>
 #include <vector>
 
+#include "backends/d3d9/d3d_mosaic.h"
 #include "backends/d3d9/d3dx_library.h"
 #include "backends/d3d9/outlines.h"
-#include "backends/d3d9/privacy_mosaic.h"
 #include "backends/d3d9/surface_copy.h"
 #include "backends/d3d9/text_painter.h"
 #include "display/base_displayer.h"

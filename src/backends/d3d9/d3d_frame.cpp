@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // D3DDisplayer: the road of a frame to the screen.
 #include "backends/d3d9/d3d_displayer.h"
-#include "backends/d3d9/privacy_mosaic.h"
+#include "backends/d3d9/d3d_mosaic.h"
 #include "picture/pixel_rect.h"
 #include "util/log_file.h"
 

@@ -4,8 +4,8 @@
 #include <cstring>
 
 #include "backends/d3d9/d3d_displayer.h"
-#include "backends/d3d9/hsl_matrix.h"
-#include "backends/d3d9/unreleased.h"
+#include "backends/d3d9/d3d_hsl_matrix.h"
+#include "backends/d3d9/d3d_unreleased.h"
 
 namespace libnivral {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/d3d9/hsl_matrix.h"
+#include "backends/d3d9/d3d_hsl_matrix.h"
 
 #include <gtest/gtest.h>
 

@@ -4,8 +4,8 @@
 #include <limits>
 #include <tuple>
 
-#include "backends/d3d9/privacy_mosaic.h"
-#include "backends/d3d9/zoom.h"
+#include "backends/d3d9/d3d_mosaic.h"
+#include "backends/d3d9/d3d_zoom.h"
 #include "surface_reference.h"
 
 namespace {

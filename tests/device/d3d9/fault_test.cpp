@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <fstream>
 
-#include "backends/d3d9/unreleased.h"
+#include "backends/d3d9/d3d_unreleased.h"
 #include "d3d_test.h"
 
 namespace {

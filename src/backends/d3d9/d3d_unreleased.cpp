@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/d3d9/unreleased.h"
+#include "backends/d3d9/d3d_unreleased.h"
 
 #include <vector>
 

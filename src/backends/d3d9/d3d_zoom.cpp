@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/d3d9/zoom.h"
+#include "backends/d3d9/d3d_zoom.h"
 
 #include <algorithm>
 
