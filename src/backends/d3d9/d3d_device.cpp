@@ -4,26 +4,9 @@
 
 #include "backends/d3d9/d3d_displayer.h"
 #include "backends/d3d9/d3d_error.h"
-#include "backends/d3d9/d3d_unreleased.h"
-#include "display/fonts.h"
 #include "util/log_file.h"
 
 namespace libnivral {
-
-D3DDisplayer::D3DDisplayer() {
-  D3DXMatrixIdentity(&m_matHuePre);
-  D3DXMatrixIdentity(&m_matHuePost);
-  D3DXMatrixIdentity(&m_matColour);
-  IconTitleFace(m_szFontFace);
-}
-
-D3DDisplayer::~D3DDisplayer() {
-  D3DDisplayer::Uninitialize();
-  LeaveUnreleased(m_pQuadBuffer);
-  LeaveUnreleased(m_pQuadDecl);
-  LeaveUnreleased(m_pConstantTable);
-  LeaveUnreleased(m_pHslShader);
-}
 
 int32_t D3DDisplayer::LoadDirect3D() {
   if (!m_hD3D9Module) m_hD3D9Module = LoadLibraryA("d3d9.dll");
@@ -32,21 +15,6 @@ int32_t D3DDisplayer::LoadDirect3D() {
   const FARPROC create = GetProcAddress(m_hD3D9Module, "Direct3DCreate9");
   m_pfnDirect3DCreate9 = reinterpret_cast<decltype(m_pfnDirect3DCreate9)>(reinterpret_cast<void*>(create));
   return m_pfnDirect3DCreate9 ? 1 : 0;
-}
-
-int32_t D3DDisplayer::InitDraw(uint32_t width, uint32_t height, uint32_t) {
-  if (IsInitialized()) {
-    m_dwWidth = width;
-    m_dwHeight = height;
-    ResetDisplay();
-    return 0;
-  }
-  return Initialize(width, height) == kOk ? SetupHslShader(width, height) : 1;
-}
-
-int32_t D3DDisplayer::FreeDraw() {
-  Uninitialize();
-  return 0;
 }
 
 int32_t D3DDisplayer::Initialize(uint32_t width, uint32_t height) {

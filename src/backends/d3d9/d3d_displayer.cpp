@@ -1,8 +1,41 @@
 // SPDX-License-Identifier: MIT
-// D3DDisplayer: digital zoom and privacy mosaics as the client edits them.
+// D3DDisplayer: its life, and digital zoom and privacy mosaics as the client edits them.
 #include "backends/d3d9/d3d_displayer.h"
 
+#include "backends/d3d9/d3d_unreleased.h"
+#include "display/fonts.h"
+
 namespace libnivral {
+
+D3DDisplayer::D3DDisplayer() {
+  D3DXMatrixIdentity(&m_matHuePre);
+  D3DXMatrixIdentity(&m_matHuePost);
+  D3DXMatrixIdentity(&m_matColour);
+  IconTitleFace(m_szFontFace);
+}
+
+D3DDisplayer::~D3DDisplayer() {
+  D3DDisplayer::Uninitialize();
+  LeaveUnreleased(m_pQuadBuffer);
+  LeaveUnreleased(m_pQuadDecl);
+  LeaveUnreleased(m_pConstantTable);
+  LeaveUnreleased(m_pHslShader);
+}
+
+int32_t D3DDisplayer::InitDraw(uint32_t width, uint32_t height, uint32_t) {
+  if (IsInitialized()) {
+    m_dwWidth = width;
+    m_dwHeight = height;
+    ResetDisplay();
+    return 0;
+  }
+  return Initialize(width, height) == kOk ? SetupHslShader(width, height) : 1;
+}
+
+int32_t D3DDisplayer::FreeDraw() {
+  Uninitialize();
+  return 0;
+}
 
 void D3DDisplayer::SetZoom(uint32_t x, uint32_t y, uint32_t factor) {
   const ZoomState zoom = ZoomTo(Zoom(), GetMirrorMode(), static_cast<int32_t>(x), static_cast<int32_t>(y),
