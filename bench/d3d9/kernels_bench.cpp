@@ -6,7 +6,7 @@
 
 #include "alternate.h"
 #include "backends/d3d9/d3d_mosaic.h"
-#include "backends/d3d9/surface_copy.h"
+#include "backends/d3d9/d3d_surface.h"
 #include "support/frames.h"
 
 namespace {

@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "backends/d3d9/d3d_mosaic.h"
+#include "backends/d3d9/d3d_surface.h"
 #include "backends/d3d9/d3dx_library.h"
 #include "backends/d3d9/outlines.h"
-#include "backends/d3d9/surface_copy.h"
 #include "backends/d3d9/text_painter.h"
 #include "display/base_displayer.h"
 #include "display/display_codes.h"

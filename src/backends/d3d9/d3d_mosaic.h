@@ -6,8 +6,8 @@
 #include <optional>
 #include <span>
 
+#include "backends/d3d9/d3d_surface.h"
 #include "backends/d3d9/d3d_zoom.h"
-#include "backends/d3d9/yv12_surface.h"
 #include "picture/frame_view.h"
 #include "picture/pixel_rect.h"
 

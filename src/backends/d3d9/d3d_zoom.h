@@ -4,10 +4,12 @@
 
 #include <cstdint>
 
-#include "backends/d3d9/yv12_surface.h"
 #include "picture/pixel_rect.h"
 
 namespace libnivral {
+
+/// Widest digital zoom.
+constexpr int32_t kMaxZoom = 8;
 
 /// The zoomed part of the frame: its top left corner in thousandths, and the factor, 1 to kMaxZoom.
 struct ZoomState {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/d3d9/surface_copy.h"
+#include "backends/d3d9/d3d_surface.h"
 
 #include <gtest/gtest.h>
 

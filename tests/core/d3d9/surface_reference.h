@@ -6,7 +6,7 @@
 #include <random>
 #include <vector>
 
-#include "backends/d3d9/surface_copy.h"
+#include "backends/d3d9/d3d_surface.h"
 #include "support/frames.h"
 
 constexpr uint8_t kUntouched = 0xA5;

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "backends/d3d9/surface_copy.h"
+#include "backends/d3d9/d3d_surface.h"
 #include "backends/ddraw/frame_slots.h"
 #include "display/working_frame.h"
 #include "picture/frame_padder.h"

@@ -1,16 +1,43 @@
 // SPDX-License-Identifier: MIT
-// Copies of a frame into a locked surface. A surface may lie in a card's memory, so it is only written, front
-// to back, and never read. Negative strides are fine; planes must hold the surface's width and height.
+// A locked YV12 surface as the device lays it out in memory, and copies of frames into it.
 #pragma once
 
 #include <cstdint>
 
 #include "backends/d3d9/d3d_zoom.h"
-#include "backends/d3d9/yv12_surface.h"
 #include "picture/frame_view.h"
 #include "picture/pixel_rect.h"
 
 namespace libnivral {
+
+/// One plane of the surface. Chroma rows are half a luma pitch apart, which need not be a whole number, so
+/// steps are kept doubled.
+struct SurfacePlane {
+  uint8_t* first;
+  int64_t doubleStep;
+  int32_t width;
+  int32_t height;
+
+  uint8_t* Row(int64_t row) const { return first + row * doubleStep / 2; }
+};
+
+/// Y, then V, then U, in one block of pitch * height * 3 / 2 bytes. Width and height are those of the video.
+struct Yv12Surface {
+  uint8_t* bits;
+  int32_t pitch;
+  int32_t width;
+  int32_t height;
+
+  SurfacePlane Luma() const { return {bits, int64_t{pitch} * 2, width, height}; }
+  SurfacePlane V() const { return {bits + LumaBytes(), pitch, width / 2, height / 2}; }
+  SurfacePlane U() const { return {bits + LumaBytes() + LumaBytes() / 4, pitch, width / 2, height / 2}; }
+
+ private:
+  int64_t LumaBytes() const { return int64_t{pitch} * height; }
+};
+
+// Copies of a frame into a locked surface. A surface may lie in a card's memory, so it is only written, front
+// to back, and never read. Negative strides are fine; planes must hold the surface's width and height.
 
 void CopyPlain(const Yv12Surface& surface, const ConstFrameView& frame);
 
