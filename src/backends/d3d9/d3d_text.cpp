@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "backends/d3d9/d3d_displayer.h"
-#include "backends/d3d9/overlay_vertices.h"
+#include "backends/d3d9/d3d_vertices.h"
 #include "display/osd_layout.h"
 #include "display/overlay_style.h"
 

@@ -5,7 +5,7 @@
 
 #include <array>
 
-#include "backends/d3d9/overlay_vertices.h"
+#include "backends/d3d9/d3d_vertices.h"
 
 namespace libnivral {
 
