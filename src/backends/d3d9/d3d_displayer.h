@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "backends/d3d9/d3d_mosaic.h"
+#include "backends/d3d9/d3d_shapes.h"
 #include "backends/d3d9/d3d_surface.h"
 #include "backends/d3d9/d3dx_library.h"
-#include "backends/d3d9/outlines.h"
 #include "backends/d3d9/text_painter.h"
 #include "display/base_displayer.h"
 #include "display/display_codes.h"
@@ -19,8 +19,6 @@
 #include "util/com_ptr.h"
 
 namespace libnivral {
-
-class ShapeBatch;
 
 constexpr D3DFORMAT kYv12 = static_cast<D3DFORMAT>(MAKEFOURCC('Y', 'V', '1', '2'));
 

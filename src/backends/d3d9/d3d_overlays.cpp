@@ -3,7 +3,7 @@
 #include <new>
 
 #include "backends/d3d9/d3d_displayer.h"
-#include "backends/d3d9/shape_batch.h"
+#include "backends/d3d9/d3d_shapes.h"
 #include "display/overlay_layout.h"
 #include "display/overlay_shapes.h"
 
