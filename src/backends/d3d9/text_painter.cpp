@@ -5,8 +5,7 @@
 #include <cstring>
 #include <new>
 
-#include "backends/d3d9/d3dx_text.h"
-#include "backends/d3d9/gdi_text_rasteriser.h"
+#include "backends/d3d9/d3d_text_rasteriser.h"
 
 namespace libnivral {
 

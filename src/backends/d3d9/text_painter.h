@@ -6,8 +6,8 @@
 #include <array>
 #include <memory>
 
-#include "backends/d3d9/text_batch.h"
-#include "backends/d3d9/text_rasteriser.h"
+#include "backends/d3d9/d3d_text_batch.h"
+#include "backends/d3d9/d3d_text_rasteriser.h"
 #include "display/osd_layout.h"
 
 namespace libnivral {

@@ -1,13 +1,34 @@
 // SPDX-License-Identifier: MIT
+// Texts as parts of textures, and how they are drawn.
 #pragma once
 
 #include <d3d9.h>
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 
-#include "backends/d3d9/text_rasteriser.h"
+#include "display/records.h"
+#include "picture/pixel_rect.h"
+#include "util/com_ptr.h"
 
 namespace libnivral {
+
+/// A part of a text as it lies in a texture, whose alpha is the coverage of white letters.
+struct TextPiece {
+  ComPtr<IDirect3DTexture9> texture;
+  float left, top, right, bottom;  ///< in the texture, 0 to 1
+  PixelRect place;                 ///< in pixels from the text's upper left corner
+};
+
+/// What a text is made of: not more pieces than it may have characters.
+struct TextPieces {
+  size_t count = 0;
+  std::array<TextPiece, sizeof(TextItem::text)> pieces;
+
+  /// Adds a part of a texture of which it takes a reference. False when there is no place left.
+  bool Add(IDirect3DTexture9* texture, const RECT& texels, int32_t x, int32_t y);
+};
 
 /// Gathers pieces of texts and draws those that lie in one texture together; the rest at the end of its life.
 class TextBatch {

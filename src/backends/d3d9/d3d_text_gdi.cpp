@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/d3d9/gdi_text_rasteriser.h"
+#include "backends/d3d9/d3d_text_rasteriser.h"
 
 #include <algorithm>
 #include <cstdlib>
