@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
-// D3DDisplayer: text over the picture.
+// Text over the picture.
+#include "backends/d3d9/d3d_text.h"
+
 #include <algorithm>
+#include <cstring>
+#include <new>
 
 #include "backends/d3d9/d3d_displayer.h"
+#include "backends/d3d9/d3d_text_rasteriser.h"
 #include "backends/d3d9/d3d_vertices.h"
 #include "display/osd_layout.h"
 #include "display/overlay_style.h"
@@ -13,6 +18,108 @@ namespace {
 constexpr char kLabelFace[] = "Arial";
 
 }  // namespace
+
+/// A text as it was made for a room, or for any that holds its longest line.
+struct TextPainter::Kept {
+  char text[sizeof(TextItem::text)];
+  int32_t room = kOneLine;
+  int32_t width = 0;
+  uint64_t lastUse = 0;
+  size_t pieceCount = 0;
+  std::unique_ptr<TextPiece[]> pieces;
+
+  bool Fits(const char* wanted, int32_t wantedRoom) const {
+    return (room == kOneLine ? width <= wantedRoom : room == wantedRoom) && std::strcmp(text, wanted) == 0;
+  }
+};
+
+TextPainter::TextPainter() = default;
+TextPainter::~TextPainter() = default;
+
+void TextPainter::Start(IDirect3DDevice9* device, const TextFont& font) {
+  m_device = device;
+  m_font = font;
+  m_byD3dx = font.d3dx != nullptr;
+  if (m_byD3dx) {
+    m_rasteriser.reset(new (std::nothrow) D3dxTextRasteriser(font.d3dx));
+  } else {
+    FallBackToGdi();
+  }
+}
+
+void TextPainter::Stop() {
+  Forget();
+  m_rasteriser.reset();
+}
+
+void TextPainter::Forget() {
+  for (auto& kept : m_kept)
+    kept.reset();
+}
+
+void TextPainter::FallBackToGdi() {
+  Forget();
+  m_byD3dx = false;
+  // A text that starts above the picture may reach into it.
+  m_rasteriser.reset(new (std::nothrow)
+                         GdiTextRasteriser(m_device, m_font.height, m_font.face, 2 * m_font.frameHeight));
+}
+
+void TextPainter::Draw(TextBatch& batch, const char* text, const OsdPlace& place, uint32_t colour) {
+  const int32_t room = std::min(place.wrapWidth, kOneLine - 1);
+  if (room <= 0) return;
+  const Kept* kept = Find(text, room);
+  for (size_t i = 0; kept && i < kept->pieceCount; ++i)
+    batch.Add(kept->pieces[i], place.x, place.y, colour);
+}
+
+const TextPainter::Kept* TextPainter::Find(const char* text, int32_t room) {
+  ++m_uses;
+  for (auto& kept : m_kept) {
+    if (!kept || !kept->Fits(text, room)) continue;
+    kept->lastUse = m_uses;
+    return kept.get();
+  }
+  return Make(text, room);
+}
+
+/// In the place of the text that has not been used for longest.
+const TextPainter::Kept* TextPainter::Make(const char* text, int32_t room) {
+  std::unique_ptr<Kept> made(new (std::nothrow) Kept);
+  if (!made) return nullptr;
+  std::strncpy(made->text, text, sizeof(made->text) - 1);
+  made->text[sizeof(made->text) - 1] = '\0';
+  if (!Rasterise(text, room, *made)) {
+    // A device that was lost meanwhile is no fault of the font's.
+    if (!m_byD3dx || m_device->TestCooperativeLevel() != D3D_OK) return nullptr;
+    FallBackToGdi();
+    if (!Rasterise(text, room, *made)) return nullptr;
+  }
+  made->lastUse = m_uses;
+  const auto age = [](const auto& kept) { return kept ? kept->lastUse : 0; };
+  auto& oldest = *std::min_element(m_kept.begin(), m_kept.end(),
+                                   [&](const auto& a, const auto& b) { return age(a) < age(b); });
+  oldest = std::move(made);
+  return oldest.get();
+}
+
+bool TextPainter::Rasterise(const char* text, int32_t room, Kept& kept) {
+  const std::unique_ptr<TextPieces> pieces(new (std::nothrow) TextPieces);
+  kept.width = m_rasteriser && pieces ? m_rasteriser->Width(text) : -1;
+  if (kept.width < 0) return false;
+  kept.room = kept.width <= room ? kOneLine : room;
+  if (!m_rasteriser->Make(text, kept.room, *pieces)) return false;
+  kept.pieces.reset(new (std::nothrow) TextPiece[pieces->count]);
+  if (!kept.pieces) return false;
+  kept.pieceCount = pieces->count;
+  const auto end =
+      std::move(pieces->pieces.begin(), pieces->pieces.begin() + static_cast<std::ptrdiff_t>(pieces->count),
+                kept.pieces.get());
+  // Letters of one text do not cover each other: those of one texture can be drawn together.
+  std::sort(kept.pieces.get(), end,
+            [](const TextPiece& a, const TextPiece& b) { return a.texture.get() < b.texture.get(); });
+  return true;
+}
 
 /// Where D3DX has no font, the painter draws without it.
 void D3DDisplayer::StartOnce(TextPainter& painter, ComPtr<ID3DXFont>& font, int32_t height,
