@@ -4,9 +4,9 @@
 #include <atomic>
 
 #include "backends/ddraw/ddraw_device.h"
+#include "backends/ddraw/ddraw_slots.h"
+#include "backends/ddraw/ddraw_surface.h"
 #include "backends/ddraw/ddraw_text.h"
-#include "backends/ddraw/frame_slots.h"
-#include "backends/ddraw/frame_surface.h"
 #include "display/base_displayer.h"
 #include "display/mosaic_layout.h"
 #include "display/overlay_list.h"

@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "backends/d3d9/d3d_surface.h"
-#include "backends/ddraw/frame_slots.h"
+#include "backends/ddraw/ddraw_slots.h"
 #include "display/working_frame.h"
 #include "picture/frame_padder.h"
 #include "support/frames.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/ddraw/frame_slots.h"
+#include "backends/ddraw/ddraw_slots.h"
 
 #include <new>
 

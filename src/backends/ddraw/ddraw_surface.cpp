@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/ddraw/frame_surface.h"
+#include "backends/ddraw/ddraw_surface.h"
 
 #include <algorithm>
 
