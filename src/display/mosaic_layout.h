@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+
 #include "picture/pixel_rect.h"
 
 namespace libnivral {
@@ -26,5 +29,10 @@ struct MosaicGrid {
 
 /// Without rows and columns when nothing of the area is on the display.
 MosaicGrid LayoutMosaic(const PixelRect& area, int32_t block, int32_t displayWidth, int32_t displayHeight);
+
+/// Fills every block of a mosaic with its first pixel's colour, in a picture of `width` x `height` pixels of
+/// 2 to 4 bytes in memory. Blocks that reach out of the picture are cut.
+void FillBlocks(uint8_t* pixels, ptrdiff_t pitch, int32_t bytesPerPixel, int32_t width, int32_t height,
+                const MosaicGrid& grid);
 
 }  // namespace libnivral

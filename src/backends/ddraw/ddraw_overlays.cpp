@@ -6,7 +6,7 @@
 #include "backends/ddraw/ddraw_device.h"
 #include "backends/ddraw/ddraw_displayer.h"
 #include "backends/ddraw/ddraw_layout.h"
-#include "backends/ddraw/ddraw_mosaic.h"
+#include "display/mosaic_layout.h"
 #include "display/overlay_layout.h"
 #include "display/overlay_shapes.h"
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "backends/ddraw/ddraw_layout.h"
-#include "backends/ddraw/ddraw_mosaic.h"
+#include "display/mosaic_layout.h"
 
 using namespace libnivral;
 
