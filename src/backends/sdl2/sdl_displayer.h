@@ -4,12 +4,12 @@
 #include <atomic>
 #include <optional>
 
-#include "backends/sdl2/pane_turn.h"
 #include "backends/sdl2/sdl_events.h"
 #include "backends/sdl2/sdl_library.h"
+#include "backends/sdl2/sdl_lock.h"
 #include "backends/sdl2/sdl_objects.h"
 #include "backends/sdl2/sdl_overlays.h"
-#include "backends/sdl2/window_hook.h"
+#include "backends/sdl2/sdl_window_hook.h"
 #include "display/base_displayer.h"
 #include "picture/frame_padder.h"
 #include "util/win_handles.h"

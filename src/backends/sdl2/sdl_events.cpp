@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "backends/sdl2/window_hook.h"
+#include "backends/sdl2/sdl_window_hook.h"
 #include "util/mutex_lock.h"
 #include "util/thread_local_value.h"
 

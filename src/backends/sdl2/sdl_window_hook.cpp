@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/sdl2/window_hook.h"
+#include "backends/sdl2/sdl_window_hook.h"
 
 #include <array>
 #include <map>

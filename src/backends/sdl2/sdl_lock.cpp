@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "backends/sdl2/pane_turn.h"
+#include "backends/sdl2/sdl_lock.h"
 
 #include <utility>
 
