@@ -7,7 +7,7 @@
 #include <cstring>
 #include <iterator>
 
-#include "display/overlay_shapes.h"
+#include "display/overlay_list.h"
 #include "picture/pixel_rect.h"
 
 namespace libnivral {

@@ -8,7 +8,7 @@
 #include "backends/d3d9/d3d_mosaic.h"
 #include "display/mosaic_layout.h"
 #include "display/overlay_layout.h"
-#include "display/overlay_shapes.h"
+#include "display/overlay_list.h"
 
 using namespace libnivral;
 

@@ -5,7 +5,7 @@
 #include "backends/d3d9/d3d_displayer.h"
 #include "backends/d3d9/d3d_shapes.h"
 #include "display/overlay_layout.h"
-#include "display/overlay_shapes.h"
+#include "display/overlay_list.h"
 
 namespace libnivral {
 namespace {

@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "backends/d3d9/d3d_vertices.h"
-#include "display/overlay_shapes.h"
+#include "display/overlay_list.h"
 #include "display/records.h"
 #include "picture/pixel_rect.h"
 

@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 
-#include "display/overlay_shapes.h"
+#include "display/overlay_list.h"
 
 namespace libnivral {
 

@@ -8,7 +8,7 @@
 #include "backends/ddraw/ddraw_layout.h"
 #include "display/mosaic_layout.h"
 #include "display/overlay_layout.h"
-#include "display/overlay_shapes.h"
+#include "display/overlay_list.h"
 
 namespace libnivral {
 namespace {

@@ -4,7 +4,7 @@
 #include "backends/sdl2/sdl_error.h"
 #include "display/osd_layout.h"
 #include "display/overlay_layout.h"
-#include "display/overlay_shapes.h"
+#include "display/overlay_list.h"
 
 namespace libnivral {
 namespace {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "display/overlay_layout.h"
-#include "display/overlay_shapes.h"
+#include "display/overlay_list.h"
 #include "support/one_box.h"
 
 namespace {

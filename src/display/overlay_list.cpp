@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "display/overlay_shapes.h"
+#include "display/overlay_list.h"
 
 #include <algorithm>
 #include <cmath>
