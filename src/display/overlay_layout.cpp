@@ -7,7 +7,6 @@
 #include <cstring>
 #include <iterator>
 
-#include "display/overlay_list.h"
 #include "picture/pixel_rect.h"
 
 namespace libnivral {
@@ -15,6 +14,12 @@ namespace {
 
 constexpr uint16_t kPersonClass = 1;
 constexpr uint16_t kCarClass = 2;
+
+const char* ClassLabel(uint16_t classId) {
+  constexpr const char* kLabels[] = {"unknown", "Person",  "car",     "bus",
+                                     "truck",   "minibus", "vehicle", "non-vehicle"};
+  return classId < std::size(kLabels) ? kLabels[classId] : "Unk";
+}
 
 /// Boxes may come with any numbers; coordinates this far out are as good as any further.
 constexpr int32_t kFarOut = 1 << 20;
@@ -178,8 +183,7 @@ template <class Number>
 void Layout::DrawClass(const Box<Number>& box, uint16_t classId, const OverlayColour& colour) {
   const LabelStyle& style = StyleOf(classId);
   if (!style.shown) return;
-  char text[kClassLabelBytes];
-  CopyClassLabel(text, classId);
+  const char* const text = ClassLabel(classId);
   const int64_t width = style.width.Of(static_cast<int64_t>(std::strlen(text)));
   const int64_t y = Whole(box.top - static_cast<Number>(style.height + style.gap));
   m_list.labels.push_back(DrawLabel(style, Whole(box.left), y, width, text, colour));

@@ -5,7 +5,6 @@
 
 #include <array>
 
-#include "display/class_label.h"
 #include "display/overlay_types.h"
 
 namespace libnivral {
@@ -39,7 +38,7 @@ struct OverlayLabel {
   PixelRect area;  ///< what was filled for it
   int32_t x = 0;   ///< where its letters begin
   int32_t y = 0;
-  char text[kClassLabelBytes]{};
+  char text[64]{};
 };
 
 /// For a painter to keep from frame to frame for its memory. What there is no memory for is left out.
