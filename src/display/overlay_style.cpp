@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "display/overlay_style.h"
+#include "display/overlay_layout.h"
 
 namespace libnivral {
 
