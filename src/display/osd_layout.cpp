@@ -6,10 +6,6 @@ namespace {
 
 constexpr uint32_t kFromBottom = 1;
 
-int32_t Saturate(int64_t value) {
-  return static_cast<int32_t>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX));
-}
-
 }  // namespace
 
 std::optional<OsdPlace> PlaceOsdText(const TextItem& item, const TextSpace& space) {
@@ -21,7 +17,7 @@ std::optional<OsdPlace> PlaceOsdText(const TextItem& item, const TextSpace& spac
   x = map.PixelX(x);
   y = map.PixelY(y);
   if (x >= map.displayWidth || y >= map.displayHeight) return std::nullopt;
-  return OsdPlace{Saturate(x), Saturate(y), Saturate(map.displayWidth - x)};
+  return OsdPlace{SaturateToInt(x), SaturateToInt(y), SaturateToInt(map.displayWidth - x)};
 }
 
 }  // namespace libnivral

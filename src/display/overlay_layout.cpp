@@ -32,10 +32,6 @@ int64_t Whole(float value) {
   return std::clamp(TruncToInt(value), -kFarOut, kFarOut);
 }
 
-int32_t Saturate(int64_t value) {
-  return static_cast<int32_t>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX));
-}
-
 /// In whole pixels, or in fractions of them that are cut only when something is drawn.
 template <class Number>
 struct Box {
@@ -214,10 +210,10 @@ OverlayLabel Layout::DrawLabel(const LabelStyle& style, int64_t x, int64_t y, in
   y = std::max(y, first);
   const WideRect area{x + style.fillLeft, y, x + width + style.fillRight, y + style.height};
   m_list.shapes.push_back({.kind = OverlayShape::Kind::Fill, .colour = colour, .corners = area});
-  OverlayLabel label{
-      .area = {Saturate(area.left), Saturate(area.top), Saturate(area.right), Saturate(area.bottom)},
-      .x = Saturate(x + style.indent),
-      .y = Saturate(std::max(y - style.rise, first))};
+  OverlayLabel label{.area = {SaturateToInt(area.left), SaturateToInt(area.top), SaturateToInt(area.right),
+                              SaturateToInt(area.bottom)},
+                     .x = SaturateToInt(x + style.indent),
+                     .y = SaturateToInt(std::max(y - style.rise, first))};
   std::strncpy(label.text, text, sizeof(label.text) - 1);
   return label;
 }

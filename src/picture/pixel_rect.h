@@ -30,6 +30,10 @@ constexpr int32_t TruncToInt(float value) {
   return value > -2147483904.0f && value < 2147483648.0f ? static_cast<int32_t>(value) : INT32_MIN;
 }
 
+constexpr int32_t SaturateToInt(int64_t value) {
+  return static_cast<int32_t>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX));
+}
+
 /// An edge at a fraction of a client extent, in single precision.
 constexpr int32_t ScaleEdge(int32_t extent, float fraction) {
   return TruncToInt(static_cast<float>(extent) * fraction);

@@ -8,7 +8,7 @@ namespace {
 constexpr PixelRect kReachable{-32768, -32768, 32767, 32767};
 
 int32_t Distance(int32_t from, int32_t to) {
-  return static_cast<int32_t>(std::clamp<int64_t>(int64_t{to} - from, INT32_MIN, INT32_MAX));
+  return SaturateToInt(int64_t{to} - from);
 }
 
 }  // namespace
