@@ -9,8 +9,8 @@
 #include "backends/d3d9/d3d_displayer.h"
 #include "backends/d3d9/d3d_text_rasteriser.h"
 #include "backends/d3d9/d3d_vertices.h"
-#include "display/osd_layout.h"
 #include "display/overlay_layout.h"
+#include "display/text_layout.h"
 
 namespace libnivral {
 namespace {

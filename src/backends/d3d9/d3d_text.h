@@ -8,7 +8,7 @@
 
 #include "backends/d3d9/d3d_text_batch.h"
 #include "backends/d3d9/d3d_text_rasteriser.h"
-#include "display/osd_layout.h"
+#include "display/text_layout.h"
 
 namespace libnivral {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "display/osd_layout.h"
+#include "display/text_layout.h"
 
 namespace libnivral {
 namespace {

@@ -2,9 +2,9 @@
 #include "backends/sdl2/sdl_overlays.h"
 
 #include "backends/sdl2/sdl_error.h"
-#include "display/osd_layout.h"
 #include "display/overlay_layout.h"
 #include "display/overlay_list.h"
+#include "display/text_layout.h"
 
 namespace libnivral {
 namespace {

@@ -7,8 +7,8 @@
 
 #include "display/fonts.h"
 #include "display/mosaic_layout.h"
-#include "display/osd_layout.h"
 #include "display/overlay_types.h"
+#include "display/text_layout.h"
 
 using namespace libnivral;
 

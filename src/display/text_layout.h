@@ -20,6 +20,9 @@ constexpr int32_t OsdFontHeight(int32_t displayHeight) {
   return displayHeight / 20;
 }
 
+/// The anchor of texts whose place counts upward from the bottom of the video.
+constexpr uint32_t kFromBottom = 1;
+
 /// In what a backend counts a text's place: pixels of the video, which it maps to the display.
 struct TextSpace {
   DisplayMap map;
@@ -35,6 +38,16 @@ struct OsdPlace {
 };
 
 /// Nothing for an empty text, a hidden place, and one right of or below the display.
-std::optional<OsdPlace> PlaceOsdText(const TextItem& item, const TextSpace& space);
+inline std::optional<OsdPlace> PlaceOsdText(const TextItem& item, const TextSpace& space) {
+  const DisplayMap& map = space.map;
+  int64_t x = static_cast<int32_t>(item.x);
+  int64_t y = static_cast<int32_t>(item.y);
+  if (item.text[0] == '\0' || (space.negativeIsHidden && (x < 0 || y < 0))) return std::nullopt;
+  if (item.anchor == kFromBottom) y = map.videoHeight - y;
+  x = map.PixelX(x);
+  y = map.PixelY(y);
+  if (x >= map.displayWidth || y >= map.displayHeight) return std::nullopt;
+  return OsdPlace{SaturateToInt(x), SaturateToInt(y), SaturateToInt(map.displayWidth - x)};
+}
 
 }  // namespace libnivral
