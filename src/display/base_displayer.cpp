@@ -4,7 +4,6 @@
 #include <cstring>
 
 #include "display/burn_in.h"
-#include "display/display_codes.h"
 #include "display/overlay_layout.h"
 #include "display/record_builder.h"
 

@@ -23,6 +23,15 @@
 
 namespace libnivral {
 
+// Result codes of displayer operations.
+constexpr int32_t kOk = 0;
+constexpr int32_t kNotInitialised = 0x2001;  ///< a frame came and the backend could not be made ready
+constexpr int32_t kBadSize = 0x2002;         ///< a width or height below 1
+constexpr int32_t kNoMemory = 0x2003;
+constexpr int32_t kNoDevice = 0x2004;    ///< the graphics interface or its device could not be created
+constexpr int32_t kFailed = 0x2FFF;      ///< anything else
+constexpr int32_t kNoFileName = 0x2002;  ///< a snapshot without a file name
+
 /// What is behind a display handle: the state that all backends share, the road of a frame up to the backend,
 /// and the operations that backends override. A backend has to override DisplayFrame, and InitDraw and
 /// FreeDraw once it has something to make and release; with that it is one (tests/support/null_displayer.h).
@@ -155,7 +164,7 @@ class BaseDisplayer {
  protected:
   /// Shows one frame of the video size: the operation that makes a backend. Called on the feeding thread
   /// without a lock; a client that breaks the rule of one feeding thread may call it twice at once. Returns
-  /// 0, or a code of display_codes.h or of the backend's own.
+  /// 0, or a code of those above or of the backend's own.
   ///
   /// In this order: no resources, a code (kNotInitialised); planes that HoldsFrame refuses, a code (kFailed);
   /// the picture; DrawOverlays; the decode callback, for backends that have one. A frame that is not drawn

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "display/base_displayer.h"
-#include "display/display_codes.h"
 #include "picture/plane_copy.h"
 
 using namespace libnivral;

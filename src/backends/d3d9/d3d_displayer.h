@@ -14,7 +14,6 @@
 #include "backends/d3d9/d3d_text.h"
 #include "backends/d3d9/d3dx_library.h"
 #include "display/base_displayer.h"
-#include "display/display_codes.h"
 #include "display/overlay_list.h"
 #include "util/com_ptr.h"
 

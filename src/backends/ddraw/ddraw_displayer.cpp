@@ -2,7 +2,6 @@
 #include "backends/ddraw/ddraw_displayer.h"
 
 #include "colour/convert.h"
-#include "display/display_codes.h"
 #include "display/fonts.h"
 #include "util/log_file.h"
 
