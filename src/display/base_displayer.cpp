@@ -5,7 +5,7 @@
 
 #include "display/burn_in.h"
 #include "display/overlay_layout.h"
-#include "display/record_builder.h"
+#include "display/records.h"
 
 namespace libnivral {
 

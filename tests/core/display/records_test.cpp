@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "display/record_builder.h"
+#include "display/records.h"
 #include "display/shown_record.h"
 
 using namespace libnivral;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "display/record_builder.h"
+#include "display/records.h"
 
 #include <cstring>
 
