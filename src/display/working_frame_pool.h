@@ -2,6 +2,8 @@
 #pragma once
 
 #include <memory>
+#include <new>
+#include <utility>
 
 #include "display/working_frame.h"
 #include "util/mutex_lock.h"
@@ -36,8 +38,23 @@ class WorkingFramePool {
   };
 
  private:
-  std::unique_ptr<Node> Take();
-  void Return(std::unique_ptr<Node> frame);
+  std::unique_ptr<Node> Take() {
+    {
+      CAutoLock guard(&m_lock);
+      if (auto frame = std::move(m_idle)) {
+        m_idle = std::move(frame->next);
+        return frame;
+      }
+    }
+    return std::unique_ptr<Node>(new (std::nothrow) Node);
+  }
+
+  void Return(std::unique_ptr<Node> frame) {
+    if (!frame) return;
+    CAutoLock guard(&m_lock);
+    frame->next = std::move(m_idle);
+    m_idle = std::move(frame);
+  }
 
   CMutexLock m_lock;
   std::unique_ptr<Node> m_idle;
