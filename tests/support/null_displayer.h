@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "display/base_displayer.h"
-#include "picture/plane_copy.h"
+#include "picture/frame_view.h"
 
 using namespace libnivral;
 

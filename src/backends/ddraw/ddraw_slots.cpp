@@ -3,7 +3,7 @@
 
 #include <new>
 
-#include "picture/plane_copy.h"
+#include "picture/frame_view.h"
 
 namespace libnivral {
 namespace {

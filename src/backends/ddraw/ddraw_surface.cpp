@@ -6,7 +6,7 @@
 #include "backends/ddraw/ddraw_device.h"
 #include "backends/ddraw/ddraw_error.h"
 #include "colour/convert.h"
-#include "picture/plane_copy.h"
+#include "picture/frame_view.h"
 
 namespace libnivral {
 namespace {
