@@ -8,10 +8,10 @@
 #include <cstring>
 #include <functional>
 
+#include "backends/yuvdraw/yuv2rgb.h"
 #include "colour/convert.h"
 #include "colour/filter_peer.h"
 #include "colour/ratio_table.h"
-#include "colour/snapshot.h"
 #include "core/colour/reference.h"
 #include "display/working_frame.h"
 #include "util/cpu.h"

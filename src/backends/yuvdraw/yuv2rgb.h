@@ -27,6 +27,12 @@ class YUV2RGB {
   static bool WriteBmp(const char* fileName, const uint8_t* bgr, uint32_t width, uint32_t height);
 };
 
+/// Makes a bottom-up 24-bit picture (blue first, rows of width * 3 bytes without padding) of planes whose
+/// chroma has half the width and half the height, rounded down. An odd last column or row takes the chroma
+/// beside it; a picture one pixel wide or high has no chroma and becomes grey. Without a plane that has
+/// samples nothing is written, nor for widths or heights below 1.
+void YuvToBottomUpBgr24(uint8_t* bgr, const ConstFrameView& frame, int32_t width, int32_t height);
+
 /// Bottom-up rows of width 16-bit pixels: red in 0xF800, green in 0x07E0, blue in 0x001F. Luma is taken as
 /// full range. For even widths and heights; an odd last column or row is left alone.
 void YuvToBottomUpRgb565(uint16_t* rgb, const FrameView& frame, uint32_t width, uint32_t height);

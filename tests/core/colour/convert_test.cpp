@@ -4,7 +4,7 @@
 #include <cstring>
 #include <limits>
 
-#include "colour/snapshot.h"
+#include "backends/yuvdraw/yuv2rgb.h"
 #include "core/colour/reference.h"
 #include "core/colour/variants.h"
 
