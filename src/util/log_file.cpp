@@ -8,7 +8,6 @@
 #include <new>
 
 #include "util/log_format.h"
-#include "util/log_output.h"
 #include "util/log_system.h"
 
 namespace libnivral {
