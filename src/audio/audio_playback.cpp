@@ -4,8 +4,8 @@
 #include <new>
 
 #include "audio/audio.h"
+#include "audio/buffer_fill.h"
 #include "audio/padded_format.h"
-#include "audio/playback_fill.h"
 #include "util/contained.h"
 
 namespace libnivral {

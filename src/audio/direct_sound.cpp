@@ -4,9 +4,8 @@
 #include <algorithm>
 #include <new>
 
-#include "audio/packet_fill.h"
+#include "audio/buffer_fill.h"
 #include "audio/padded_format.h"
-#include "audio/playback_fill.h"
 #include "audio/sound_buffer_lock.h"
 
 namespace libnivral {

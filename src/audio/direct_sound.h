@@ -11,7 +11,7 @@
 #include <memory>
 #include <span>
 
-#include "audio/packet_fill.h"
+#include "audio/buffer_fill.h"
 #include "audio/segment_ring.h"
 #include "util/com_ptr.h"
 #include "util/thread_base.h"

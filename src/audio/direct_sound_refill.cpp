@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The worker thread of CDirectSound: from Start to Stop it alone writes the playing buffer.
+#include "audio/buffer_fill.h"
 #include "audio/direct_sound.h"
-#include "audio/packet_fill.h"
 #include "audio/sound_buffer_lock.h"
 #include "util/contained.h"
 

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <vector>
 
-#include "audio/packet_fill.h"
+#include "audio/buffer_fill.h"
 #include "support/packet_queue.h"
 
 namespace {

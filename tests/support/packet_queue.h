@@ -8,7 +8,7 @@
 #include <mutex>
 #include <vector>
 
-#include "audio/packet_fill.h"
+#include "audio/buffer_fill.h"
 
 using namespace libnivral;
 

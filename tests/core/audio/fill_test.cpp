@@ -6,8 +6,7 @@
 #include <cstring>
 #include <vector>
 
-#include "audio/packet_fill.h"
-#include "audio/playback_fill.h"
+#include "audio/buffer_fill.h"
 #include "audio/segment_ring.h"
 #include "audio/wave_format.h"
 #include "support/packet_queue.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// How playing buffers are filled: of the wave-out player from the client, of DirectSound's from packets.
 #pragma once
 
 #include <cstddef>
@@ -7,6 +8,25 @@
 #include <span>
 
 namespace libnivral {
+
+/// What every playback buffer holds before the client's PCM: the level the device starts on.
+constexpr uint8_t kInitialFill = 0x64;
+
+/// Where playback buffers get their samples from.
+class SampleSource {
+ public:
+  virtual ~SampleSource() = default;
+  virtual bool Stopped() const = 0;
+  /// Asks the client for a whole buffer. Bytes written, zero or less for "nothing yet"; none without a
+  /// client.
+  virtual std::optional<int> Pull(std::span<uint8_t> buffer) = 0;
+  /// Lets other threads run while the client has nothing.
+  virtual void YieldThread() = 0;
+};
+
+/// Fills one playback buffer: with zeros when paused, else from the source. Every request gets the buffer's
+/// start and full size until the answers add up to the size; a buffer that nothing was written to is zeroed.
+void FillPlaybackBuffer(std::span<uint8_t> buffer, bool paused, SampleSource& source);
 
 /// A locked queue of bytes that one thread fills and the player empties. A packet must appear whole, its
 /// header and data added under one lock: the player takes them in two steps and could not find the next

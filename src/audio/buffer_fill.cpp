@@ -1,13 +1,27 @@
 // SPDX-License-Identifier: MIT
-#include "audio/packet_fill.h"
+#include "audio/buffer_fill.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "audio/playback_fill.h"
-
 namespace libnivral {
 namespace {
+
+/// Sum of the client's answers; 64 bits because each answer may be anything.
+int64_t PullUntilFull(std::span<uint8_t> buffer, SampleSource& source) {
+  const auto size = static_cast<int64_t>(buffer.size());
+  int64_t total = 0;
+  while (total < size && !source.Stopped()) {
+    const std::optional<int> written = source.Pull(buffer);
+    if (!written) break;
+    if (*written > 0) {
+      total += *written;
+    } else {
+      source.YieldThread();
+    }
+  }
+  return total;
+}
 
 constexpr size_t kSampleBytes = 2;
 
@@ -16,6 +30,10 @@ size_t ConvertInto(std::span<uint8_t> room, std::span<const uint8_t> packet, Pac
 }
 
 }  // namespace
+
+void FillPlaybackBuffer(std::span<uint8_t> buffer, bool paused, SampleSource& source) {
+  if (paused || PullUntilFull(buffer, source) <= 0) std::ranges::fill(buffer, uint8_t{0});
+}
 
 std::optional<std::span<const uint8_t>> PopPacket(ByteQueue& queue, std::span<uint8_t> scratch,
                                                   std::span<uint8_t> overflow) {
