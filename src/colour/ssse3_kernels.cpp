@@ -5,6 +5,7 @@
 
 #include "colour/bgr_loops.h"
 #include "colour/frame_loops.h"
+#include "colour/pair_loops.h"
 #include "colour/yuv_loops.h"
 #include "util/cpu.h"
 
