@@ -133,7 +133,7 @@ inline Vec UnpackHigh32(Vec a, Vec b) {
   return _mm512_unpackhi_epi32(a, b);
 }
 
-/// Of three bytes in turns: which one of its vector stands at byte i of the output's part.
+/// Of three bytes interleaved: which one of its vector stands at byte i of the output's part.
 template <int32_t kPart>
 constexpr ByteChoice kThird = MakeChoice([](int32_t i) { return PlaceOfPixel((kPart * kVecBytes + i) / 3); });
 /// And which bytes are of the second or third vector.
