@@ -35,7 +35,7 @@ void WindowLock::LockAnsweringMessages() {
   m_windowThreadsWaiting.fetch_sub(1, std::memory_order_relaxed);
 }
 
-void WindowLock::LetWindowThreadGoFirst() const {
+void WindowLock::YieldToWindowThread() const {
   for (int i = 0; i < kMaxYieldMs && m_windowThreadsWaiting.load(std::memory_order_relaxed) > 0; ++i)
     Sleep(1);
 }

@@ -32,7 +32,7 @@ class WindowLock {
 
   /// For a thread that takes the lock over and over, and does not hold it now: gives a waiting window thread,
   /// which can only poll, some milliseconds to get in.
-  void LetWindowThreadGoFirst() const;
+  void YieldToWindowThread() const;
 
  private:
   void LockAnsweringMessages();

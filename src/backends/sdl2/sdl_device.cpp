@@ -9,17 +9,17 @@
 
 namespace libnivral {
 
-SDLDisplayer::Turn::Turn(SDLDisplayer& pane, HWND newWindow)
-    : m_pane(pane), m_entered(pane.m_lock.Enter(pane.WaitMode(newWindow))) {
-  if (m_entered) m_pane.DoRequests();
+SDLDisplayer::Guard::Guard(SDLDisplayer& pane, HWND newWindow)
+    : m_pane(pane), m_held(pane.m_lock.Lock(pane.WaitMode(newWindow))) {
+  if (m_held) m_pane.DoRequests();
 }
 
-SDLDisplayer::Turn::~Turn() {
-  if (!m_entered) return;
-  m_pane.m_lock.Leave();
-  while (m_pane.m_requests.Any() && m_pane.m_lock.TryEnter()) {
+SDLDisplayer::Guard::~Guard() {
+  if (!m_held) return;
+  m_pane.m_lock.Unlock();
+  while (m_pane.m_requests.Any() && m_pane.m_lock.TryLock()) {
     m_pane.DoRequests();
-    m_pane.m_lock.Leave();
+    m_pane.m_lock.Unlock();
   }
 }
 
@@ -27,7 +27,7 @@ SDLDisplayer::SDLDisplayer() : m_hEvent(CreateEventW(nullptr, TRUE, FALSE, nullp
 }
 
 SDLDisplayer::~SDLDisplayer() {
-  const AutoWindowLock guard = m_lock.EnterForGood(WaitMode());
+  const AutoWindowLock guard = m_lock.LockForDestruction(WaitMode());
   RequestTeardown();
   ForgetPlayWnd();
 }
@@ -38,12 +38,12 @@ Wait SDLDisplayer::WaitMode(HWND newWindow) const {
   return owner ? Wait::AnsweringMessages : Wait::Plainly;
 }
 
-template <class Work, class Note>
-int32_t SDLDisplayer::InTurn(HWND newWindow, Work&& work, Note&& note) {
-  if (const Turn turn(*this, newWindow); turn) return work();
-  note();
-  // Whoever is working on the pane may have left before it could see the note.
-  const Turn late(*this, newWindow);
+template <class Work, class Request>
+int32_t SDLDisplayer::WithLock(HWND newWindow, Work&& work, Request&& request) {
+  if (const Guard guard(*this, newWindow); guard) return work();
+  request();
+  // Whoever is working on the pane may have left before it could see the request.
+  const Guard late(*this, newWindow);
   return 1;
 }
 
@@ -55,13 +55,13 @@ void SDLDisplayer::DoRequests() {
   if (batch.size) TakeSize(*batch.size);
 }
 
-void SDLDisplayer::SayOnce(Trouble trouble, const wchar_t* text) {
-  const auto bit = static_cast<uint32_t>(trouble);
-  if ((m_said.fetch_or(bit) & bit) == 0) CLogFile::GetInstance()->Write(2, L"%ls", text);
+void SDLDisplayer::LogOnce(Problem problem, const wchar_t* text) {
+  const auto bit = static_cast<uint32_t>(problem);
+  if ((m_logged.fetch_or(bit) & bit) == 0) CLogFile::GetInstance()->Write(2, L"%ls", text);
 }
 
 int32_t SDLDisplayer::SetPlayWnd(HWND hwnd) {
-  return InTurn(
+  return WithLock(
       hwnd, [&] { return TakePlayWnd(hwnd); }, [&] { m_requests.RequestWindow(hwnd); });
 }
 
@@ -94,7 +94,7 @@ int32_t SDLDisplayer::InitDraw(uint32_t width, uint32_t height, uint32_t) {
   // Whatever becomes of this call, frames are of the new size from now on.
   if (width > 0 && height > 0) BaseDisplayer::InitDraw(width, height, 0);
   const VideoSize size{static_cast<int32_t>(width), static_cast<int32_t>(height)};
-  return InTurn(
+  return WithLock(
       nullptr, [&] { return TakeSize(size); }, [&] { m_requests.RequestSize(size); });
 }
 
@@ -104,7 +104,7 @@ int32_t SDLDisplayer::TakeSize(VideoSize size) {
 
 int32_t SDLDisplayer::FreeDraw() {
   m_events.stopped = 1;
-  return InTurn(
+  return WithLock(
       nullptr, [&] { return RequestTeardown() ? 0 : 1; }, [&] { m_requests.RequestFree(); });
 }
 
@@ -113,7 +113,7 @@ uint32_t SDLDisplayer::Bind() {
   if (m_sdlWindow) return 1;
   try {
     if (!IsWindow(m_hPlayWnd)) {
-      SayOnce(Trouble::NoWindow, L"SDLDisplayer::SetPlayWnd: NIVRAL_DWInitDraw without a window");
+      LogOnce(Problem::NoWindow, L"SDLDisplayer::SetPlayWnd: NIVRAL_DWInitDraw without a window");
       return 0;
     }
     ShowPlayWnd();
@@ -133,9 +133,9 @@ void SDLDisplayer::CreateWindowOnClient() {
     m_sdlWindow.reset(SDL_CreateWindowFrom(m_hPlayWnd));
     if (!m_sdlWindow) {
       if (SDL_WasInit(SDL_INIT_VIDEO)) {
-        SayOnce(Trouble::NoWindow, L"SDLDisplayer::SetPlayWnd: SDL cannot use the window");
+        LogOnce(Problem::NoWindow, L"SDLDisplayer::SetPlayWnd: SDL cannot use the window");
       } else {
-        SayOnce(Trouble::SdlNotStarted,
+        LogOnce(Problem::SdlNotStarted,
                 L"SDLDisplayer::SetPlayWnd: SDL is not running, call NIVRAL_InitializeEx(1) first");
       }
       return;
@@ -183,7 +183,7 @@ bool SDLDisplayer::ResetRender() {
   }
   if (!m_sdlRenderer) {
     g_sdlErrors.Failed("SDLDisplayer::ResetRender");
-    SayOnce(Trouble::NoRenderer, L"SDLDisplayer::ResetRender: no renderer, the pane shows nothing");
+    LogOnce(Problem::NoRenderer, L"SDLDisplayer::ResetRender: no renderer, the pane shows nothing");
   }
   return m_sdlRenderer != nullptr;
 }
@@ -201,7 +201,7 @@ bool SDLDisplayer::ResetTexture() {
   if (m_sdlTexture) m_deviceGeneration = RenderDeviceGeneration();
   if (!m_sdlTexture) {
     g_sdlErrors.Failed("SDLDisplayer::ResetTexture");
-    SayOnce(Trouble::NoRenderer, L"SDLDisplayer::ResetTexture: no texture of the video's size");
+    LogOnce(Problem::NoRenderer, L"SDLDisplayer::ResetTexture: no texture of the video's size");
   }
   return m_sdlTexture != nullptr;
 }

@@ -46,31 +46,31 @@ class SDLDisplayer : public BaseDisplayer {
  private:
   int32_t DisplayFrame(const FrameView& frame, const PaneSettings& settings, uint32_t param1,
                        int64_t param2) override;
-  /// A thread's turn with the pane, which it does not get while it must not wait. At its beginning and end
-  /// the requests of threads that got none are done.
-  class Turn {
+  /// Holds the pane's lock for a scope, unless the thread must not wait for it. At the beginning and the end
+  /// the requests of threads that did not get it are done.
+  class Guard {
    public:
-    explicit Turn(SDLDisplayer& pane, HWND newWindow = nullptr);
-    ~Turn();
-    Turn(const Turn&) = delete;
-    Turn& operator=(const Turn&) = delete;
+    explicit Guard(SDLDisplayer& pane, HWND newWindow = nullptr);
+    ~Guard();
+    Guard(const Guard&) = delete;
+    Guard& operator=(const Guard&) = delete;
 
-    explicit operator bool() const { return m_entered; }
+    explicit operator bool() const { return m_held; }
 
    private:
     SDLDisplayer& m_pane;
-    bool m_entered;
+    bool m_held;
   };
 
-  template <class Work, class Note>
-  int32_t InTurn(HWND newWindow, Work&& work, Note&& note);
+  template <class Work, class Request>
+  int32_t WithLock(HWND newWindow, Work&& work, Request&& request);
   void DoRequests();
   Wait WaitMode(HWND newWindow = nullptr) const;
 
   /// Reasons for a pane that shows nothing, and goes on doing so. A frame that merely comes at the wrong
   /// time, as to a hidden window, is none.
-  enum class Trouble : uint32_t { SdlNotStarted = 1, NoWindow = 2, NoRenderer = 4 };
-  void SayOnce(Trouble trouble, const wchar_t* text);
+  enum class Problem : uint32_t { SdlNotStarted = 1, NoWindow = 2, NoRenderer = 4 };
+  void LogOnce(Problem problem, const wchar_t* text);
 
   int32_t TakePlayWnd(HWND hwnd);
   int32_t TakeSize(VideoSize size);
@@ -90,7 +90,7 @@ class SDLDisplayer : public BaseDisplayer {
   uint32_t Teardown();
   void ForgetPlayWnd();
 
-  std::optional<int32_t> DrawInTurn(const FrameView& frame, const MosaicSettings& mosaic, VideoSize& size);
+  std::optional<int32_t> DrawLocked(const FrameView& frame, const MosaicSettings& mosaic, VideoSize& size);
   bool IsReady() const;
   void CatchUpWithWindow();
   void RebuildLostDevice();
@@ -116,7 +116,7 @@ class SDLDisplayer : public BaseDisplayer {
   VideoSize m_textureSize;
   PaneLock m_lock;  ///< guards every field of this class that is not atomic
   PaneRequests m_requests;
-  std::atomic<uint32_t> m_said{0};  ///< Trouble that the log has been told
+  std::atomic<uint32_t> m_logged{0};  ///< each Problem that the log has been told
   UniqueEvent m_hEvent;
 
   std::optional<WindowHook> m_hook;                ///< while m_sdlWindow exists

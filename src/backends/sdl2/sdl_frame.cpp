@@ -19,9 +19,9 @@ int32_t SDLDisplayer::DisplayFrame(const FrameView& frame, const PaneSettings& s
     DropOverlays();
     return 1;
   }
-  m_lock.LetWindowThreadGoFirst();
+  m_lock.YieldToWindowThread();
   VideoSize size;
-  const std::optional<int32_t> result = DrawInTurn(frame, settings.mosaic, size);
+  const std::optional<int32_t> result = DrawLocked(frame, settings.mosaic, size);
   if (!result) return 1;
   if (const auto& callback = settings.decodeCB; callback.function) {
     callback.function(frame.y, static_cast<uint32_t>(frame.strideY), static_cast<uint32_t>(size.width),
@@ -31,10 +31,10 @@ int32_t SDLDisplayer::DisplayFrame(const FrameView& frame, const PaneSettings& s
 }
 
 /// Nothing for a frame that is not even tried.
-std::optional<int32_t> SDLDisplayer::DrawInTurn(const FrameView& frame, const MosaicSettings& mosaic,
+std::optional<int32_t> SDLDisplayer::DrawLocked(const FrameView& frame, const MosaicSettings& mosaic,
                                                 VideoSize& size) {
-  const Turn turn(*this);
-  if (!turn) {
+  const Guard guard(*this);
+  if (!guard) {
     DropOverlays();
     return std::nullopt;
   }

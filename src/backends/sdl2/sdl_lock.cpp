@@ -8,12 +8,12 @@
 namespace libnivral {
 namespace {
 
-/// Turns that this thread is in, on any pane.
-ThreadLocalValue<int> g_turns;
+/// How many locks of panes this thread holds.
+ThreadLocalValue<int> g_panesLocked;
 WindowLock g_windowList;
 
 bool MustNotWait() {
-  return g_turns.Get() > 0 || IsHandlingSentMessage();
+  return g_panesLocked.Get() > 0 || IsHandlingSentMessage();
 }
 
 }  // namespace
@@ -47,25 +47,25 @@ PaneRequests::Batch PaneRequests::Take() {
   return std::exchange(m_batch, {});
 }
 
-bool PaneLock::Enter(Wait wait) {
-  if (MustNotWait()) return TryEnterWithWindowList();
+bool PaneLock::Lock(Wait wait) {
+  if (MustNotWait()) return TryLockWithWindowList();
   m_lock.Lock(wait);
   Begin(false);
   return true;
 }
 
-bool PaneLock::TryEnter() {
-  if (MustNotWait()) return TryEnterWithWindowList();
+bool PaneLock::TryLock() {
+  if (MustNotWait()) return TryLockWithWindowList();
   if (!m_lock.TryLockNow()) return false;
   Begin(false);
   return true;
 }
 
-/// With the list, nothing has to be waited for later in the turn either.
-bool PaneLock::TryEnterWithWindowList() {
+/// With the list, nothing has to be waited for later, while the pane is locked, either.
+bool PaneLock::TryLockWithWindowList() {
   if (!SdlWindowList().TryLockNow()) return false;
   if (m_lock.TryLockNow()) {
-    if (!m_inTurn) {
+    if (!m_locked) {
       Begin(true);
       return true;
     }
@@ -76,14 +76,14 @@ bool PaneLock::TryEnterWithWindowList() {
 }
 
 void PaneLock::Begin(bool withWindowList) {
-  m_inTurn = true;
+  m_locked = true;
   m_withWindowList = withWindowList;
-  g_turns.Set(g_turns.Get() + 1);
+  g_panesLocked.Set(g_panesLocked.Get() + 1);
 }
 
-void PaneLock::Leave() {
-  g_turns.Set(g_turns.Get() - 1);
-  m_inTurn = false;
+void PaneLock::Unlock() {
+  g_panesLocked.Set(g_panesLocked.Get() - 1);
+  m_locked = false;
   const bool withWindowList = m_withWindowList;
   m_lock.Unlock();
   if (withWindowList) SdlWindowList().Unlock();

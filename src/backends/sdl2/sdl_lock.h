@@ -40,34 +40,34 @@ class PaneRequests {
   Batch Take();
 
  private:
-  CMutexLock m_lock;  ///< held for notes only
+  CMutexLock m_lock;  ///< held for copies only
   Batch m_batch;
   std::atomic<bool> m_any{false};
 };
 
 /// The lock of one pane. Its holder calls SDL and graphics drivers, which send messages to windows. A thread
-/// that handles a message sent by another one, or is called back by SDL in the middle of a turn, therefore
+/// that handles a message sent by another one, or is called back by SDL while it works on a pane, therefore
 /// never waits for it: it would wait for a thread that waits for it.
 class PaneLock {
  public:
   /// Whether the calling thread may work on the pane now. False only for a thread that must not wait.
-  bool Enter(Wait wait);
+  bool Lock(Wait wait);
 
-  /// Enters unless the pane is busy.
-  bool TryEnter();
-  void Leave();
+  /// The same, without waiting: false also for a busy pane.
+  bool TryLock();
+  void Unlock();
 
-  /// For the last turn of all, which has to take place.
-  AutoWindowLock EnterForGood(Wait wait) { return AutoWindowLock(m_lock, wait); }
+  /// For the end of the pane, which has to take place.
+  AutoWindowLock LockForDestruction(Wait wait) { return AutoWindowLock(m_lock, wait); }
 
-  void LetWindowThreadGoFirst() const { m_lock.LetWindowThreadGoFirst(); }
+  void YieldToWindowThread() const { m_lock.YieldToWindowThread(); }
 
  private:
-  bool TryEnterWithWindowList();
+  bool TryLockWithWindowList();
   void Begin(bool withWindowList);
 
   WindowLock m_lock;
-  bool m_inTurn = false;
+  bool m_locked = false;
   bool m_withWindowList = false;
 };
 
