@@ -20,7 +20,7 @@ constexpr char kLabelFace[] = "Arial";
 }  // namespace
 
 /// A text as it was made for a room, or for any that holds its longest line.
-struct TextPainter::Kept {
+struct TextPainter::Entry {
   char text[sizeof(TextItem::text)];
   int32_t room = kOneLine;
   int32_t width = 0;
@@ -53,8 +53,8 @@ void TextPainter::Stop() {
 }
 
 void TextPainter::Forget() {
-  for (auto& kept : m_kept)
-    kept.reset();
+  for (auto& entry : m_cache)
+    entry.reset();
 }
 
 void TextPainter::FallBackToGdi() {
@@ -68,24 +68,24 @@ void TextPainter::FallBackToGdi() {
 void TextPainter::Draw(TextBatch& batch, const char* text, const OsdPlace& place, uint32_t colour) {
   const int32_t room = std::min(place.wrapWidth, kOneLine - 1);
   if (room <= 0) return;
-  const Kept* kept = Find(text, room);
-  for (size_t i = 0; kept && i < kept->pieceCount; ++i)
-    batch.Add(kept->pieces[i], place.x, place.y, colour);
+  const Entry* entry = Find(text, room);
+  for (size_t i = 0; entry && i < entry->pieceCount; ++i)
+    batch.Add(entry->pieces[i], place.x, place.y, colour);
 }
 
-const TextPainter::Kept* TextPainter::Find(const char* text, int32_t room) {
+const TextPainter::Entry* TextPainter::Find(const char* text, int32_t room) {
   ++m_uses;
-  for (auto& kept : m_kept) {
-    if (!kept || !kept->Fits(text, room)) continue;
-    kept->lastUse = m_uses;
-    return kept.get();
+  for (auto& entry : m_cache) {
+    if (!entry || !entry->Fits(text, room)) continue;
+    entry->lastUse = m_uses;
+    return entry.get();
   }
   return Make(text, room);
 }
 
 /// In the place of the text that has not been used for longest.
-const TextPainter::Kept* TextPainter::Make(const char* text, int32_t room) {
-  std::unique_ptr<Kept> made(new (std::nothrow) Kept);
+const TextPainter::Entry* TextPainter::Make(const char* text, int32_t room) {
+  std::unique_ptr<Entry> made(new (std::nothrow) Entry);
   if (!made) return nullptr;
   std::strncpy(made->text, text, sizeof(made->text) - 1);
   made->text[sizeof(made->text) - 1] = '\0';
@@ -96,27 +96,27 @@ const TextPainter::Kept* TextPainter::Make(const char* text, int32_t room) {
     if (!Rasterise(text, room, *made)) return nullptr;
   }
   made->lastUse = m_uses;
-  const auto age = [](const auto& kept) { return kept ? kept->lastUse : 0; };
-  auto& oldest = *std::min_element(m_kept.begin(), m_kept.end(),
+  const auto age = [](const auto& entry) { return entry ? entry->lastUse : 0; };
+  auto& oldest = *std::min_element(m_cache.begin(), m_cache.end(),
                                    [&](const auto& a, const auto& b) { return age(a) < age(b); });
   oldest = std::move(made);
   return oldest.get();
 }
 
-bool TextPainter::Rasterise(const char* text, int32_t room, Kept& kept) {
+bool TextPainter::Rasterise(const char* text, int32_t room, Entry& entry) {
   const std::unique_ptr<TextPieces> pieces(new (std::nothrow) TextPieces);
-  kept.width = m_rasteriser && pieces ? m_rasteriser->Width(text) : -1;
-  if (kept.width < 0) return false;
-  kept.room = kept.width <= room ? kOneLine : room;
-  if (!m_rasteriser->Make(text, kept.room, *pieces)) return false;
-  kept.pieces.reset(new (std::nothrow) TextPiece[pieces->count]);
-  if (!kept.pieces) return false;
-  kept.pieceCount = pieces->count;
+  entry.width = m_rasteriser && pieces ? m_rasteriser->Width(text) : -1;
+  if (entry.width < 0) return false;
+  entry.room = entry.width <= room ? kOneLine : room;
+  if (!m_rasteriser->Make(text, entry.room, *pieces)) return false;
+  entry.pieces.reset(new (std::nothrow) TextPiece[pieces->count]);
+  if (!entry.pieces) return false;
+  entry.pieceCount = pieces->count;
   const auto end =
       std::move(pieces->pieces.begin(), pieces->pieces.begin() + static_cast<std::ptrdiff_t>(pieces->count),
-                kept.pieces.get());
+                entry.pieces.get());
   // Letters of one text do not cover each other: those of one texture can be drawn together.
-  std::sort(kept.pieces.get(), end,
+  std::sort(entry.pieces.get(), end,
             [](const TextPiece& a, const TextPiece& b) { return a.texture.get() < b.texture.get(); });
   return true;
 }

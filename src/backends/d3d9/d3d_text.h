@@ -21,10 +21,10 @@ struct TextFont {
 };
 
 /// Draws texts in one font. What a text looks like is found out once and kept while it is in use, for the
-/// last kKept different ones: by D3DX, or by GDI where D3DX has no font or fails.
+/// last kCapacity different ones: by D3DX, or by GDI where D3DX has no font or fails.
 class TextPainter {
  public:
-  static constexpr size_t kKept = 64;
+  static constexpr size_t kCapacity = 64;
 
   TextPainter();
   ~TextPainter();
@@ -40,11 +40,11 @@ class TextPainter {
   void Draw(TextBatch& batch, const char* text, const OsdPlace& place, uint32_t colour);
 
  private:
-  struct Kept;
+  struct Entry;
 
-  const Kept* Find(const char* text, int32_t room);
-  const Kept* Make(const char* text, int32_t room);
-  bool Rasterise(const char* text, int32_t room, Kept& kept);
+  const Entry* Find(const char* text, int32_t room);
+  const Entry* Make(const char* text, int32_t room);
+  bool Rasterise(const char* text, int32_t room, Entry& entry);
   void FallBackToGdi();
 
   IDirect3DDevice9* m_device = nullptr;
@@ -52,7 +52,7 @@ class TextPainter {
   bool m_byD3dx = false;
   std::unique_ptr<TextRasteriser> m_rasteriser;
   uint64_t m_uses = 0;
-  std::array<std::unique_ptr<Kept>, kKept> m_kept;
+  std::array<std::unique_ptr<Entry>, kCapacity> m_cache;
 };
 
 }  // namespace libnivral
