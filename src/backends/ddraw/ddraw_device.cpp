@@ -133,7 +133,7 @@ HRESULT DDrawDevice::PresentScaled(HWND window, IDirectDrawSurface7* picture, co
   return screen.Empty() ? DD_OK : BlitToScreen(window, picture, part, screen);
 }
 
-bool DDrawDevice::ShowsWhole(HWND window, const PixelRect& area) {
+bool DDrawDevice::IsFullyVisible(HWND window, const PixelRect& area) {
   RECT wanted = ToRect(OnScreen(window, area));
   if (FAILED(BindWindow(window))) return false;
   struct {

@@ -41,7 +41,7 @@ class DDrawDevice {
                         const PixelRect& area);
 
   /// Whether all of an area of a window's client area is on the desktop and covered by no other window.
-  bool ShowsWhole(HWND window, const PixelRect& area);
+  bool IsFullyVisible(HWND window, const PixelRect& area);
 
   /// Gives every surface of this object its memory back; contents are undefined afterwards.
   HRESULT Restore() { return m_directDraw->RestoreAllSurfaces(); }

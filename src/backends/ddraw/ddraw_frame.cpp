@@ -102,7 +102,7 @@ HRESULT CDirectDraw::Show() {
 /// A picture that nothing lies over goes from its surface straight into a window that is seen as a whole.
 /// S_FALSE when it cannot.
 HRESULT CDirectDraw::ShowPlain(HWND window, const PixelRect& area) {
-  if (m_plainRefused || !m_device.ShowsWhole(window, area)) return S_FALSE;
+  if (m_plainRefused || !m_device.IsFullyVisible(window, area)) return S_FALSE;
   const HRESULT hr = m_frameSurface.PresentTo(m_device, window, area);
   if (SUCCEEDED(hr) || IsLost(hr)) return hr;
   m_plainRefused = true;

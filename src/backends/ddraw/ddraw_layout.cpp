@@ -19,7 +19,7 @@ PixelRect DrawnArea(const PixelRect& play, const PixelRect& client) {
   return area;
 }
 
-PixelRect SeenFrom(int32_t x, int32_t y, const PixelRect& rect) {
+PixelRect RelativeTo(int32_t x, int32_t y, const PixelRect& rect) {
   return {Distance(x, rect.left), Distance(y, rect.top), Distance(x, rect.right), Distance(y, rect.bottom)};
 }
 

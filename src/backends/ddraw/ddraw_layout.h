@@ -17,8 +17,8 @@ constexpr int64_t kMaxAreaSide = 8192;
 /// client area when that is empty. Empty when there is nothing to draw into or when it is too large.
 PixelRect DrawnArea(const PixelRect& play, const PixelRect& client);
 
-/// The same rectangle seen from (x, y). Coordinates are limited to what 32 bits hold.
-PixelRect SeenFrom(int32_t x, int32_t y, const PixelRect& rect);
+/// The same rectangle relative to (x, y). Coordinates are limited to what 32 bits hold.
+PixelRect RelativeTo(int32_t x, int32_t y, const PixelRect& rect);
 
 /// A copy without scaling: `source` in the copied picture, `target` on the screen. Both empty when nothing of
 /// the picture is inside the bounds.

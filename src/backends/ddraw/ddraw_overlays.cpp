@@ -32,7 +32,7 @@ bool CDirectDraw::CollectOverlays(const PixelRect& area, const PaneSettings& set
            static_cast<int32_t>(area.Width()), static_cast<int32_t>(area.Height())};
   const MosaicSettings& mosaic = settings.mosaic;
   o.mosaic = mosaic.flag
-                 ? LayoutMosaic(SeenFrom(area.left, area.top, mosaic.rect), MosaicBlockSize(mosaic.level),
+                 ? LayoutMosaic(RelativeTo(area.left, area.top, mosaic.rect), MosaicBlockSize(mosaic.level),
                                 o.map.displayWidth, o.map.displayHeight)
                  : MosaicGrid{};
   {
