@@ -12,7 +12,6 @@
 #include <span>
 
 #include "audio/buffer_fill.h"
-#include "audio/segment_ring.h"
 #include "util/com_ptr.h"
 #include "util/thread_base.h"
 #include "util/win_handles.h"

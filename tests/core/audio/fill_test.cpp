@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "audio/buffer_fill.h"
-#include "audio/segment_ring.h"
 #include "audio/wave_format.h"
 #include "support/packet_queue.h"
 
