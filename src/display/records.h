@@ -61,14 +61,20 @@ static_assert(offsetof(DsmRecord, pointCount) == 2 && offsetof(DsmRecord, x) == 
               offsetof(DsmRecord, left) == 552 && offsetof(DsmRecord, top) == 600 &&
               offsetof(DsmRecord, right) == 648 && offsetof(DsmRecord, bottom) == 696);
 
+/// A record of any kind, kept elsewhere.
+using RecordView = std::variant<const AlgRecord*, const DsmRecord*>;
+
 /// What is shown with one frame.
 struct FrameRecords {
   std::optional<AlgRecord> alg;
   std::optional<DsmRecord> dsm;
-};
 
-/// A record of any kind, kept elsewhere.
-using RecordView = std::variant<const AlgRecord*, const DsmRecord*>;
+  /// Calls `paint` with each record that is not burned into the frame.
+  template <class Paint>
+  void ForEachPainted(Paint&& paint) const {
+    if (dsm) paint(RecordView(&*dsm));
+  }
+};
 
 /// Four arrays of box edges, floats carried in 32-bit words.
 struct EdgeArrays {

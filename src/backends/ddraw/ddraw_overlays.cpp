@@ -43,7 +43,8 @@ bool CDirectDraw::CollectOverlays(const PixelRect& area, const PaneSettings& set
   o.anyText =
       std::any_of(o.texts.begin(), o.texts.end(), [](const TextItem& item) { return item.text[0] != '\0'; });
   o.anyLabel = GdiLabels::Readable(m_burnedIn.labels, o.map);
-  o.needDC = o.anyText || o.anyLabel || m_shown.records.dsm || settings.displayCB.function;
+  o.needDC = o.anyText || o.anyLabel || settings.displayCB.function;
+  m_shown.records.ForEachPainted([&](RecordView) { o.needDC = true; });
   return o.needDC || o.mosaic.columns != 0;
 }
 
@@ -61,7 +62,7 @@ HRESULT CDirectDraw::PaintOverlays(const PixelRect& area, const PaneSettings& se
     for (const TextItem& item : o.texts)
       m_text.Draw(dc.Get(), item, o.map);
   }
-  if (m_shown.records.dsm) DrawRecord(dc.Get(), &*m_shown.records.dsm);
+  m_shown.records.ForEachPainted([&](RecordView record) { DrawRecord(dc.Get(), record); });
   CallDisplayCallback(dc.Get(), area, settings);
   return DD_OK;
 }
