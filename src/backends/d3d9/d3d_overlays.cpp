@@ -68,6 +68,7 @@ void D3DDisplayer::DrawShape(ShapeBatch& batch, const OverlayShape& shape) {
       DrawThickBrackets(batch, shape);
       break;
     case OverlayShape::Kind::Disc:
+    default:
       DrawDisc(batch, shape);
       break;
   }
@@ -91,6 +92,7 @@ void D3DDisplayer::DrawThickBrackets(ShapeBatch& batch, const OverlayShape& shap
   }
 }
 
+/// Also any other form that has no primitives of its own: by the rectangles that its pixels are.
 void D3DDisplayer::DrawDisc(ShapeBatch& batch, const OverlayShape& shape) {
   m_discParts.clear();
   AppendPixels(m_discParts, shape, static_cast<int32_t>(m_d3dpp.BackBufferWidth),

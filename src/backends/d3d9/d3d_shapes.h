@@ -122,7 +122,7 @@ class ShapeBatch {
     m_fills.Add(FilledRect(rect, colour));
   }
 
-  /// A disc, given by the rectangles that it is made of.
+  /// A disc or another form, given by the rectangles that it is made of.
   void DrawDisc(const PixelRect& bounds, const RectList& parts, uint32_t colour) {
     Reserve(bounds);
     for (const PixelRect& part : parts)
