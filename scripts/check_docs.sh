@@ -29,6 +29,10 @@ while read -r line; do
 done < <(awk -F'|' '/^## / { on = /nothing shows/ }
   on && /^\|/ { n = split($3, part, "`"); for (i = 2; i <= n; i += 2) print part[i] }' docs/guide.md |
   sed -E 's/^\.\.\. //; s/ *\.\.\.$//; s/: SDL_GetError =$//')
+# Classes and functions in the notes for developers.
+while read -r name; do
+  git grep -qw -e "$name" -- src tests include || complain "docs/ names $name, which the source does not have"
+done < <(grep -ohP '`\K[A-Za-z_]*[a-z][A-Z][A-Za-z]*(?=\x60|\()' docs/{architecture,direct3d9,directdraw}.md | sort -u)
 # The player's options and the head of its record files.
 while read -r option; do
   grep -qF -- "$option" examples/player/options.cpp || complain "the player has no option $option"
