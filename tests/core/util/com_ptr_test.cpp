@@ -35,13 +35,4 @@ TEST(ComPtr, EachReferenceIsReleasedOnce) {
   EXPECT_EQ(first.references, 0u);
 }
 
-#ifndef NDEBUG
-TEST(ComPtrDeathTest, PutIntoAFullOwnerAsserts) {
-  testing::FLAGS_gtest_death_test_style = "threadsafe";
-  Counted object;
-  ComPtr<Counted> owner(&object);
-  EXPECT_DEATH(owner.put(), "");
-}
-#endif
-
 }  // namespace
