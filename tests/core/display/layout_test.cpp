@@ -138,13 +138,11 @@ TEST(CutToScreen, KeepsSourceAndTargetTogether) {
   };
   for (const auto& c : cases) {
     const ScreenCopy copy = CutToScreen(c.x, c.y, 200, 100, kScreen);
-    EXPECT_EQ(copy.source, c.source) << c.x << "," << c.y;
-    EXPECT_EQ(copy.target, c.target) << c.x << "," << c.y;
+    EXPECT_TRUE(copy.source == c.source && copy.target == c.target) << c.x << "," << c.y;
   }
 }
 
-constexpr int32_t kWidth = 20;
-constexpr int32_t kHeight = 14;
+constexpr int32_t kWidth = 20, kHeight = 14;
 
 /// The rule, pixel by pixel: inside, the colour of the block's first pixel that is in the picture. All pixels
 /// differ, and there is padding behind every row.

@@ -28,8 +28,7 @@ TEST(ComPtr, EachReferenceIsReleasedOnce) {
     first.references = 1;
     b.reset(&first);
     EXPECT_EQ(second.references, 0u);
-    EXPECT_EQ(b.detach(), &first);
-    EXPECT_FALSE(b);
+    EXPECT_TRUE(b.detach() == &first && !b);
     b = ComPtr<Counted>(&first);
   }
   EXPECT_EQ(first.references, 0u);
