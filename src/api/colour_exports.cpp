@@ -20,7 +20,7 @@ bool IsRecord(int32_t index) {
 }  // namespace
 }  // namespace libnivral
 
-using namespace libnivral;
+using namespace libnivral;  // NOLINT(google-global-names-in-headers): no header
 
 extern "C" {
 

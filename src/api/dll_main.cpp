@@ -37,13 +37,11 @@ void OnProcessDetach() noexcept {
 }  // namespace
 }  // namespace libnivral
 
-using namespace libnivral;
-
 extern "C" BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, void*) {
   if (reason == DLL_PROCESS_ATTACH) {
-    StayLoaded(library);
-    OnProcessAttach();
+    libnivral::StayLoaded(library);
+    libnivral::OnProcessAttach();
   }
-  if (reason == DLL_PROCESS_DETACH) OnProcessDetach();
+  if (reason == DLL_PROCESS_DETACH) libnivral::OnProcessDetach();
   return TRUE;
 }

@@ -23,7 +23,7 @@ void WarnOfChildWindow(HWND window) {
 }  // namespace
 }  // namespace libnivral
 
-using namespace libnivral;
+using namespace libnivral;  // NOLINT(google-global-names-in-headers): no header
 
 extern "C" {
 

@@ -38,7 +38,7 @@ uint32_t Open(void** phDraw, uint32_t type) {
 }  // namespace
 }  // namespace libnivral
 
-using namespace libnivral;
+using namespace libnivral;  // NOLINT(google-global-names-in-headers): no header
 
 extern "C" {
 

@@ -6,7 +6,7 @@
 #include "audio/audio.h"
 #include "nivral/nivral.h"
 
-using namespace libnivral;
+using namespace libnivral;  // NOLINT(google-global-names-in-headers): no header
 
 extern "C" {
 
