@@ -42,7 +42,7 @@ std::string ProgramFolder() {
 RunningPlayer::RunningPlayer(const std::string& arguments, const std::string& folder)
     : m_outputPath(FreshFile("output.txt")) {
   std::string command = "\"" + folder + "nivral_player.exe\" --no-settings " + arguments;
-  const UniqueFile output(OpenOutput(m_outputPath));
+  const libnivral::UniqueFile output(OpenOutput(m_outputPath));
   STARTUPINFOA startup{};
   startup.cb = sizeof(startup);
   startup.dwFlags = STARTF_USESTDHANDLES;
