@@ -74,27 +74,24 @@ void AddBrackets(Collector& to, const OverlayShape& shape) {
 }
 
 /// The pixels at most the radius away from the middle, without the outermost column at the left and row at
-/// the top. Rows that are alike become one rectangle.
+/// the top. Rows as wide as one above and one below the middle make a rectangle that holds all rows between.
 void AddDisc(Collector& to, const OverlayShape& disc) {
-  const PixelRect& display = to.Display();
   const int64_t radius = disc.size;
   const int64_t x = disc.corners.left + radius;
   const int64_t y = disc.corners.top + radius;
-  const int64_t first = std::max(1 - radius, -y);
-  const int64_t last = std::min(radius, display.bottom - 1 - y);
-  PixelRect part;
-  for (int64_t dy = first; dy <= last; ++dy) {
-    const auto reach = static_cast<int64_t>(std::sqrt(static_cast<double>(radius * radius - dy * dy)));
-    const auto left = static_cast<int32_t>(std::max<int64_t>(x - std::min(reach, radius - 1), 0));
-    const auto right = static_cast<int32_t>(std::min<int64_t>(x + reach + 1, display.right));
-    const auto row = static_cast<int32_t>(y + dy);
-    if (left != part.left || right != part.right) {
-      to.AddVisible(part);
-      part = {left, row, right, row};
-    }
-    part.bottom = row + 1;
+  // Distances from the middle of the rows that the display has.
+  const int64_t above = y, below = to.Display().bottom - 1 - y;
+  const int64_t nearest = std::max<int64_t>({0, -above, -below});
+  const int64_t farthest = std::min(radius, std::max(above, below));
+  const auto holds = [&](int64_t dx, int64_t dy) { return dx * dx + dy * dy <= radius * radius; };
+  auto right = static_cast<int64_t>(std::sqrt(static_cast<double>(radius * radius - nearest * nearest)));
+  for (int64_t dy = nearest; dy <= farthest; ++dy) {
+    while (!holds(right, dy))
+      --right;
+    while (dy < farthest && holds(right, dy + 1))
+      ++dy;
+    to.Add({x - std::min(right, radius - 1), y - std::min(dy, radius - 1), x + right + 1, y + dy + 1});
   }
-  to.AddVisible(part);
 }
 
 }  // namespace
