@@ -23,6 +23,14 @@ class NothrowList {
     return true;
   }
 
+  /// All of them or, without the memory, none.
+  bool append(const T* values, size_t count) {
+    if (count > m_capacity - m_size && !Grow(std::max(2 * m_capacity, m_size + count))) return false;
+    std::copy_n(values, count, m_values.get() + m_size);
+    m_size += count;
+    return true;
+  }
+
   /// New values are not set.
   bool resize(size_t size) {
     if (size > m_capacity && !Grow(size)) return false;
@@ -40,6 +48,7 @@ class NothrowList {
   T* end() { return data() + m_size; }
   const T* begin() const { return data(); }
   const T* end() const { return data() + m_size; }
+  T& back() { return m_values[m_size - 1]; }
   const T& back() const { return m_values[m_size - 1]; }
   const T& operator[](size_t at) const { return m_values[at]; }
 

@@ -98,7 +98,7 @@ class SDLDisplayer : public BaseDisplayer {
   bool Upload(const FrameView& frame);
   DisplayMap Map() const;
   void PaintRecord(RecordView record) override;
-  void DrawTexts();
+  void AddTexts();
   void DrawMosaic(const MosaicSettings& mosaic);
   static void OnRedraw(HWND hwnd, WPARAM pane);
   void CallFlashCallback();

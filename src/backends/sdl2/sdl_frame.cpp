@@ -47,7 +47,6 @@ std::optional<int32_t> SDLDisplayer::DrawLocked(const FrameView& frame, const Mo
   size = m_textureSize;
   const bool presented = Present(frame, mosaic);
   if (presented) return 0;
-  AdvanceOverlays();
   g_sdlFrameErrors.Failed("SDLDisplayer::DisplayFrame");
   return 1;
 }
@@ -88,17 +87,23 @@ void SDLDisplayer::RebuildLostDevice() {
 bool SDLDisplayer::Present(const FrameView& frame, const MosaicSettings& mosaic) {
   const RenderScope scope;
   SDL_Renderer* renderer = m_sdlRenderer.get();
-  if (!Upload(frame) || SDL_RenderClear(renderer) != 0 ||
-      SDL_RenderCopy(renderer, m_sdlTexture.get(), nullptr, nullptr) != 0) {
+  if (!Upload(frame)) {
+    AdvanceOverlays();
     return false;
   }
-  DrawTexts();
+  m_overlays.BeginFrame(renderer, Map().displayWidth);
+  AddTexts();
   DrawOverlays();
-  m_events.frameShown = 1;
-  DrawMosaic(mosaic);
+  const bool drawn =
+      SDL_RenderClear(renderer) == 0 && SDL_RenderCopy(renderer, m_sdlTexture.get(), nullptr, nullptr) == 0;
+  if (drawn) {
+    m_overlays.Draw(renderer);
+    m_events.frameShown = 1;
+    DrawMosaic(mosaic);
+    SDL_RenderPresent(renderer);
+  }
   m_overlays.EndFrame();
-  SDL_RenderPresent(renderer);
-  return true;
+  return drawn;
 }
 
 bool SDLDisplayer::Upload(const FrameView& frame) {
@@ -116,13 +121,13 @@ DisplayMap SDLDisplayer::Map() const {
   return {m_textureSize.width, m_textureSize.height, display.width, display.height};
 }
 
-void SDLDisplayer::DrawTexts() {
+void SDLDisplayer::AddTexts() {
   SdlOverlays::TextItems items;
   {
     CAutoLock guard(&m_textLock);
     items = m_textItems;
   }
-  m_overlays.DrawTexts(m_sdlRenderer.get(), items, Map());
+  m_overlays.AddTexts(items, Map());
 }
 
 void SDLDisplayer::DrawMosaic(const MosaicSettings& mosaic) {
@@ -133,9 +138,8 @@ void SDLDisplayer::DrawMosaic(const MosaicSettings& mosaic) {
                         LayoutMosaic(mosaic.rect, MosaicBlockSize(mosaic.level), width, height));
 }
 
-// Not for a pane that is not ready: commands without a present would pile up in the renderer.
 void SDLDisplayer::PaintRecord(RecordView record) {
-  if (IsReady()) m_overlays.DrawRecord(m_sdlRenderer.get(), record, Map());
+  m_overlays.AddRecord(record, Map());
 }
 
 void SDLDisplayer::DrawAlgInfo() {

@@ -15,62 +15,56 @@ ErrorReporter g_fontErrors([](const char* operation,
 
 }  // namespace
 
-bool SdlOverlays::DrawTexts(SDL_Renderer* renderer, const TextItems& items, const DisplayMap& map) {
-  bool drawn = false;
-  for (const TextItem& item : items)
-    drawn |= DrawOSDText(renderer, item, map);
-  return drawn;
+void SdlOverlays::BeginFrame(SDL_Renderer* renderer, int32_t displayWidth) {
+  m_batch.Clear();
+  m_text.BeginFrame(renderer, displayWidth);
 }
 
-bool SdlOverlays::DrawOSDText(SDL_Renderer* renderer, const TextItem& item, const DisplayMap& map) {
+bool SdlOverlays::AddTexts(const TextItems& items, const DisplayMap& map) {
+  bool added = false;
+  for (const TextItem& item : items)
+    added |= AddOSDText(item, map);
+  return added;
+}
+
+bool SdlOverlays::AddOSDText(const TextItem& item, const DisplayMap& map) {
   const auto place = PlaceOsdText(item, {DisplayMap::Unscaled(map.displayWidth, map.displayHeight)});
   if (!place) return false;
   if (!m_osdFont.SetSize(OsdFontSize(map.displayHeight))) {
     g_fontErrors.Failed("SDLDisplayer::DrawOSDText");
     return false;
   }
-  return m_text.Draw(renderer, m_osdFont, item.text, place->x, place->y, place->wrapWidth,
-                     FromColourRef(item.colour));
+  return m_text.Add(m_batch, m_osdFont, item.text, *place, FromColourRef(item.colour));
 }
 
-void SdlOverlays::DrawRecord(SDL_Renderer* renderer, RecordView record, const DisplayMap& map) {
+void SdlOverlays::AddRecord(RecordView record, const DisplayMap& map) {
+  if (!m_text.InFrame()) return;
   const bool withLabels = map.displayHeight > 0 && m_labelFont.SetSize(kSdlLabelPoints);
   LayOutRecord(m_list, record, map, SdlStyle(withLabels));
-  DrawShapes(renderer, map);
-  DrawLabels(renderer, map);
+  AddShapes(map);
+  AddLabels(map);
 }
 
-void SdlOverlays::DrawShapes(SDL_Renderer* renderer, const DisplayMap& map) {
-  OverlayColour colour;
-  m_pixels.clear();
+void SdlOverlays::AddShapes(const DisplayMap& map) {
+  const SdlSprite white = m_text.White();
   for (const OverlayShape& shape : m_list.shapes) {
-    if (shape.colour != colour) FillPixels(renderer, colour);
-    colour = shape.colour;
+    m_pixels.clear();
     AppendPixels(m_pixels, shape, map.displayWidth, map.displayHeight);
+    const auto& [r, g, b] = shape.colour;
+    for (const PixelRect& rect : m_pixels)
+      m_batch.Add(white, ToSdl(rect), {r, g, b, SDL_ALPHA_OPAQUE});
   }
-  FillPixels(renderer, colour);
 }
 
-void SdlOverlays::DrawLabels(SDL_Renderer* renderer, const DisplayMap& map) {
+void SdlOverlays::AddLabels(const DisplayMap& map) {
   for (const OverlayLabel& label : m_list.labels) {
     if (label.x >= map.displayWidth || label.y >= map.displayHeight) continue;
     // Labels of records with edges out of any range may lie as far left as a coordinate can say.
     const int64_t wrap = int64_t{map.displayWidth} - label.x;
     if (wrap > INT32_MAX) continue;
-    m_text.Draw(renderer, m_labelFont, label.text, label.x, label.y, static_cast<int32_t>(wrap),
-                kOverlayBlue);
+    m_text.Add(m_batch, m_labelFont, label.text, {label.x, label.y, static_cast<int32_t>(wrap)},
+               kOverlayBlue);
   }
-}
-
-/// Those that wait, in one call.
-void SdlOverlays::FillPixels(SDL_Renderer* renderer, const OverlayColour& colour) {
-  if (m_pixels.empty()) return;
-  m_batch.clear();
-  for (const PixelRect& r : m_pixels)
-    m_batch.push_back(ToSdl(r));
-  m_pixels.clear();
-  SDL_SetRenderDrawColor(renderer, colour.r, colour.g, colour.b, SDL_ALPHA_OPAQUE);
-  SDL_RenderFillRects(renderer, m_batch.data(), static_cast<int>(m_batch.size()));
 }
 
 void SdlOverlays::ForgetTextures() {

@@ -11,14 +11,20 @@
 
 namespace libnivral {
 
-/// Draws everything that lies over the video of one pane with its renderer. Not for several threads at once.
+/// Everything that lies over the video of one pane: gathered first, then drawn. Not for several threads at once.
 class SdlOverlays {
  public:
   using TextItems = std::array<TextItem, kTextItemCount>;
 
-  /// The lines of client text. Whether at least one was drawn.
-  bool DrawTexts(SDL_Renderer* renderer, const TextItems& items, const DisplayMap& map);
-  void DrawRecord(SDL_Renderer* renderer, RecordView record, const DisplayMap& map);
+  void BeginFrame(SDL_Renderer* renderer, int32_t displayWidth);
+
+  /// The lines of client text. Whether there is at least one.
+  bool AddTexts(const TextItems& items, const DisplayMap& map);
+  /// Nothing outside a frame.
+  void AddRecord(RecordView record, const DisplayMap& map);
+
+  /// Over the video.
+  void Draw(SDL_Renderer* renderer) const { m_batch.Draw(renderer); }
   bool DrawMosaic(SDL_Renderer* renderer, const MosaicGrid& grid) { return m_mosaic.Draw(renderer, grid); }
 
   /// To be called after the last overlay of a frame.
@@ -31,19 +37,18 @@ class SdlOverlays {
   void ForgetTextures();
 
  private:
-  bool DrawOSDText(SDL_Renderer* renderer, const TextItem& item, const DisplayMap& map);
-  void DrawShapes(SDL_Renderer* renderer, const DisplayMap& map);
-  void DrawLabels(SDL_Renderer* renderer, const DisplayMap& map);
-  void FillPixels(SDL_Renderer* renderer, const OverlayColour& colour);
+  bool AddOSDText(const TextItem& item, const DisplayMap& map);
+  void AddShapes(const DisplayMap& map);
+  void AddLabels(const DisplayMap& map);
 
   SdlFont m_osdFont;
   SdlFont m_labelFont;
   SdlText m_text;
   SdlMosaic m_mosaic;
+  SdlOverlayBatch m_batch;
   // Kept from frame to frame for their memory.
   OverlayList m_list;
   RectList m_pixels;
-  NothrowList<SDL_Rect> m_batch;
 };
 
 }  // namespace libnivral

@@ -3,8 +3,10 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
+#include <iterator>
 #include <new>
 #include <utility>
 
@@ -13,6 +15,8 @@ namespace {
 
 /// Frames that an unused texture is kept for: labels come and go, and a value may come back soon.
 constexpr uint32_t kFramesKept = 16;
+
+constexpr SDL_Color kWhite{255, 255, 255, SDL_ALPHA_OPAQUE};
 
 /// One line needs at most as many units as the text has bytes.
 struct WideText {
@@ -33,19 +37,51 @@ int32_t WidthWithoutWrap(SdlFont& font, const wchar_t* text) {
   return font.WidthOf(text) + font.Size();
 }
 
-}  // namespace
-
-bool SdlText::Draw(SDL_Renderer* renderer, SdlFont& font, const char* text, int32_t x, int32_t y,
-                   int32_t wrapWidth, const OverlayColour& colour) {
-  Entry* const entry = Find(renderer, font, text, wrapWidth, colour);
-  // What could not be rendered is tried again once its entry has aged.
-  if (!entry || !entry->texture) return false;
-  entry->lastFrame = m_frame;
-  const SDL_Rect target{x, y, entry->width, entry->height};
-  return SDL_RenderCopy(renderer, entry->texture.get(), nullptr, &target) == 0;
+/// What is not transparent, at least one pixel. A picture is much higher than its letters, and what is blended
+/// costs by the pixel.
+SDL_Rect FindLetters(const SDL_Surface& picture) {
+  const SDL_Rect whole{0, 0, picture.w, picture.h};
+  if (picture.format->format != SDL_PIXELFORMAT_ARGB8888) return whole;
+  PixelRect found{picture.w, picture.h, 0, 0};
+  for (int32_t y = 0; y < picture.h; ++y) {
+    const auto* const row = reinterpret_cast<const uint32_t*>(static_cast<const uint8_t*>(picture.pixels) +
+                                                              ptrdiff_t{y} * picture.pitch);
+    const auto isOpaque = [](uint32_t pixel) { return (pixel & 0xFF000000) != 0; };
+    const uint32_t* const end = row + picture.w;
+    const uint32_t* const first = std::find_if(row, end, isOpaque);
+    if (first == end) continue;
+    const auto last =
+        std::find_if(std::make_reverse_iterator(end), std::make_reverse_iterator(row), isOpaque);
+    found = {std::min(found.left, static_cast<int32_t>(first - row)), std::min(found.top, y),
+             std::max(found.right, static_cast<int32_t>(last.base() - row)), y + 1};
+  }
+  return found.Empty() ? SDL_Rect{0, 0, 1, 1} : ToSdl(found);
 }
 
-SdlText::Entry* SdlText::Find(SDL_Renderer* renderer, SdlFont& font, const char* text, int32_t wrapWidth,
+}  // namespace
+
+void SdlText::PrepareAtlas() {
+  if (m_atlas.Prepare(m_renderer, m_displayWidth)) ClearEntries();
+}
+
+const SdlSprite& SdlText::White() {
+  PrepareAtlas();
+  return m_atlas.White();
+}
+
+bool SdlText::Add(SdlOverlayBatch& batch, SdlFont& font, const char* text, const OsdPlace& place,
+                  const OverlayColour& colour) {
+  PrepareAtlas();
+  Entry* const entry = Find(font, text, place.wrapWidth, colour);
+  // What could not be rendered is tried again once its entry has aged.
+  if (!entry || !entry->sprite.texture) return false;
+  entry->lastFrame = m_frame;
+  const SDL_Rect& letters = entry->letters;
+  batch.Add(entry->sprite, {place.x + letters.x, place.y + letters.y, letters.w, letters.h}, kWhite);
+  return true;
+}
+
+SdlText::Entry* SdlText::Find(SdlFont& font, const char* text, int32_t wrapWidth,
                               const OverlayColour& colour) {
   for (Entry* entry = m_entries.get(); entry; entry = entry->next.get()) {
     if (entry->size == font.Size() && entry->colour == colour && wrapWidth >= entry->minWrap &&
@@ -66,18 +102,31 @@ SdlText::Entry* SdlText::Find(SDL_Renderer* renderer, SdlFont& font, const char*
   entry->lastFrame = m_frame;
   const SdlSurface surface(
       font.Render(wide.text, {colour.r, colour.g, colour.b, SDL_ALPHA_OPAQUE}, wrapWidth));
-  if (surface) {
-    entry->width = surface->w;
-    entry->height = surface->h;
-    entry->texture.reset(SDL_CreateTextureFromSurface(renderer, surface.get()));
-    SDL_SetTextureBlendMode(entry->texture.get(), SDL_BLENDMODE_BLEND);
-  }
+  if (surface) Keep(*entry, *surface);
   entry->next = std::move(m_entries);
   m_entries = std::move(entry);
   return m_entries.get();
 }
 
+void SdlText::Keep(Entry& entry, SDL_Surface& picture) {
+  entry.letters = FindLetters(picture);
+  entry.sprite = m_atlas.Add(picture, entry.letters);
+  if (entry.sprite.texture) return;
+  m_full = m_full || m_atlas.Suits(entry.letters);
+  entry.texture.reset(SDL_CreateTextureFromSurface(m_renderer, &picture));
+  if (!entry.texture) return;
+  SDL_SetTextureBlendMode(entry.texture.get(), SDL_BLENDMODE_BLEND);
+  entry.sprite = SpriteOf(entry.texture.get(), entry.letters, picture.w, picture.h);
+}
+
 void SdlText::Clear() {
+  ClearEntries();
+  m_atlas.Clear();
+}
+
+void SdlText::ClearEntries() {
+  m_abandoned = 0;
+  m_full = false;
   while (m_entries)
     m_entries = std::move(m_entries->next);
 }
@@ -85,18 +134,28 @@ void SdlText::Clear() {
 void SdlText::Forget() {
   for (Entry* entry = m_entries.get(); entry; entry = entry->next.get())
     static_cast<void>(entry->texture.release());
-  Clear();
+  ClearEntries();
+  m_atlas.Forget();
 }
 
 void SdlText::EndFrame() {
+  m_renderer = nullptr;
   ++m_frame;
+  int64_t inUse = 0;
   for (std::unique_ptr<Entry>* link = &m_entries; *link;) {
-    if (m_frame - (*link)->lastFrame > kFramesKept) {
-      *link = std::move((*link)->next);
+    Entry& entry = **link;
+    if (m_frame - entry.lastFrame > kFramesKept) {
+      m_abandoned += entry.SharedArea();
+      *link = std::move(entry.next);
     } else {
-      link = &(*link)->next;
+      inUse += entry.SharedArea();
+      link = &entry.next;
     }
   }
+  // All are rendered anew then, which is worth it once there is as much room again.
+  if (!m_full || m_abandoned < inUse) return;
+  ClearEntries();
+  m_atlas.Empty();
 }
 
 }  // namespace libnivral
