@@ -94,12 +94,14 @@ bool SDLDisplayer::Present(const FrameView& frame, const MosaicSettings& mosaic)
   m_overlays.BeginFrame(renderer, Map().displayWidth);
   AddTexts();
   DrawOverlays();
+  SDL_Point display{};
+  const MosaicGrid grid = LayOutMosaic(mosaic, display);
+  m_overlays.PrepareMosaic(renderer, m_sdlTexture.get(), grid, display);
   const bool drawn =
       SDL_RenderClear(renderer) == 0 && SDL_RenderCopy(renderer, m_sdlTexture.get(), nullptr, nullptr) == 0;
   if (drawn) {
-    m_overlays.Draw(renderer);
+    m_overlays.Draw(renderer, grid);
     m_events.frameShown = 1;
-    DrawMosaic(mosaic);
     SDL_RenderPresent(renderer);
   }
   m_overlays.EndFrame();
@@ -130,12 +132,9 @@ void SDLDisplayer::AddTexts() {
   m_overlays.AddTexts(items, Map());
 }
 
-void SDLDisplayer::DrawMosaic(const MosaicSettings& mosaic) {
-  int width = 0;
-  int height = 0;
-  if (!mosaic.flag || SDL_GetRendererOutputSize(m_sdlRenderer.get(), &width, &height) != 0) return;
-  m_overlays.DrawMosaic(m_sdlRenderer.get(),
-                        LayoutMosaic(mosaic.rect, MosaicBlockSize(mosaic.level), width, height));
+MosaicGrid SDLDisplayer::LayOutMosaic(const MosaicSettings& mosaic, SDL_Point& display) const {
+  if (!mosaic.flag || SDL_GetRendererOutputSize(m_sdlRenderer.get(), &display.x, &display.y) != 0) return {};
+  return LayoutMosaic(mosaic.rect, MosaicBlockSize(mosaic.level), display.x, display.y);
 }
 
 void SDLDisplayer::PaintRecord(RecordView record) {

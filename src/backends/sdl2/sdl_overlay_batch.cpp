@@ -37,8 +37,28 @@ void SdlOverlayBatch::Draw(SDL_Renderer* renderer) const {
   }
 }
 
-/// Of what an SDL renderer draws, this is what it draws everything else with, so there is no other way when it
-/// fails.
+void SdlOverlayBatch::DrawCorners(SDL_Renderer* renderer, const MosaicGrid& grid) {
+  const BlockAxis x = grid.AxisX(), y = grid.AxisY();
+  size_t from = 0;
+  for (const Run& run : m_runs) {
+    m_reduced.clear();
+    for (; from < run.end; from += kCornersEach) {
+      const SDL_Vertex* const corners = m_corners.data() + from;
+      const SDL_FPoint first = corners[0].position, last = corners[2].position;
+      if (!x.Meets(first.x, last.x) || !y.Meets(first.y, last.y)) continue;
+      std::array<SDL_Vertex, kCornersEach> reduced;
+      for (size_t i = 0; i < kCornersEach; ++i) {
+        reduced[i] = corners[i];
+        reduced[i].position = {x.ToBlocks(corners[i].position.x), y.ToBlocks(corners[i].position.y)};
+      }
+      m_reduced.append(reduced.data(), reduced.size());
+    }
+    Draw(renderer, run.texture, m_reduced.data(), m_reduced.size());
+  }
+}
+
+/// Of what an SDL renderer draws, this is what it draws everything else with, so there is no other way when
+/// it fails.
 void SdlOverlayBatch::Draw(SDL_Renderer* renderer, SDL_Texture* texture, const SDL_Vertex* corners,
                            size_t count) {
   if (count > 0) SDL_RenderGeometry(renderer, texture, corners, static_cast<int>(count), nullptr, 0);

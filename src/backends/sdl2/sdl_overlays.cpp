@@ -67,6 +67,11 @@ void SdlOverlays::AddLabels(const DisplayMap& map) {
   }
 }
 
+void SdlOverlays::Draw(SDL_Renderer* renderer, const MosaicGrid& mosaic) {
+  m_batch.Draw(renderer);
+  m_mosaic.Draw(renderer, mosaic);
+}
+
 void SdlOverlays::ForgetTextures() {
   m_text.Forget();
   m_mosaic.Forget();

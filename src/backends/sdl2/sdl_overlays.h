@@ -11,7 +11,8 @@
 
 namespace libnivral {
 
-/// Everything that lies over the video of one pane: gathered first, then drawn. Not for several threads at once.
+/// Everything that lies over the video of one pane: gathered first, then drawn. Not for several threads at
+/// once.
 class SdlOverlays {
  public:
   using TextItems = std::array<TextItem, kTextItemCount>;
@@ -23,9 +24,14 @@ class SdlOverlays {
   /// Nothing outside a frame.
   void AddRecord(RecordView record, const DisplayMap& map);
 
+  /// When all is gathered and nothing is drawn yet, for a picture with a mosaic, in pixels of the display.
+  void PrepareMosaic(SDL_Renderer* renderer, SDL_Texture* video, const MosaicGrid& grid,
+                     const SDL_Point& display) {
+    m_mosaic.Prepare(renderer, video, m_batch, grid, display);
+  }
+
   /// Over the video.
-  void Draw(SDL_Renderer* renderer) const { m_batch.Draw(renderer); }
-  bool DrawMosaic(SDL_Renderer* renderer, const MosaicGrid& grid) { return m_mosaic.Draw(renderer, grid); }
+  void Draw(SDL_Renderer* renderer, const MosaicGrid& mosaic);
 
   /// To be called after the last overlay of a frame.
   void EndFrame() { m_text.EndFrame(); }

@@ -37,8 +37,8 @@ int32_t WidthWithoutWrap(SdlFont& font, const wchar_t* text) {
   return font.WidthOf(text) + font.Size();
 }
 
-/// What is not transparent, at least one pixel. A picture is much higher than its letters, and what is blended
-/// costs by the pixel.
+/// What is not transparent, at least one pixel. A picture is much higher than its letters, and what is
+/// blended costs by the pixel.
 SDL_Rect FindLetters(const SDL_Surface& picture) {
   const SDL_Rect whole{0, 0, picture.w, picture.h};
   if (picture.format->format != SDL_PIXELFORMAT_ARGB8888) return whole;

@@ -52,6 +52,7 @@ TEST_F(SdlWindows, AskForARedrawWhenExposedOnceAFrameWasShown) {
 }
 
 TEST_F(SdlWindows, APaneLeftOpenOverARestartHarmsNobody) {
+  NIVRAL_DWSetOSDText(pane.handle, 0, "kept in a font and a texture", 10, 30, 0, 0xFFFFFF);
   pane.Start(64, 48);
   auto closed = std::make_unique<Pane>(0, 160, 120, 640);
   closed->Init(64, 48);
@@ -64,6 +65,8 @@ TEST_F(SdlWindows, APaneLeftOpenOverARestartHarmsNobody) {
   another.Start(64, 48);
   closed.reset();
   pane.Start(32, 48);
+  const ScreenShot shot(ClientOnScreen(pane.Window()));
+  EXPECT_GT(Find(shot, [](const Rgb& c) { return c.b > 150; }).count, 20) << "its text";
   for (Pane* each : {&other, &another})
     EXPECT_GT(Redraw(*each).ExposeOften(), 0);
 }
