@@ -8,7 +8,6 @@
 namespace libnivral {
 namespace {
 
-constexpr uint32_t kFormat = SDL_PIXELFORMAT_ARGB8888;  // of SDL_ttf's pictures
 constexpr int32_t kMinSide = 512;
 constexpr int32_t kMaxSide = 2048;
 
@@ -47,6 +46,7 @@ void SdlAtlas::PaintSpot() {
 }
 
 void SdlAtlas::Empty() {
+  ++m_generation;
   m_shelf = Shelf(m_side);
   m_shelf.Place(kSpotSide, kSpotSide);
 }

@@ -11,6 +11,8 @@ namespace libnivral {
 /// to one renderer at a time.
 class SdlAtlas {
  public:
+  static constexpr uint32_t kFormat = SDL_PIXELFORMAT_ARGB8888;  ///< of SDL_ttf's pictures
+
   /// Makes the texture unless there is one of a size that suits the display. Whether it was made: all that
   /// was in it is lost then.
   bool Prepare(SDL_Renderer* renderer, int32_t displayWidth);
@@ -26,6 +28,9 @@ class SdlAtlas {
   /// Gives all places back.
   void Empty();
 
+  /// Changes whenever what was added is lost.
+  uint32_t Generation() const { return m_generation; }
+
   void Clear() { m_texture.reset(); }
 
   /// When SDL was shut down and has taken it along.
@@ -40,6 +45,7 @@ class SdlAtlas {
   int32_t m_side = 0;
   Shelf m_shelf{0};
   SdlSprite m_white;
+  uint32_t m_generation = 0;
 };
 
 }  // namespace libnivral

@@ -13,6 +13,10 @@ ErrorReporter g_fontErrors([](const char* operation,
                               long) { WriteSdlError(2, "DrawOSDText::SetPlayWnd", operation); },
                            kErrorIntervalMs);
 
+SDL_Color ToSdl(const OverlayColour& colour) {
+  return {colour.r, colour.g, colour.b, SDL_ALPHA_OPAQUE};
+}
+
 }  // namespace
 
 void SdlOverlays::BeginFrame(SDL_Renderer* renderer, int32_t displayWidth) {
@@ -46,14 +50,27 @@ void SdlOverlays::AddRecord(RecordView record, const DisplayMap& map) {
 }
 
 void SdlOverlays::AddShapes(const DisplayMap& map) {
-  const SdlSprite white = m_text.White();
+  SdlAtlas& atlas = m_text.Atlas();
   for (const OverlayShape& shape : m_list.shapes) {
+    if (shape.kind == OverlayShape::Kind::Disc && AddDisc(atlas, shape, map)) continue;
     m_pixels.clear();
     AppendPixels(m_pixels, shape, map.displayWidth, map.displayHeight);
-    const auto& [r, g, b] = shape.colour;
     for (const PixelRect& rect : m_pixels)
-      m_batch.Add(white, ToSdl(rect), {r, g, b, SDL_ALPHA_OPAQUE});
+      m_batch.Add(atlas.White(), ToSdl(rect), ToSdl(shape.colour));
   }
+}
+
+/// Whether it needs no rectangles.
+bool SdlOverlays::AddDisc(SdlAtlas& atlas, const OverlayShape& disc, const DisplayMap& map) {
+  const SdlSprite sprite = m_discs.Find(atlas, disc.size);
+  if (!sprite.texture) return false;
+  const WideRect& corners = disc.corners;
+  if (corners.left < map.displayWidth && corners.top < map.displayHeight && corners.right >= 0 &&
+      corners.bottom >= 0) {
+    const auto x = static_cast<int32_t>(corners.left + 1), y = static_cast<int32_t>(corners.top + 1);
+    m_batch.Add(sprite, {x, y, 2 * disc.size, 2 * disc.size}, ToSdl(disc.colour));
+  }
+  return true;
 }
 
 void SdlOverlays::AddLabels(const DisplayMap& map) {

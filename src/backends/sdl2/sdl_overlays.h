@@ -3,6 +3,7 @@
 
 #include <array>
 
+#include "backends/sdl2/sdl_discs.h"
 #include "backends/sdl2/sdl_font.h"
 #include "backends/sdl2/sdl_mosaic.h"
 #include "backends/sdl2/sdl_text.h"
@@ -45,11 +46,13 @@ class SdlOverlays {
  private:
   bool AddOSDText(const TextItem& item, const DisplayMap& map);
   void AddShapes(const DisplayMap& map);
+  bool AddDisc(SdlAtlas& atlas, const OverlayShape& disc, const DisplayMap& map);
   void AddLabels(const DisplayMap& map);
 
   SdlFont m_osdFont;
   SdlFont m_labelFont;
   SdlText m_text;
+  SdlDiscs m_discs;
   SdlMosaic m_mosaic;
   SdlOverlayBatch m_batch;
   // Kept from frame to frame for their memory.

@@ -60,18 +60,14 @@ SDL_Rect FindLetters(const SDL_Surface& picture) {
 
 }  // namespace
 
-void SdlText::PrepareAtlas() {
+SdlAtlas& SdlText::Atlas() {
   if (m_atlas.Prepare(m_renderer, m_displayWidth)) ClearEntries();
-}
-
-const SdlSprite& SdlText::White() {
-  PrepareAtlas();
-  return m_atlas.White();
+  return m_atlas;
 }
 
 bool SdlText::Add(SdlOverlayBatch& batch, SdlFont& font, const char* text, const OsdPlace& place,
                   const OverlayColour& colour) {
-  PrepareAtlas();
+  Atlas();
   Entry* const entry = Find(font, text, place.wrapWidth, colour);
   // What could not be rendered is tried again once its entry has aged.
   if (!entry || !entry->sprite.texture) return false;

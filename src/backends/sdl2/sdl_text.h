@@ -28,8 +28,8 @@ class SdlText {
   bool Add(SdlOverlayBatch& batch, SdlFont& font, const char* text, const OsdPlace& place,
            const OverlayColour& colour);
 
-  /// What areas of one colour are painted from.
-  const SdlSprite& White();
+  /// Ready for pictures of this frame.
+  SdlAtlas& Atlas();
 
   /// When the frame is drawn, or not to be drawn: texts that have not been in one for a while are released.
   void EndFrame();
@@ -60,7 +60,6 @@ class SdlText {
   /// Null when there is no memory for another text, which is then left out.
   Entry* Find(SdlFont& font, const char* text, int32_t wrapWidth, const OverlayColour& colour);
   void Keep(Entry& entry, SDL_Surface& picture);
-  void PrepareAtlas();
   void ClearEntries();
 
   SDL_Renderer* m_renderer = nullptr;  ///< while a frame is being made
