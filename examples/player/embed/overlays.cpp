@@ -26,16 +26,18 @@ nivral::Box BoxOf(const RecordBox& box) {
   return {box.left, box.top, box.right, box.bottom};
 }
 
-/// There is no record without a box: one of no size takes the last ones off the picture.
+/// There is no record without a box, so what takes the last ones off the picture is a call of its own.
 void SendObjects(nivral::Display& display, const Record& record) {
+  if (record.objects.empty()) {
+    display.ClearAssistance();
+    return;
+  }
   std::array<nivral::LabelledBox, 12> boxes;
-  boxes[0] = {{0, 0, 0, 0}, nivral::ObjectClass::kUnknown, 0};
   for (size_t i = 0; i < record.objects.size(); ++i) {
     const RecordObject& object = record.objects[i];
     boxes[i] = {BoxOf(object.box), static_cast<nivral::ObjectClass>(object.classId), object.distance};
   }
-  const auto count = static_cast<int32_t>(record.objects.size());
-  display.SetAssistance(boxes.data(), count > 0 ? count : 1, kLineWidth);
+  display.SetAssistance(boxes.data(), static_cast<int32_t>(record.objects.size()), kLineWidth);
 }
 
 }  // namespace
