@@ -39,6 +39,7 @@ class View : public PaneEvents {
   PictureControl& Control() { return m_control; }
 
   void OnSize() override;
+  void OnNewVideoSize(int width, int height) override { m_pane.SetSize(width, height); }
   void OnSelect() override { m_events.OnSelect(m_index); }
   void OnWheel(int steps, POINT at) override;
   void OnDrag(const RECT& area) override;

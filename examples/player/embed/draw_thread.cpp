@@ -7,13 +7,31 @@ DrawThread::DrawThread(Pane& pane, FrameSource& source, Overlays& overlays, cons
     : m_pane(pane), m_source(source), m_overlays(overlays), m_clock(clock) {
 }
 
+namespace {
+
+/// Messages that other threads send to this one's windows: graphics drivers may send some while they present, and
+/// the drawing thread itself does.
+void HandleMessagesUntil(HANDLE event) {
+  MSG message;
+  while (MsgWaitForMultipleObjects(1, &event, FALSE, INFINITE, QS_SENDMESSAGE) == WAIT_OBJECT_0 + 1)
+    PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+}
+
+}  // namespace
+
 void DrawThread::Start() {
-  m_thread = std::jthread([this](const std::stop_token& stop) { Run(stop); });
+  m_hasEnded.reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+  m_thread = std::jthread([this](const std::stop_token& stop) {
+    Run(stop);
+    SetEvent(m_hasEnded.get());
+  });
 }
 
 void DrawThread::Stop() {
   m_thread.request_stop();
-  if (m_thread.joinable()) m_thread.join();
+  if (!m_thread.joinable()) return;
+  HandleMessagesUntil(m_hasEnded.get());
+  m_thread.join();
 }
 
 void DrawThread::Run(const std::stop_token& stop) {

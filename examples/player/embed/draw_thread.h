@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -33,7 +34,7 @@ class DrawThread {
   ~DrawThread() { Stop(); }
 
   void Start();
-  /// Ends the thread; safe to call again.
+  /// On the window's thread: ends the thread; safe to call again.
   void Stop();
 
   /// The current frame's overlays or settings have changed.
@@ -81,5 +82,9 @@ class DrawThread {
   Figures m_figures;
   std::string m_trouble;
   Frame m_shown;
+  struct HandleCloser {
+    void operator()(HANDLE handle) const { CloseHandle(handle); }
+  };
+  std::unique_ptr<void, HandleCloser> m_hasEnded;
   std::jthread m_thread;
 };

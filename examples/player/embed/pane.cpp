@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 Pane::Pane(nivral::Backend backend, HWND window, int width, int height)
-    : m_backend(backend), m_width(width), m_height(height) {
+    : m_backend(backend), m_window(window), m_width(width), m_height(height) {
   if (!m_display.Open(backend)) throw std::runtime_error("the library opened no pane");
   m_display.SetWindow(window);
   m_display.Init(static_cast<uint32_t>(width), static_cast<uint32_t>(height));
@@ -40,12 +40,17 @@ void Pane::RemovePadding(nivral::Frame& frame) {
   frame.strideUV = width / 2;
 }
 
+void Pane::SetSize(int width, int height) {
+  if (m_backend == nivral::Backend::kDirect3D9) m_display.Free();  // else it keeps the old size's pixels
+  m_display.Init(static_cast<uint32_t>(width), static_cast<uint32_t>(height));
+}
+
 nivral::Result Pane::Draw(const Frame& frame) {
   m_jobs.Run(m_display);
   if (frame.width != m_width || frame.height != m_height) {
     m_width = frame.width;
     m_height = frame.height;
-    m_display.Init(static_cast<uint32_t>(m_width), static_cast<uint32_t>(m_height));
+    SendMessageW(m_window, kNewVideoSize, static_cast<WPARAM>(m_width), m_height);
   }
   nivral::Frame planes{frame.y,     frame.strideY,  frame.u,
                        frame.v,     frame.strideUV, static_cast<uint32_t>(frame.number),

@@ -8,6 +8,9 @@
 
 #include "player/media/frame.h"
 
+/// What a pane's drawing thread sends the window before the first frame of another size; with width and height.
+constexpr UINT kNewVideoSize = WM_APP;
+
 /// A display bound to a window. Made and destroyed on the window's thread.
 class Pane {
  public:
@@ -30,6 +33,9 @@ class Pane {
   bool IsZoomed() const { return m_isZoomed; }
   nivral::Backend Backend() const { return m_backend; }
 
+  /// The window's thread, on `kNewVideoSize`.
+  void SetSize(int width, int height);
+
   /// Drawing thread: the library's result for one frame, which may have another size than the one before.
   nivral::Result Draw(const Frame& frame);
 
@@ -40,6 +46,7 @@ class Pane {
   void RemovePadding(nivral::Frame& frame);
 
   nivral::Backend m_backend;
+  HWND m_window;
   int m_width;
   int m_height;
   std::atomic<nivral::Mirror> m_mirror{nivral::Mirror::kNone};

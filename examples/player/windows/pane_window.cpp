@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "player/embed/pane.h"
 #include "player/windows/main_window.h"
 
 namespace {
@@ -75,6 +76,9 @@ bool PaneWindow::Handle(UINT message, WPARAM wide, LPARAM packed) {
   switch (message) {
     case WM_SIZE:
       if (wide != SIZE_MINIMIZED) m_events->OnSize();
+      return true;
+    case kNewVideoSize:
+      m_events->OnNewVideoSize(static_cast<int>(wide), static_cast<int>(packed));
       return true;
     case WM_MOUSEWHEEL: {
       POINT at = PointOf(packed);

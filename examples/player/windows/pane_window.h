@@ -14,6 +14,8 @@ class PaneEvents {
  public:
   virtual ~PaneEvents() = default;
   virtual void OnSize() = 0;
+  /// The pane's thread waits for it.
+  virtual void OnNewVideoSize(int width, int height) = 0;
   virtual void OnSelect() = 0;
   virtual void OnWheel(int steps, POINT at) = 0;
   virtual void OnDrag(const RECT& area) = 0;
