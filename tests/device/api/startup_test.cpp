@@ -53,11 +53,14 @@ class Startup : public testing::Test {
 
 TEST_F(Startup, ReadsTheInstalledVersionUnlessThereIsSoftwareOnly) {
   using Answer = std::optional<uint32_t>;
-  // A short value counts as followed by zeros, 0xF7 is negative, 600 bytes are too many to be read.
+  // A short value counts as followed by zeros, bytes from 0x80 on are negative, sums wrap, 600 bytes are too many.
   const std::pair<std::vector<uint8_t>, Answer> cases[] = {{{0, 0, 0, 8, 0, 0, 0, 1}, 0},
                                                            {{0, 0, 0, 8, 0, 0, 0, 0}, 1},
                                                            {{0, 0, 0, 9}, 0},
                                                            {{0, 0, 0, 0xF7, 0, 0, 0, 0}, 1},
+                                                           {{0, 0, 1, 0, 0, 0, 0xFF, 8}, 1},
+                                                           {{0, 1, 0, 0, 0, 0xFF, 0, 9}, 0},
+                                                           {{0x7F, 0, 0, 0, 0x7F, 0, 0, 0}, 1},
                                                            {std::vector<uint8_t>(600, 9), {}}};
   for (const auto& [version, answer] : cases) {
     SetVersion(version);
