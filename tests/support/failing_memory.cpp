@@ -43,10 +43,6 @@ FailingMemory::FailingMemory(HMODULE module, int every, int phase)
 
 FailingMemory::~FailingMemory() = default;
 
-int FailingMemory::Calls() const {
-  return g_calls;
-}
-
 int FailingMemory::Failures() const {
   return g_failures;
 }

@@ -16,7 +16,6 @@ class FailingMemory {
   FailingMemory(const FailingMemory&) = delete;
   FailingMemory& operator=(const FailingMemory&) = delete;
 
-  int Calls() const;
   int Failures() const;
 
  private:

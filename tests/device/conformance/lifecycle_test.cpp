@@ -4,6 +4,7 @@
 #include <thread>
 
 #include "backends.h"
+#include "support/failing_memory.h"
 #include "support/guarded_buffer.h"
 
 namespace {
@@ -93,6 +94,24 @@ TEST_P(Conformance, CallbacksGetTheFrame) {
   EXPECT_EQ(calls.thread, GetCurrentThreadId());
 }
 
+/// Every setter, with values that change from call to call.
+void SetEverything(void* pane, uint32_t i) {
+  const uint32_t place[] = {0x41200000, 0x41200000, 0x42000000, 0x42000000};  // 10, 10, 32, 32
+  const uint16_t values[] = {2, 30};
+  NIVRAL_DWSetOSDText(pane, static_cast<int>(i % 6), i % 5 ? "channel 1" : "", i % 90, i % 60, i % 2,
+                      i * 997);
+  NIVRAL_DWSetMirrorMode(pane, i % 3);
+  NIVRAL_SetColorParams(pane, static_cast<int>(i % 20), 10, 10, static_cast<int>(i % 90), 0);
+  NIVRAL_DWSetMosaicFlag(pane, i / 4 % 2);
+  NIVRAL_DWSetMosaicLevel(pane, i % 6);
+  NIVRAL_DWSetMosaicAreaScale(pane, 0.1f, 0.2f, 0.6f, static_cast<float>(i % 12) / 10);
+  NIVRAL_DWSetPause(pane, i / 8 % 2);
+  NIVRAL_DWSetAlgInfo(pane, 1, place, place + 1, place + 2, place + 3, values, values + 1, values, values, 2);
+  NIVRAL_DWSetDsmAlgInfo(pane, 2, place, place + 1, 1, place, place + 1, place + 2, place + 3, 2);
+  NIVRAL_DWAdjustedWnd(pane);
+  Pump();
+}
+
 TEST_P(Conformance, SettersAreTakenWhileAnotherThreadDraws) {
   Pane pane(b.type, 200, 150);
   pane.Start(64, 48);
@@ -102,27 +121,41 @@ TEST_P(Conformance, SettersAreTakenWhileAnotherThreadDraws) {
     for (TestFrame grey = Grey(); !stop;)
       shown += pane.Draw(grey) == 0;
   });
-  const uint32_t place[] = {0x41200000, 0x41200000, 0x42000000, 0x42000000};
-  const uint16_t values[] = {2, 30};
-  for (uint32_t i = 0; shown < 100 || i < 300; ++i) {
-    NIVRAL_DWSetOSDText(pane.handle, static_cast<int>(i % 6), i % 5 ? "channel 1" : "", i % 90, i % 60, i % 2,
-                        i * 997);
-    NIVRAL_DWSetMirrorMode(pane.handle, i % 3);
-    NIVRAL_SetColorParams(pane.handle, static_cast<int>(i % 20), 10, 10, static_cast<int>(i % 90), 0);
-    NIVRAL_DWSetMosaicFlag(pane.handle, i / 4 % 2);
-    NIVRAL_DWSetMosaicLevel(pane.handle, i % 6);
-    NIVRAL_DWSetMosaicAreaScale(pane.handle, 0.1f, 0.2f, 0.6f, static_cast<float>(i % 12) / 10);
-    NIVRAL_DWSetPause(pane.handle, i / 8 % 2);
-    NIVRAL_DWSetAlgInfo(pane.handle, 1, place, place + 1, place + 2, place + 3, values, values + 1, values,
-                        values, 2);
-    NIVRAL_DWSetDsmAlgInfo(pane.handle, 2, place, place + 1, 1, place, place + 1, place + 2, place + 3, 2);
-    NIVRAL_DWAdjustedWnd(pane.handle);
-    Pump();
-  }
+  for (uint32_t i = 0; shown < 100 || i < 300; ++i)
+    SetEverything(pane.handle, i);
   stop = true;
   while (WaitForSingleObject(reinterpret_cast<HANDLE>(feeder.native_handle()), 5) == WAIT_TIMEOUT)
     Pump();
   feeder.join();
+}
+
+/// A pane from opening to closing; the last frame's result, or 1 when there was no pane.
+uint32_t UsePane(const Backend& b, HWND window, TestFrame& f) {
+  void* pane = nullptr;
+  if (NIVRAL_DWOpenDrawEx(&pane, b.type) != 0) return 1;
+  if (b.opened) b.opened(pane);
+  NIVRAL_DWSetHwnd(pane, window);
+  NIVRAL_DWInitDraw(pane, 64, 48, 0);
+  uint32_t result = 1;
+  for (uint32_t i = 0; i < 30; ++i) {
+    SetEverything(pane, i);
+    result = NIVRAL_DWDrawYUV420(pane, f.y.data(), 64, f.u.data(), f.v.data(), 32, 0, 0);
+  }
+  NIVRAL_DWCloseDraw(pane);
+  return result;
+}
+
+TEST_P(Conformance, FailingAllocationsEndNoProcess) {
+  const TestWindow window(320, 240);
+  TestFrame grey = Grey();
+  for (const int every : {1, 10}) {
+    for (int phase = 0; phase < every; ++phase) {
+      const FailingMemory failing(GetModuleHandleW(nullptr), every, phase);
+      UsePane(b, window.Handle(), grey);
+      EXPECT_GT(failing.Failures(), 0);
+    }
+  }
+  EXPECT_EQ(UsePane(b, window.Handle(), grey), 0u) << "with memory back";
 }
 
 }  // namespace
