@@ -150,7 +150,7 @@ TEST_P(Conformance, FailingAllocationsEndNoProcess) {
   TestFrame grey = Grey();
   for (const int every : {1, 10}) {
     for (int phase = 0; phase < every; ++phase) {
-      const FailingMemory failing(GetModuleHandleW(nullptr), every, phase);
+      const FailingMemory failing(every, phase);
       UsePane(b, window.Handle(), grey);
       EXPECT_GT(failing.Failures(), 0);
     }
