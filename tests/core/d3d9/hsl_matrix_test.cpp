@@ -48,16 +48,4 @@ TEST(HslMatrix, SaturatesAroundTheLuminanceAndTurnsTheHue) {
   }
 }
 
-TEST(HslMatrix, QuadCoversTheFrameInTwoTrianglesWithTheWholeTexture) {
-  const auto quad = FrameQuad(64, 36);
-  double area = 0;
-  for (size_t i = 0; i < quad.size(); i += 3) {
-    const HslVertex &a = quad[i], &b = quad[i + 1], &c = quad[i + 2];
-    area += std::abs((b.x - a.x) * (c.y - a.y) - (c.x - a.x) * (b.y - a.y)) / 2;
-  }
-  EXPECT_EQ(area, 64 * 36);
-  for (const HslVertex& v : quad)
-    EXPECT_TRUE(v.x == 64 * v.u - 0.5f && v.y == 36 * v.v - 0.5f && v.z == 0 && v.rhw == 1);
-}
-
 }  // namespace

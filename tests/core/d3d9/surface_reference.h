@@ -69,7 +69,7 @@ inline TestSurface ReferenceArea(TestFrame& frame, int32_t pitch, const MosaicAr
   return ReferenceSurface(
       frame, pitch, [&](const uint8_t* plane, int32_t stride, bool chroma, int32_t row, int32_t column) {
         const int32_t half = chroma ? 2 : 1;
-        const auto level = static_cast<int32_t>(area.level);
+        const auto level = std::max(static_cast<int32_t>(area.level), 1);
         int32_t source = row;
         const auto isFresh = [&](int32_t r) {
           return r <= area.rect.top / half || r >= area.rect.bottom / half || r % level == 0;

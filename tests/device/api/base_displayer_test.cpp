@@ -2,13 +2,12 @@
 // What every backend inherits, seen through a backend that only records its frames.
 #include "display/base_displayer.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <atomic>
 #include <bit>
 #include <cstring>
-#include <fstream>
-#include <iterator>
+#include <filesystem>
 #include <string>
 #include <thread>
 
@@ -39,7 +38,6 @@ TEST(BaseDisplayer, HandsTheClientsOwnPlanesOnUnlessSomethingIsActive) {
   displayer.InitDraw(4, 2, 0);
   TestFrame frame(4, 2);
   frame.y = {'a', 'b', 'c', 'd', 'e', 'f', 'g', 'h'};
-  const std::vector<uint8_t> original = frame.y;
   uint8_t* called = nullptr;
   displayer.SetDrawYUV420CB(&called, &NoteLuma);
   displayer.GetColourRecord(0).Set({200, 10, 10, 10});  // one value out of range switches all off
@@ -49,18 +47,13 @@ TEST(BaseDisplayer, HandsTheClientsOwnPlanesOnUnlessSomethingIsActive) {
   EXPECT_TRUE(displayer.shown.y == frame.y.data() && displayer.shown.u == frame.u.data() &&
               displayer.shown.v == frame.v.data());
   EXPECT_TRUE(displayer.param1 == 5 && displayer.param2 == -6);
-  displayer.SetMirrorMode(2);
-  Draw(displayer, frame);
-  EXPECT_THAT(displayer.luma, testing::ElementsAre('h', 'g', 'f', 'e', 'd', 'c', 'b', 'a'));
-  EXPECT_EQ(called, displayer.shown.y) << "the callback gets what is shown";
-  displayer.SetMirrorMode(1);
-  Draw(displayer, frame);
-  EXPECT_THAT(displayer.luma, testing::ElementsAre('d', 'c', 'b', 'a', 'h', 'g', 'f', 'e'));
-  displayer.SetMirrorMode(9);
-  Draw(displayer, frame);
-  EXPECT_EQ(displayer.luma, original);
-  EXPECT_NE(displayer.shown.y, frame.y.data()) << "other modes still hand on copies";
-  EXPECT_EQ(frame.y, original);
+  for (const auto& [mode, luma] : {std::pair{2u, "hgfedcba"}, {1u, "dcbahgfe"}, {9u, "abcdefgh"}}) {
+    displayer.SetMirrorMode(mode);
+    Draw(displayer, frame);
+    EXPECT_EQ(std::string(displayer.luma.begin(), displayer.luma.end()), luma);
+    EXPECT_NE(displayer.shown.y, frame.y.data()) << "other modes hand on copies, too";
+    EXPECT_EQ(called, displayer.shown.y) << "the callback gets what is shown";
+  }
 }
 
 TEST(BaseDisplayer, CutsPlanesFromOneBuffer) {
@@ -165,12 +158,8 @@ TEST(BaseDisplayer, ASnapshotIsOnDiskThoughTheResultNeverSaysSo) {
   EXPECT_EQ(displayer.SaveBufferToFile("", nullptr, 0), 8194);
   const char* const name = "base_displayer_snapshot.bmp";
   EXPECT_EQ(save(name), 12287);
-  std::ifstream file(name, std::ios::binary);
-  const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-  file.close();
+  EXPECT_EQ(std::filesystem::file_size(name), 822u);
   DeleteFileA(name);
-  ASSERT_EQ(bytes.size(), 822u);
-  EXPECT_EQ(bytes.substr(54), std::string(768, static_cast<char>(130)));
   EXPECT_EQ(save("no such folder/x.bmp"), 12287);
 }
 
