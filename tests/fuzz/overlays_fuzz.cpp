@@ -6,9 +6,11 @@
 #include <cstring>
 
 #include "backends/d3d9/d3d_mosaic.h"
+#include "display/burn_in.h"
 #include "display/mosaic_layout.h"
 #include "display/overlay_layout.h"
 #include "display/overlay_list.h"
+#include "support/frames.h"
 
 using namespace libnivral;
 
@@ -76,12 +78,22 @@ void CheckRecord(RecordView record, const DisplayMap& map, const OverlayStyle& s
     Require(!rect.Empty() && Within(rect, map.displayWidth, map.displayHeight));
 }
 
+/// The address sanitiser watches the planes' ends.
+void BurnIntoTinyPlanes(RecordView record, int32_t width, int32_t height) {
+  TestFrame planes(width, height);
+  OverlayList list;
+  LayOutRecord(list, record, {width, height, width, height}, BurnInStyle());
+  CYuvDraw draw;
+  BurnIn(draw, list, planes.View(), static_cast<uint32_t>(width), static_cast<uint32_t>(height));
+}
+
 void CheckRecords(const Input& in, const DisplayMap& map) {
   const DisplayMap frame{map.videoWidth, map.videoHeight, map.videoWidth, map.videoHeight};
   for (const RecordView record : {RecordView(&in.boxes), RecordView(&in.faces)}) {
     CheckRecord(record, map, SdlStyle(true));
     CheckRecord(record, frame, Direct3DStyle(map.videoHeight));
     CheckRecord(record, frame, BurnInStyle());
+    BurnIntoTinyPlanes(record, map.displayWidth % 64, map.displayHeight % 64);
   }
 }
 

@@ -59,10 +59,10 @@ TEST(SurfaceCopy, RepeatsRowsOnlyInTheMosaicArea) {
     TestFrame frame = RandomFrame(s.width, s.height, random, s.padding);
     const int32_t w = s.width;
     const int32_t h = s.height;
-    for (const PixelRect& rect : {PixelRect{w / 4, h / 4, w * 3 / 4, h * 3 / 4}, PixelRect{0, 0, w, h},
-                                  PixelRect{3, 1, 4, h}, PixelRect{0, 0, 0, 0}, PixelRect{w, 1, w / 2, h},
-                                  PixelRect{-50, -9, INT32_MAX, INT32_MAX},
-                                  PixelRect{INT32_MIN, INT32_MIN, INT32_MIN, INT32_MIN}}) {
+    for (const PixelRect& rect :
+         {PixelRect{w / 4, h / 4, w * 3 / 4, h * 3 / 4}, PixelRect{0, 0, w, h}, PixelRect{3, 1, 4, h},
+          PixelRect{0, 0, 0, 0}, PixelRect{w, 1, w / 2, h}, PixelRect{-50, -9, INT32_MAX, INT32_MAX},
+          PixelRect{INT32_MIN, INT32_MIN, INT32_MIN, INT32_MIN}}) {
       for (uint32_t level : {0u, 1u, 2u, 5u, 1u << 30}) {
         const MosaicArea area{rect, level};
         TestSurface surface(w, h, s.pitch);

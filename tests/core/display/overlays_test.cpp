@@ -105,6 +105,10 @@ const BoxCase kBoxes[] = {
      "fill green 1900,42,1936,69\n"
      "unknown at 1901,0\n"
      "1m at 1901,42\n"},
+    {"at the top and beyond the right", OneBox(1900, -5, 3000, 40, 0, 5, 3), 'B',
+     "outline green 1900,0,1920,40 of 1\n"
+     "fill green 1904,30,1917,40\n"
+     "0.5m at 1904,30\n"},
     {"on the last corner", OneBox(1920, 1080, 2000, 2000, 9, 1, 0), 'D',
      "outline green 1920,1080,1920,1080 of 0\n"
      "fill green 1920,1052,1970,1079\n"
@@ -124,6 +128,10 @@ const BoxCase kBoxes[] = {
      "outline green 5,5,1920,1080 of 1\n"
      "fill green 5,0,55,27\n"
      "bus at 6,0\n"},
+    {"an end that is no number", OneBox(5, 5, kNan, kInf, 3, 0, 1), 'B',
+     "outline green 5,5,1920,1080 of 1\n"
+     "fill green 5,0,24,10\n"
+     "bus at 5,0\n"},
     {"a begin that is no number", OneBox(kNan, 0, 5, 5, 3, 0, 1), 'D', ""},
 };
 

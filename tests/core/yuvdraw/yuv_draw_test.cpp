@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "display/burn_in.h"
+
 using namespace libnivral;
 
 namespace {
@@ -104,7 +106,6 @@ TEST(YuvLine, DrawsNothingForWhatItCannotDrawInto) {
   EXPECT_EQ(canvas.Picture()[0], "####");
 }
 
-/// What rectangles write is compared with a reference where records are burnt in; here the whole planes.
 TEST(YuvRect, FillsOddAndTinyPlanesAndNothingElse) {
   CYuvDraw draw;
   for (uint16_t w = 0; w <= 5; ++w) {
@@ -119,6 +120,29 @@ TEST(YuvRect, FillsOddAndTinyPlanesAndNothingElse) {
   uint8_t untouched = Canvas::kUntouched;
   draw.FillRect(0, 65537, 1, &untouched, 0, nullptr, nullptr, 0, 0, PackPoint(1, 1));
   EXPECT_EQ(untouched, Canvas::kUntouched);
+}
+
+OverlayShape Shape(OverlayShape::Kind kind, const WideRect& corners) {
+  return {.kind = kind, .colour = kOverlayGreen, .corners = corners, .size = 1};
+}
+
+TEST(BurnIn, DrawsOutlinesAndFillsIntoFramesThatItCanHold) {
+  using enum OverlayShape::Kind;
+  OverlayList list;
+  list.shapes.push_back(Shape(Outline, {1, 0, 6, 4}));
+  list.shapes.push_back(Shape(Fill, {3, 2, 5, 4}));
+  list.shapes.push_back(Shape(Disc, {0, 0, 8, 5}));
+  list.shapes.push_back(Shape(Brackets, {0, 0, 8, 5}));
+  Canvas canvas(8, 5);
+  uint8_t *const y = canvas.y.data(), *const u = canvas.u.data(), *const v = canvas.v.data();
+  CYuvDraw draw;
+  for (const FrameView& bad :
+       {FrameView{y, 7, u, 4, v, 4}, {y, 8, u, 3, v, 4}, {y, 8, u, 4, v, -4}, {nullptr, 8, u, 4, v, 4}})
+    BurnIn(draw, list, bad, 8, 5);
+  BurnIn(draw, list, {y, 1 << 20, u, 1 << 20, v, 1 << 20}, 1 << 20, 5);
+  EXPECT_EQ(canvas.Picture(), Rows(5, "........"));
+  BurnIn(draw, list, {y, 8, u, 4, v, 4}, 8, 5);
+  EXPECT_EQ(canvas.Picture(), (Rows{".######.", ".#....#.", ".#.##.#.", ".#.##.#.", ".######."}));
 }
 
 }  // namespace
