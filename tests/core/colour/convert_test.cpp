@@ -6,7 +6,7 @@
 
 #include "backends/yuvdraw/yuv2rgb.h"
 #include "core/colour/reference.h"
-#include "core/colour/variants.h"
+#include "support/kernel_forms.h"
 
 namespace {
 
