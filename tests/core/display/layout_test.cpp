@@ -6,6 +6,7 @@
 #include <cstring>
 #include <random>
 #include <set>
+#include <tuple>
 #include <vector>
 
 #include "backends/ddraw/ddraw_layout.h"
@@ -110,6 +111,17 @@ TEST(FontChoice, TakesTheFirstThatExistsElseTheLast) {
   EXPECT_EQ(Chosen("F"), "F\\simfang.ttf");
   g_fonts.insert("F\\Microsoft YaHei UI.ttf");
   EXPECT_EQ(Chosen("F"), "F\\Microsoft YaHei UI.ttf");
+}
+
+TEST(FontChoice, FallsBackToOthersInTheSameFolder) {
+  FontFile file;
+  for (const auto& [path, index, other] : {std::tuple{R"(C:\F\simkai.ttf)", 0u, R"(C:\F\msyh.ttc)"},
+                                           {R"(C:\simkai.ttf)", 5u, R"(C:\arial.ttf)"},
+                                           {"simkai.ttf", 6u, "micross.ttf"}}) {
+    EXPECT_TRUE(FallbackFontFile(file, path, index));
+    EXPECT_STREQ(file, other);
+  }
+  EXPECT_FALSE(FallbackFontFile(file, "simkai.ttf", 7));
 }
 
 TEST(DrawnArea, IsThePlayRectangleOrTheClientArea) {
