@@ -134,7 +134,7 @@ TEST_F(DirectSound, AConversionIsPlayedAndTheRestOfASegmentIsFilledFromTheFirstA
   }
 }
 
-TEST_F(DirectSound, ALostBufferIsLockedOnceMore) {
+TEST_F(DirectSound, ALostBufferIsLockedOnceMoreAndAPausedOneIsLeftAlone) {
   CDirectSound sound;
   ASSERT_EQ(Play(sound), 1);
   // Lost again right away: that segment keeps its content, the cursor stays and refilling goes on.
@@ -143,6 +143,14 @@ TEST_F(DirectSound, ALostBufferIsLockedOnceMore) {
     EXPECT_TRUE(WaitUntil([&] { return LockMethod::failing == 0; }));
     ASSERT_TRUE(WaitForWrites(Writes().size() + 2));
   }
+  sound.Pause(1);
+  EXPECT_TRUE(WaitUntil([&] {
+    const size_t before = Writes().size();
+    Pump(5 * 80);
+    return Writes().size() == before;
+  })) << "refilling goes on while paused";
+  sound.Pause(0);
+  ASSERT_TRUE(WaitForWrites(Writes().size() + 2));
   const auto writes = Writes();
   for (size_t i = 1; i < writes.size(); ++i)
     EXPECT_EQ(writes[i].offset, (i - 1) % 4 * kSegmentBytes);
