@@ -6,6 +6,8 @@
 
 #include "backends/d3d9/d3d_unreleased.h"
 #include "d3d_test.h"
+#include "support/import_patch.h"
+#include "util/log_file.h"
 
 namespace {
 
@@ -103,6 +105,34 @@ TEST_F(D3dFaults, ResultsTellWhatCouldNotBeMade) {
   EXPECT_EQ(displayer.Initialize(160, 120), 0x2FFF);
   D3DDisplayer notLoaded;
   EXPECT_EQ(notLoaded.Initialize(160, 120), 0x2004);
+  FARPROC(WINAPI * findNone)
+  (HMODULE, const char*) = [](HMODULE, const char*) {
+    IDirect3D9*(WINAPI * none)(UINT) = [](UINT) -> IDirect3D9* { return nullptr; };
+    return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(none));
+  };
+  const ImportPatch noInterface("kernel32.dll", "GetProcAddress", findNone);
+  notLoaded.SetPlayWnd(pane.Window());
+  EXPECT_EQ(notLoaded.LoadDirect3D(), 1);
+  EXPECT_EQ(notLoaded.Initialize(160, 120), 0x2004) << "a run-time that gives no interface";
+}
+
+TEST_F(D3dFaults, StepsAreToldInTheirOrder) {
+  Start();
+  UINT(WINAPI * everyLevel)
+  (const wchar_t*, const wchar_t*, INT, const wchar_t*) = [](auto...) -> UINT { return 1; };
+  const ImportPatch settings("kernel32.dll", "GetPrivateProfileIntW", everyLevel);
+  CLogFile::DestroyInstance();
+  Cooperate::Fail(D3DERR_DEVICENOTRESET, 1);
+  ResetDevice::Fail(D3DERR_INVALIDCALL, 1);
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(pane.Draw(frame), 0x2FFFu);
+  const std::string told = testing::internal::GetCapturedStdout();
+  CLogFile::DestroyInstance();
+  size_t at = 0;
+  for (const char* step : {"hrErrCode=D3DERR_DEVICENOTRESET", "::ResetDisplay\r", "::ResetDevice\r",
+                           "::ResetDisplay: Initialize\r", "::InitSurface\r", "::InitSurface ok\r"}) {
+    EXPECT_NE(at = told.find(step, at), std::string::npos) << step << " is not where it belongs in\n" << told;
+  }
 }
 
 TEST_F(D3dFaults, NoDeviceIsMadeOrResetForAWindowThatIsNotThere) {
