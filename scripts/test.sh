@@ -37,7 +37,7 @@ step_shell() {
   shellcheck "${scripts[@]}"
 }
 step_layers() { "$ROOT/scripts/check_layers.sh"; }
-step_docs() { "$ROOT/scripts/check_docs.sh"; }
+step_docs() { "$ROOT/scripts/check_docs.sh" && "$ROOT/scripts/test_share.sh"; }
 step_analyse() { "$ROOT/scripts/analyse.sh"; }
 step_native() { build_preset native && ctest --preset native -j "$JOBS"; }
 step_native-clang() { build_preset native-clang && ctest --preset native-clang -j "$JOBS"; }

@@ -9,6 +9,6 @@ lines() {
 }
 tests=$(lines tests)
 code=$(lines src include examples bench)
-share=$((100 * tests / code))
-echo "tests $tests lines, code $code lines: $share %, allowed $ALLOWED %"
-[ "$share" -le $ALLOWED ]
+share=$((1000 * tests / code))
+echo "tests $tests lines, code $code lines: $((share / 10)).$((share % 10)) %, allowed $ALLOWED %"
+[ $((100 * tests)) -le $((ALLOWED * code)) ]
