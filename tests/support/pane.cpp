@@ -24,8 +24,18 @@ Pane::Pane(uint32_t type, int width, int height, int x, int y, DWORD style)
 }
 
 uint32_t Pane::Draw(TestFrame& f, int64_t param2) {
-  return NIVRAL_DWDrawYUV420(handle, f.y.data(), static_cast<uint32_t>(f.strideY), f.u.data(), f.v.data(),
-                             static_cast<uint32_t>(f.strideUV), 7, param2);
+  FrameView v = f.View();
+  if (bottomUp) {
+    const int lastLuma = f.height - 1, lastChroma = f.height / 2 - 1;
+    v = {v.y + lastLuma * v.strideY,   -v.strideY, v.u + lastChroma * v.strideU, -v.strideU,
+         v.v + lastChroma * v.strideV, -v.strideV};
+  }
+  return DrawView(v, param2);
+}
+
+uint32_t Pane::DrawView(const FrameView& v, int64_t param2) {
+  return NIVRAL_DWDrawYUV420(handle, v.y, static_cast<uint32_t>(v.strideY), v.u, v.v,
+                             static_cast<uint32_t>(v.strideU), 7, param2);
 }
 
 /// What the screen shows of the middle of the mark: at the planes' ends drivers mix chroma that is not of the frame.

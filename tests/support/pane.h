@@ -22,6 +22,7 @@ class Pane {
   /// Frames of that size until one stays on the screen: a new or resized window is erased late, over what was drawn.
   void Settle(int width, int height);
   uint32_t Draw(TestFrame& frame, int64_t param2 = 0);
+  uint32_t DrawView(const FrameView& planes, int64_t param2 = 0);
   /// Draws once and waits until that frame is on the screen, by which luma its corners have; the frame's chroma
   /// has to be 128 there. `lighter` is what the pane's brightness adds.
   ScreenShot Show(TestFrame& frame, int lighter = 0);
@@ -32,6 +33,7 @@ class Pane {
     return *static_cast<Displayer*>(static_cast<BaseDisplayer*>(handle));
   }
 
+  bool bottomUp = false;  ///< whether frames are handed over from the last row in memory on
   static inline void (*opened)(void* handle) = nullptr;  ///< called with every new pane, if set
   TestWindow window;
   void* handle = nullptr;

@@ -2,6 +2,7 @@
 // The picture: every pixel in its place, in its colour, in whatever window.
 #include <cstdlib>
 #include <random>
+#include <tuple>
 
 #include "backends.h"
 
@@ -25,15 +26,15 @@ TestFrame PlacesFrame(int padding) {
   return f;
 }
 
-/// What is wrong with a frame shown one to one, mirrored and lighter as told.
-std::string Complaint(const ScreenShot& shot, const TestFrame& f, uint32_t mirror, int lighter,
+/// What is wrong with a frame shown one to one, mirrored, turned over and lighter as told.
+std::string Complaint(const ScreenShot& shot, const TestFrame& f, uint32_t mirror, bool bottomUp, int lighter,
                       bool limitedRange) {
   for (int y = 0; y < kHeight; ++y)
     for (int x = 0; x < kWidth; ++x) {
       // Chroma is smoothed where it changes, and at the planes' ends.
       const int dx = std::min(x, kWidth - 1 - x), dy = std::min(y, kHeight - 1 - y);
       if (dx < 2 || dy < 2 || (dx < 11 && dy < 11) || dx > kWidth / 2 - 3 || dy > kHeight / 2 - 3) continue;
-      const int fromX = mirror ? kWidth - 1 - x : x, fromY = mirror == 2 ? kHeight - 1 - y : y;
+      const int fromX = mirror ? kWidth - 1 - x : x, fromY = (mirror == 2) != bottomUp ? kHeight - 1 - y : y;
       const auto chroma = static_cast<size_t>(fromY / 2 * f.strideUV + fromX / 2);
       const Rgb wanted = ToRgb(f.y[static_cast<size_t>(fromY * f.strideY + fromX)] + lighter, f.u[chroma],
                                f.v[chroma], limitedRange);
@@ -48,21 +49,48 @@ TEST_P(Conformance, EveryPixelIsInItsPlace) {
   Pane pane(b.type, kWidth, kHeight);
   pane.Start(kWidth, kHeight);
   TestFrame f = PlacesFrame(0);
-  for (const auto& [mirror, lighter] : {std::pair{0u, 0}, {1u, 0}, {2u, 0}, {0u, 30}, {2u, 30}}) {
+  for (const auto& [mirror, bottomUp, lighter] : {std::tuple{0u, false, 0},
+                                                  {1u, false, 0},
+                                                  {2u, false, 0},
+                                                  {0u, false, 30},
+                                                  {2u, false, 30},
+                                                  {0u, true, 0},
+                                                  {1u, true, 0},
+                                                  {2u, true, 30}}) {
     NIVRAL_DWSetMirrorMode(pane.handle, mirror);
+    pane.bottomUp = bottomUp;
     NIVRAL_SetColorParams(pane.handle, lighter, 0, 0, 0, 0);
     const std::vector<uint8_t> before = f.u;
-    EXPECT_EQ(Complaint(pane.Show(f, lighter), f, mirror, lighter, pane.limitedRange), "")
-        << mirror << " " << lighter;
+    EXPECT_EQ(Complaint(pane.Show(f, lighter), f, mirror, bottomUp, lighter, pane.limitedRange), "")
+        << mirror << " " << bottomUp << " " << lighter;
     EXPECT_EQ(f.u, before) << "the client's planes stay as they are";
   }
   NIVRAL_DWSetMirrorMode(pane.handle, 0);
   NIVRAL_SetColorParams(pane.handle, 0, 0, 0, 0, 0);
+  pane.bottomUp = false;
   TestFrame padded = PlacesFrame(16);
   if (b.newLayoutDropsFrame) {
     EXPECT_EQ(pane.Draw(padded), b.badFrame);
   }
-  EXPECT_EQ(Complaint(pane.Show(padded), padded, 0, 0, pane.limitedRange), "");
+  EXPECT_EQ(Complaint(pane.Show(padded), padded, 0, false, 0, pane.limitedRange), "");
+}
+
+TEST_P(Conformance, PlanesThatHoldNoFrameAreRefused) {
+  Pane pane(b.type, kWidth, kHeight);
+  pane.Start(kWidth, kHeight);
+  TestFrame f = FlatFrame(kWidth, kHeight, 60, 128, 128);
+  const FrameView good = f.View();
+  for (const uint32_t mirror : {0u, 1u}) {
+    NIVRAL_DWSetMirrorMode(pane.handle, mirror);
+    for (const FrameView& bad : {FrameView{nullptr, kWidth, good.u, 80, good.v, 80},
+                                 {good.y, kWidth, good.u, 80, nullptr, 80},
+                                 {good.y, kWidth - 1, good.u, 80, good.v, 80},
+                                 {good.y, kWidth, good.u, 79, good.v, 79},
+                                 {good.y, 0, good.u, 80, good.v, 80}})
+      EXPECT_EQ(pane.DrawView(bad), b.badFrame) << "stride " << bad.strideY;
+  }
+  pane.Settle(kWidth, kHeight);
+  pane.Show(f);
 }
 
 /// Flat but for its corners, which are left to the marks.
