@@ -4,12 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <bit>
 #include <cstring>
 #include <filesystem>
 #include <string>
-#include <thread>
 
 #include "support/frames.h"
 #include "support/null_displayer.h"
@@ -66,58 +64,23 @@ TEST(BaseDisplayer, CutsPlanesFromOneBuffer) {
   EXPECT_EQ(displayer.shown.u, buffer + 36);
 }
 
-TEST(BaseDisplayer, TwoThreadsOnOneHandleNeverShareACopy) {
-  class Checker : public BaseDisplayer {
-   public:
-    std::atomic<int> torn{0};
+TEST(BaseDisplayer, FramesThatAreDrawnAtOnceHaveCopiesOfTheirOwn) {
+  struct : Recorder {
+    TestFrame other = FlatFrame(4, 2, 20, 0, 0);
+    int depth = 0, torn = 0;
 
-   protected:
-    int32_t DisplayFrame(const FrameView& f, const PaneSettings&, uint32_t luma, int64_t) override {
-      for (int i = 0; i < 20; ++i) {
-        for (int32_t at = 0; at < f.strideY * 32; at += 97)
-          torn += f.y[at] != static_cast<uint8_t>(luma);
-        SwitchToThread();
-      }
+    int32_t DisplayFrame(const FrameView& f, const PaneSettings&, uint32_t, int64_t) override {
+      const uint8_t before = f.y[0];
+      if (++depth == 1) Draw(*this, other);
+      torn += f.y[0] != before;
       return 0;
     }
-  };
-  Checker displayer;
-  displayer.InitDraw(64, 32, 0);
+  } displayer;
+  displayer.InitDraw(4, 2, 0);
   displayer.SetMirrorMode(1);
-  const auto feed = [&](uint8_t luma) {
-    TestFrame f = FlatFrame(64, 32, luma, 0, 0);
-    for (int i = 0; i < 200; ++i)
-      displayer.DrawYUV420(f.y.data(), 64, f.u.data(), 32, f.v.data(), 32, luma, 0);
-  };
-  std::thread other(feed, uint8_t{10});
-  feed(20);
-  other.join();
-  EXPECT_EQ(displayer.torn, 0);
-}
-
-template <int number>
-void NIVRAL_CALL OnPaired(uint8_t*, uint32_t, uint8_t*, uint8_t*, uint32_t, uint32_t, int64_t, void* user) {
-  auto& counts = *static_cast<std::pair<int, std::atomic<int>>*>(user);
-  counts.second += counts.first != number;
-}
-
-TEST(BaseDisplayer, AFrameMeetsNoFunctionWithAnothersContext) {
-  Recorder displayer;
-  std::pair<int, std::atomic<int>> first{1, 0};
-  std::pair<int, std::atomic<int>> second{2, 0};
-  std::atomic<bool> stop{false};
-  displayer.SetDrawYUV420CB(&first, &OnPaired<1>);
-  std::thread setter([&] {
-    while (!stop) {
-      displayer.SetDrawYUV420CB(&second, &OnPaired<2>);
-      displayer.SetDrawYUV420CB(&first, &OnPaired<1>);
-    }
-  });
-  for (int i = 0; i < 1'000'000; ++i)
-    displayer.DrawYUV420(nullptr, 0, nullptr, 0, nullptr, 0, 0, 0);
-  stop = true;
-  setter.join();
-  EXPECT_EQ(first.second + second.second, 0);
+  TestFrame frame = FlatFrame(4, 2, 10, 0, 0);
+  Draw(displayer, frame);
+  EXPECT_TRUE(displayer.depth == 2 && displayer.torn == 0);
 }
 
 TEST(BaseDisplayer, KeepsSixTextsOfAtMost511Bytes) {

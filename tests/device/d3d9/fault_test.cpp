@@ -129,8 +129,8 @@ TEST_F(D3dFaults, StepsAreToldInTheirOrder) {
   const std::string told = testing::internal::GetCapturedStdout();
   CLogFile::DestroyInstance();
   size_t at = 0;
-  for (const char* step : {"hrErrCode=D3DERR_DEVICENOTRESET", "::ResetDisplay\r", "::ResetDevice\r",
-                           "::ResetDisplay: Initialize\r", "::InitSurface\r", "::InitSurface ok\r"}) {
+  for (const char* step : {"hrErrCode=D3DERR_DEVICENOTRESET", "::ResetDisplay\n", "::ResetDevice\n",
+                           "::ResetDisplay: Initialize\n", "::InitSurface\n", "::InitSurface ok\n"}) {
     EXPECT_NE(at = told.find(step, at), std::string::npos) << step << " is not where it belongs in\n" << told;
   }
 }
