@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "support/import_patch.h"
+#include "util/locked_value.h"
 #include "util/mutex_lock.h"
 
 using namespace libnivral;
@@ -87,6 +88,22 @@ TEST(AutoLock, HoldsForItsScopeAlsoWhenAnExceptionLeavesIt) {
   };
   EXPECT_THROW(throwing(), std::runtime_error);
   EXPECT_TRUE(IsFree(lock));
+}
+
+/// As a callback and its context are, which no frame may meet apart.
+TEST(LockedValue, IsChangedAndCopiedAsAWhole) {
+  struct Pair {
+    int a = 0, b = 0;
+  };
+  LockedValue<Pair> value;
+  std::jthread setter([&] {
+    for (int i = 1; i <= 100'000; ++i)
+      value.Update([i](Pair& pair) { pair.a = pair.b = i; });
+  });
+  int torn = 0;
+  for (Pair seen; seen.a < 100'000; seen = value.Copy())
+    torn += seen.a != seen.b;
+  EXPECT_EQ(torn, 0);
 }
 
 }  // namespace
