@@ -11,11 +11,6 @@ class SlotPatch {
   SlotPatch(const SlotPatch&) = delete;
   SlotPatch& operator=(const SlotPatch&) = delete;
 
-  template <class Function>
-  Function* Original() const {
-    return reinterpret_cast<Function*>(m_original);
-  }
-
  private:
   void Write(ULONG_PTR value) {
     DWORD protection = 0;

@@ -7,21 +7,15 @@
 
 #include "support/slot_patch.h"
 
-/// Puts another function in a slot of a COM object's table, until the end of its scope. Objects of one kind
-/// share their table, so every one of them is affected.
-class VtablePatch : public SlotPatch {
- public:
-  template <class Interface, class Function>
-  VtablePatch(Interface* object, int slot, Function* replacement)
-      : SlotPatch(*reinterpret_cast<ULONG_PTR**>(object) + slot, reinterpret_cast<ULONG_PTR>(replacement)) {}
-};
-
-/// A method of all COM objects of a kind that counts its calls and fails on demand, until the end of its scope.
+/// A method of all COM objects of a kind that counts its calls and fails on demand, until the end of its scope:
+/// objects of one kind share their table of functions.
 template <int slot, class Interface, class... Arguments>
 class Method {
  public:
   explicit Method(Interface* object)
-      : m_patch((original = (*reinterpret_cast<Function***>(object))[slot], object), slot, &Call) {
+      : m_patch((original = (*reinterpret_cast<Function***>(object))[slot],
+                 *reinterpret_cast<ULONG_PTR**>(object) + slot),
+                reinterpret_cast<ULONG_PTR>(&Call)) {
     failing = calls = 0;
     then = nullptr;
   }
@@ -50,5 +44,5 @@ class Method {
 
   static inline Function* original;
   static inline std::atomic<HRESULT> failure;
-  VtablePatch m_patch;
+  SlotPatch m_patch;
 };
