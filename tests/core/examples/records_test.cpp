@@ -61,18 +61,14 @@ TEST(Records, RefuseABadFileAndNameTheLine) {
   for (int i = 0; i < 13; ++i)
     many += "1,2,1,2,3,4,5\n";
   const std::string twoLines = "1,2,1,2,3,4,5\n2,8,1,2,3,4,5\n";
-  for (const auto& [key, lines, message] : {std::tuple{"x", std::string(), "first line"},
-                                            {"frame", "1,2,1,2,3\n", "line 2"},
-                                            {"frame", twoLines, "line 3"},
-                                            {"frame", "1,2,1,2,nan,4,5\n", "nan"},
-                                            {"frame", many, "more than 12"}}) {
-    try {
-      Read(key, lines);
-      ADD_FAILURE() << message;
-    } catch (const MediaError& error) {
-      EXPECT_THAT(error.what(), testing::HasSubstr(message));
-    }
-  }
+  const std::tuple<const char*, std::string, const char*> cases[] = {{"x", "", "first line"},
+                                                                     {"frame", "1,2,1,2,3\n", "line 2"},
+                                                                     {"frame", twoLines, "line 3"},
+                                                                     {"frame", "1,2,1,2,nan,4,5\n", "nan"},
+                                                                     {"frame", many, "more than 12"}};
+  for (const auto& c : cases)
+    EXPECT_THAT([&] { Read(std::get<0>(c), std::get<1>(c)); },
+                testing::ThrowsMessage<MediaError>(testing::HasSubstr(std::get<2>(c))));
 }
 
 }  // namespace
