@@ -7,23 +7,26 @@
 #include <vector>
 
 #include "display/burn_in.h"
+#include "support/frames.h"
 
 using namespace libnivral;
 
 namespace {
 
 /// Planes of exactly the bytes that may be written, marked so that every write shows.
-struct Canvas {
+struct Canvas : TestFrame {
   static constexpr uint8_t kUntouched = 99;
 
-  Canvas(uint16_t w, uint16_t h)
-      : width(w),
-        height(h),
-        y(size_t{w} * h, kUntouched),
-        u(size_t{w / 2u} * (h / 2u), kUntouched),
-        v(u.size(), kUntouched) {}
+  Canvas(uint16_t w, uint16_t h) : TestFrame(w, h) { Fill(kUntouched, kUntouched, kUntouched); }
 
-  PlaneSet Planes() { return {kPlanar420, y.data(), u.data(), v.data(), width, height}; }
+  PlaneSet Planes() {
+    return {kPlanar420,
+            y.data(),
+            u.data(),
+            v.data(),
+            static_cast<uint16_t>(width),
+            static_cast<uint16_t>(height)};
+  }
 
   void Line(const PlaneLine& line) {
     const PlaneSet planes = Planes();
@@ -32,20 +35,14 @@ struct Canvas {
 
   /// The luma plane as rows of '#' and '.'.
   std::vector<std::string> Picture() const { return Rows(y, width, height); }
-  std::vector<std::string> Chroma() const { return Rows(u, width / 2u, height / 2u); }
+  std::vector<std::string> Chroma() const { return Rows(u, width / 2, height / 2); }
 
-  static std::vector<std::string> Rows(const std::vector<uint8_t>& plane, size_t w, size_t h) {
-    std::vector<std::string> rows(h);
-    for (size_t i = 0; i < w * h; ++i)
-      rows[i / w] += plane[i] == kUntouched ? '.' : '#';
+  static std::vector<std::string> Rows(const std::vector<uint8_t>& plane, int w, int h) {
+    std::vector<std::string> rows(static_cast<size_t>(h));
+    for (int i = 0; i < w * h; ++i)
+      rows[static_cast<size_t>(i / w)] += plane[static_cast<size_t>(i)] == kUntouched ? '.' : '#';
     return rows;
   }
-
-  uint16_t width;
-  uint16_t height;
-  std::vector<uint8_t> y;
-  std::vector<uint8_t> u;
-  std::vector<uint8_t> v;
 };
 
 using Rows = std::vector<std::string>;
@@ -115,6 +112,7 @@ TEST(YuvRect, FillsOddAndTinyPlanesAndNothingElse) {
       draw.FillRect(0, w, h, canvas.y.data(), 0, canvas.u.data(), canvas.v.data(), 0, 0,
                     PackPoint(65535, h + 2));
       EXPECT_EQ(canvas.Picture(), Rows(h, std::string(w, '#'))) << w << "x" << h;
+      EXPECT_EQ(canvas.u[0] == Canvas::kUntouched, w < 2 || h < 2) << w << "x" << h;
     }
   }
   uint8_t untouched = Canvas::kUntouched;
