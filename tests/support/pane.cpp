@@ -2,6 +2,8 @@
 #include "support/pane.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 
 #include "nivral/nivral.h"
 
@@ -36,6 +38,13 @@ uint32_t Pane::Draw(TestFrame& f, int64_t param2) {
 uint32_t Pane::DrawView(const FrameView& v, int64_t param2) {
   return NIVRAL_DWDrawYUV420(handle, v.y, static_cast<uint32_t>(v.strideY), v.u, v.v,
                              static_cast<uint32_t>(v.strideU), 7, param2);
+}
+
+void Pane::SetBox(float left, float top, float right, float bottom, uint16_t type, uint16_t distance,
+                  uint16_t width) {
+  const auto [l, t, r, b] = std::bit_cast<std::array<uint32_t, 4>>(std::array{left, top, right, bottom});
+  const uint16_t none = 0;
+  NIVRAL_DWSetAlgInfo(handle, 1, &l, &t, &r, &b, &type, &distance, &none, &none, width);
 }
 
 /// What the screen shows of the middle of the mark: at the planes' ends drivers mix chroma that is not of the frame.

@@ -27,6 +27,10 @@ class Pane {
   /// has to be 128 there. `lighter` is what the pane's brightness adds.
   ScreenShot Show(TestFrame& frame, int lighter = 0);
 
+  /// A driver-assistance record of one box.
+  void SetBox(float left, float top, float right, float bottom, uint16_t type, uint16_t distance,
+              uint16_t width);
+
   HWND Window() const { return window.Handle(); }
   template <class Displayer>
   Displayer& As() {

@@ -32,13 +32,6 @@ struct BlackPane : Pane {
     NIVRAL_DWSetOSDText(handle, 5, text, x, y, anchor, 0x000000FF);
     return Find(Show(black), &IsRed);
   }
-  void SetBox(float left, float top, float right, float bottom, uint16_t type, uint16_t distance,
-              uint16_t width) {
-    const uint32_t edges[] = {Word(left), Word(top), Word(right), Word(bottom)};
-    const uint16_t none = 0;
-    NIVRAL_DWSetAlgInfo(handle, 1, edges, edges + 1, edges + 2, edges + 3, &type, &distance, &none, &none,
-                        width);
-  }
   /// A record of either kind: a landmark at 100 and a box from 130 on, both at x.
   void SetRecords(float x) {
     SetBox(x - 10, 130, x + 10, 160, 4, 0, 1);

@@ -2,8 +2,6 @@
 // A machine on which a part of Direct3D is missing. Each test runs in a process without that part.
 #include <gmock/gmock.h>
 
-#include <bit>
-
 #include "backends/d3d9/d3d_displayer.h"
 #include "backends/sdl2/sdl_displayer.h"
 #include "support/pane.h"
@@ -30,9 +28,7 @@ TEST(D3dMissing, WithoutD3dxDrawsByItself) {
   pane.Start(160, 120);
   TestFrame frame = FlatFrame(160, 120, 16, 128, 128);
   NIVRAL_DWSetOSDText(pane.handle, 0, "MMMMMMMM", 20, 20, 0, 0xFFFFFF);
-  const uint32_t edge[] = {std::bit_cast<uint32_t>(60.0f), std::bit_cast<uint32_t>(100.0f)};
-  const uint16_t type = 4, unused = 0;
-  NIVRAL_DWSetAlgInfo(pane.handle, 1, edge, edge, edge + 1, edge + 1, &type, &unused, &unused, &unused, 1);
+  pane.SetBox(60, 60, 100, 100, 4, 0, 1);
   const ScreenShot shot = pane.Show(frame);
   EXPECT_TRUE(Near(shot.At(80, 60), {0, 255, 0}, 2));
   const auto isBright = [](const Rgb& c) { return c.g > 0x40; };

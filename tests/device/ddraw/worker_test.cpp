@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The DirectDraw backend's worker: lost surfaces, held and asking callbacks, skipped frames.
-#include <bit>
-
 #include "backends/ddraw/ddraw_displayer.h"
 #include "support/pane.h"
 #include "support/vtable_patch.h"
@@ -102,14 +100,6 @@ struct HeldWorker {
   HANDLE leave = CreateEventW(nullptr, FALSE, FALSE, nullptr);
 };
 
-/// A box from `left` on, 10 pixels wide.
-void SetBox(CDirectDraw& displayer, float left) {
-  const auto bits = [](float value) { return std::bit_cast<uint32_t>(value); };
-  const uint32_t x1 = bits(left), y1 = bits(10), x2 = bits(left + 10), y2 = bits(40);
-  const uint16_t none = 0;
-  displayer.SetAlgInfo(1, &x1, &y1, &x2, &y2, &none, &none, &none, &none, 1);
-}
-
 TEST_F(DDrawWorker, LetsSettersAndFramesGoOnAndShowsTheNewestWithItsBoxes) {
   HeldWorker held(displayer);
   pane.Draw(grey);
@@ -123,7 +113,7 @@ TEST_F(DDrawWorker, LetsSettersAndFramesGoOnAndShowsTheNewestWithItsBoxes) {
   displayer.SetMosaicAreaScale(0, 0, 1, 1);
   displayer.SetMosaicFlag(0);
   for (int i = 0; i < 6; ++i) {
-    SetBox(displayer, static_cast<float>(8 * i));
+    pane.SetBox(static_cast<float>(8 * i), 10, static_cast<float>(8 * i + 10), 40, 0, 0, 0);
     EXPECT_EQ(pane.Draw(grey), 0u);
   }
   EXPECT_EQ(WaitForSingleObject(held.entered, 0), static_cast<DWORD>(WAIT_TIMEOUT)) << "still held";

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The fonts of SDL panes and their mosaic, one video pixel on one screen pixel.
 #include <array>
-#include <bit>
 
 #include "backends/sdl2/sdl_font.h"
 #include "display/fonts.h"
@@ -68,10 +67,7 @@ TEST_F(SdlOverlays, BoxesAreDrawnWithoutLabelsWhenNoFontOpens) {
   const ImportPatch files("SDL2_ttf.dll", "TTF_OpenFont", &NoFont);
   const ImportPatch memory("SDL2_ttf.dll", "TTF_OpenFontRW", &NoFontInMemory);
   NIVRAL_DWSetOSDText(pane.handle, 0, "HHH", 250, 200, 0, 0x00FFFFFF);
-  const auto word = [](float value) { return std::bit_cast<uint32_t>(value); };
-  const uint32_t left = word(40), top = word(60), right = word(140), bottom = word(120);
-  const uint16_t type = 2, distance = 123, none = 0;
-  NIVRAL_DWSetAlgInfo(pane.handle, 1, &left, &top, &right, &bottom, &type, &distance, &none, &none, 4);
+  pane.SetBox(40, 60, 140, 120, 2, 123, 4);
   const auto isLit = [](const Rgb& c) { return !Near(c, {0, 0, 0}, 60); };
   const RECT lit = Find(pane.Show(frame), isLit, {10, 10, kWidth - 10, kHeight - 10}).box;
   EXPECT_TRUE(EqualRect(&lit, std::array{RECT{38, 58, 141, 121}}.data()));
