@@ -200,7 +200,7 @@ void BaseDisplayer::DrawAlgInfoOnYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, 
 
 void BaseDisplayer::RenderAlgInfoYUV(uint8_t* pY, int32_t strideY, uint8_t* pU, int32_t strideU, uint8_t* pV,
                                      int32_t strideV) {
-  if (m_alg.shown == 0) return;
+  if (!m_alg.shown) return;
   const auto map = DisplayMap::Unscaled(static_cast<int32_t>(m_dwWidth), static_cast<int32_t>(m_dwHeight));
   LayOutRecord(m_burnIn, &m_alg.record, map, BurnInStyle());
   BurnIn(m_yuvDraw, m_burnIn, {pY, strideY, pU, strideU, pV, strideV}, m_dwWidth, m_dwHeight);

@@ -12,7 +12,7 @@ constexpr uint64_t kRecordLifetimeMs = 1000;
 /// The record being shown, once there has been one, and the tick from which its lifetime counts.
 template <class Record>
 struct ShownRecord {
-  uint32_t shown = 0;
+  bool shown = false;
   Record record{};
   uint64_t arrival = 0;
 
@@ -25,7 +25,7 @@ template <class Record>
 bool AdvanceOverlay(ShownRecord<Record>& last, const std::optional<Record>& taken, uint64_t now) {
   if (!taken) return last.shown && last.Fresh(now);
   if (last.shown) last.arrival = now;
-  last.shown = 1;
+  last.shown = true;
   last.record = *taken;
   return true;
 }
@@ -35,7 +35,7 @@ bool AdvanceOverlay(ShownRecord<Record>& last, const std::optional<Record>& take
 template <class Record>
 bool AdvanceBurnIn(ShownRecord<Record>& last, const std::optional<Record>& taken, uint64_t now) {
   if (taken) {
-    last.shown = 1;
+    last.shown = true;
     last.record = *taken;
     return true;
   }

@@ -58,14 +58,14 @@ void D3DDisplayer::SetCurrentMosaic(const MilleRect& rect) {
 int32_t D3DDisplayer::SetMosaicRect(const MilleRect* displayed) {
   if (!displayed) return 1;
   if (const auto rect = FrameRectUnder(*displayed, Zoom(), GetMirrorMode())) SetCurrentMosaic(*rect);
-  m_bMosaicPending = displayed->Empty() ? 0 : 1;
+  m_bMosaicPending = !displayed->Empty();
   return m_bMosaicPending ? 0 : 1;
 }
 
 void D3DDisplayer::UpdateMosaics(uint32_t commit) {
   if (commit) {
     if (m_bMosaicPending) m_mosaicRects.push_back(CurrentMosaic(m_settings.Get(&PaneSettings::mosaic)));
-    m_bMosaicPending = 0;
+    m_bMosaicPending = false;
     SetCurrentMosaic({});
   } else if (m_nSelectedMosaic != -1) {
     m_mosaicRects.erase(m_mosaicRects.begin() + m_nSelectedMosaic);

@@ -143,7 +143,7 @@ class D3DDisplayer : public BaseDisplayer {
   /// As large as three bytes a pixel; nothing here reads or writes it.
   std::unique_ptr<uint8_t[]> m_pScratch;
   std::vector<MilleRect> m_mosaicRects;
-  uint32_t m_bMosaicPending = 0;
+  bool m_bMosaicPending = false;
   MillePoint m_ptMosaicPick;
   int32_t m_nSelectedMosaic = -1;
   int32_t m_nZoomX = 0;

@@ -68,8 +68,8 @@ int32_t SDLDisplayer::SetPlayWnd(HWND hwnd) {
 int32_t SDLDisplayer::TakePlayWnd(HWND hwnd) {
   ForgetPlayWnd();
   BaseDisplayer::SetPlayWnd(hwnd);
-  m_events.frameShown = 0;
-  m_bound = 0;
+  m_events.frameShown = false;
+  m_bound = false;
   LogStep(L"SDLDisplayer::SetPlayWnd");
   ShowPlayWnd();
   return SetPropA(hwnd, kDisplayerKey, this);
@@ -90,7 +90,7 @@ void SDLDisplayer::ShowPlayWnd() const {
 }
 
 int32_t SDLDisplayer::InitDraw(uint32_t width, uint32_t height, uint32_t) {
-  m_events.stopped = 0;
+  m_events.stopped = false;
   // Whatever becomes of this call, frames are of the new size from now on.
   if (width > 0 && height > 0) BaseDisplayer::InitDraw(width, height, 0);
   const VideoSize size{static_cast<int32_t>(width), static_cast<int32_t>(height)};
@@ -103,18 +103,18 @@ int32_t SDLDisplayer::TakeSize(VideoSize size) {
 }
 
 int32_t SDLDisplayer::FreeDraw() {
-  m_events.stopped = 1;
+  m_events.stopped = true;
   return WithLock(
       nullptr, [&] { return RequestTeardown() ? 0 : 1; }, [&] { m_requests.RequestFree(); });
 }
 
-uint32_t SDLDisplayer::Bind() {
+bool SDLDisplayer::Bind() {
   if (m_sdlWindow && SdlHasGone()) Teardown();
-  if (m_sdlWindow) return 1;
+  if (m_sdlWindow) return true;
   try {
     if (!IsWindow(m_hPlayWnd)) {
       LogOnce(Problem::NoWindow, L"SDLDisplayer::SetPlayWnd: NIVRAL_DWInitDraw without a window");
-      return 0;
+      return false;
     }
     ShowPlayWnd();
     CreateWindowOnClient();
@@ -149,7 +149,7 @@ void SDLDisplayer::CreateWindowOnClient() {
   m_events.redrawPosted = false;
   m_registration.emplace(SDL_GetWindowID(m_sdlWindow.get()), m_events, reinterpret_cast<WPARAM>(this));
   AdjustWinRect();
-  m_bound = 1;
+  m_bound = true;
   ShowPlayWnd();
 }
 
@@ -160,7 +160,7 @@ bool SDLDisplayer::SetVideoSize(VideoSize size) {
   const bool complete = m_sdlRenderer && m_sdlTexture;
   const bool newSize = size.width > 0 && size.height > 0 && size != m_textureSize;
   if (complete && !newSize) return false;
-  m_resizePending = 1;
+  m_resizePending = true;
   return PostEvent(kSizeChangeEvent, size);
 }
 
@@ -240,20 +240,20 @@ void SDLDisplayer::HandleOwnEvent(uint32_t type, VideoSize size) {
     Teardown();
   } else if (!m_events.stopped) {
     AdjustDisplayRect(size);
-    m_resizePending = 0;
+    m_resizePending = false;
   }
 }
 
-uint32_t SDLDisplayer::RequestTeardown() {
-  if (!m_sdlWindow) return 0;
-  if (!SdlHasGone() && IsWindowThread(m_hPlayWnd) && PostEvent(kTeardownEvent, {})) return 1;
-  return m_sdlWindow ? Teardown() : 1;
+bool SDLDisplayer::RequestTeardown() {
+  if (!m_sdlWindow) return false;
+  if (!SdlHasGone() && IsWindowThread(m_hPlayWnd) && PostEvent(kTeardownEvent, {})) return true;
+  return !m_sdlWindow || Teardown();
 }
 
-uint32_t SDLDisplayer::Teardown() {
-  m_bound = 0;
+bool SDLDisplayer::Teardown() {
+  m_bound = false;
   SwitchToThread();
-  if (!m_sdlWindow) return 0;
+  if (!m_sdlWindow) return false;
   m_bInitialized = false;
   if (SdlHasGone()) {
     ForgetSdlObjects();
@@ -267,7 +267,7 @@ uint32_t SDLDisplayer::Teardown() {
     ShowPlayWnd();
     InvalidateRect(m_hPlayWnd, nullptr, TRUE);
   }
-  return 1;
+  return true;
 }
 
 /// SDL was shut down and has taken them with it.

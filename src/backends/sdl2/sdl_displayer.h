@@ -74,7 +74,7 @@ class SDLDisplayer : public BaseDisplayer {
 
   int32_t TakePlayWnd(HWND hwnd);
   int32_t TakeSize(VideoSize size);
-  uint32_t Bind();
+  bool Bind();
   void CreateWindowOnClient();
   bool SetVideoSize(VideoSize size);
   void AdjustDisplayRect(VideoSize size);
@@ -86,8 +86,8 @@ class SDLDisplayer : public BaseDisplayer {
   void ReleaseSdlObjects();
   void ForgetSdlObjects();
   void ShowPlayWnd() const;
-  uint32_t RequestTeardown();
-  uint32_t Teardown();
+  bool RequestTeardown();
+  bool Teardown();
   void ForgetPlayWnd();
 
   std::optional<int32_t> DrawLocked(const FrameView& frame, const MosaicSettings& mosaic, VideoSize& size);
@@ -104,8 +104,8 @@ class SDLDisplayer : public BaseDisplayer {
   void CallFlashCallback();
 
   PaneEvents m_events;
-  std::atomic<uint32_t> m_bound{0};
-  std::atomic<uint32_t> m_resizePending{0};
+  std::atomic<bool> m_bound{false};
+  std::atomic<bool> m_resizePending{false};
   // Teardown, which the destructor runs, releases the textures, then the renderer they belong to, then the
   // window.
   SdlWindow m_sdlWindow;

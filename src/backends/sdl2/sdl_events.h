@@ -21,8 +21,8 @@ constexpr char kDisplayerKey[] = "sdl2-display";
 /// What the event filter and its pane tell each other.
 struct PaneEvents {
   std::atomic<HWND> window{nullptr};  ///< that SDL has taken
-  std::atomic<uint32_t> stopped{0};   ///< the client has freed the drawing resources
-  std::atomic<uint32_t> frameShown{0};
+  std::atomic<bool> stopped{false};   ///< the client has freed the drawing resources
+  std::atomic<bool> frameShown{false};
   std::atomic<bool> windowSizeChanged{false};  ///< set by the filter: the renderer has not been told yet
   std::atomic<bool> redrawPosted{false};       ///< exposures up to its arrival are merged into one message
 

@@ -101,7 +101,7 @@ bool SDLDisplayer::Present(const FrameView& frame, const MosaicSettings& mosaic)
       SDL_RenderClear(renderer) == 0 && SDL_RenderCopy(renderer, m_sdlTexture.get(), nullptr, nullptr) == 0;
   if (drawn) {
     m_overlays.Draw(renderer, grid);
-    m_events.frameShown = 1;
+    m_events.frameShown = true;
     SDL_RenderPresent(renderer);
   }
   m_overlays.EndFrame();
