@@ -19,13 +19,29 @@ ProcessCounts CountSettledProcess();
 /// end late on a busy machine: up to a minute is waited for that.
 void ExpectNoGrowth(const ProcessCounts& before, size_t heapSlack);
 
-/// EXPECTs that rounds keep nothing, after a few that fill caches.
+/// The counts after a few rounds that fill caches.
 template <class Round>
-void ExpectRoundsKeepNothing(int rounds, size_t heapSlack, Round&& round) {
+ProcessCounts CountAfterWarmUp(Round&& round) {
   CountSettledProcess();  // the first count loads what it needs itself
   for (int i = 0; i < 5; ++i)
     round();
-  const ProcessCounts before = CountSettledProcess();
+  return CountSettledProcess();
+}
+
+/// Heap bytes that rounds keep after those.
+template <class Round>
+size_t KeptByRounds(int rounds, Round&& round) {
+  const size_t before = CountAfterWarmUp(round).heapBytes;
+  for (int i = 0; i < rounds; ++i)
+    round();
+  const size_t after = CountSettledProcess().heapBytes;
+  return after > before ? after - before : 0;
+}
+
+/// EXPECTs that rounds keep nothing, after a few that fill caches.
+template <class Round>
+void ExpectRoundsKeepNothing(int rounds, size_t heapSlack, Round&& round) {
+  const ProcessCounts before = CountAfterWarmUp(round);
   for (int i = 0; i < rounds; ++i)
     round();
   ExpectNoGrowth(before, heapSlack);
