@@ -461,7 +461,8 @@ class WavePlayer : public detail::Object<detail::WaveTraits> {
 /// bear it. Not for Init, Free and Close, which belong to the window's thread while nobody draws.
 ///
 ///   if (!jobs.Add([](nivral::Display& display) { display.SetMirror(nivral::Mirror::kFlip); })) return 1;
-///   jobs.Run(display), shown = display.Draw(frame);  // on the thread that draws
+///   jobs.Run(display);  // on the thread that draws, pause among the jobs: then the record unless paused
+///   shown = display.Draw(frame);
 class JobList {
  public:
   JobList() = default;
