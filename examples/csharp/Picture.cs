@@ -19,8 +19,8 @@ namespace Nivral {
       return bgr;
     }
 
-    /// <summary>From planes in native memory, such as a callback gets.</summary>
-    public static byte[] ToBgr24(IntPtr y, int strideY, IntPtr u, IntPtr v, int strideUV, int width,
+    /// <summary>From planes in native memory. Strides as Draw takes them or as OnFrame gets them.</summary>
+    public static byte[] ToBgr24(IntPtr y, long strideY, IntPtr u, IntPtr v, long strideUV, int width,
                                  int height) {
       var bgr = new byte[3 * width * height];
       GCHandle pinned = GCHandle.Alloc(bgr, GCHandleType.Pinned);
