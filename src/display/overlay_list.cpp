@@ -83,6 +83,7 @@ void AddDisc(Collector& to, const OverlayShape& disc) {
   const int64_t above = y, below = to.Display().bottom - 1 - y;
   const int64_t nearest = std::max<int64_t>({0, -above, -below});
   const int64_t farthest = std::min(radius, std::max(above, below));
+  if (nearest > farthest) return;
   const auto holds = [&](int64_t dx, int64_t dy) { return dx * dx + dy * dy <= radius * radius; };
   auto right = static_cast<int64_t>(std::sqrt(static_cast<double>(radius * radius - nearest * nearest)));
   for (int64_t dy = nearest; dy <= farthest; ++dy) {
