@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <semaphore>
+#include <future>
 #include <stdexcept>
 #include <thread>
 
@@ -49,15 +49,15 @@ TEST(MutexLock, TriesOncePerSecondUntilTheLimit) {
   const ImportPatch clock("kernel32.dll", "GetTickCount", tell);
   for (const auto& c : cases) {
     CMutexLock lock;
-    std::binary_semaphore held(0), letGo(0);
+    std::promise<void> held, letGo;
     std::thread holder([&] {
       lock.Lock();
-      held.release();
-      letGo.acquire();
+      held.set_value();
+      letGo.get_future().wait();
       lock.Unlock();
     });
-    held.acquire();
-    const auto end = [&] { letGo.release(), holder.join(); };
+    held.get_future().wait();
+    const auto end = [&] { letGo.set_value(), holder.join(); };
     g_time.sleeps = 0;
     g_time.onSleep = [&] { g_time.sleeps == c.freeAfter ? end() : void(); };
     EXPECT_EQ(lock.TryLock(c.seconds), c.freeAfter != kNever) << c.seconds;
