@@ -149,11 +149,13 @@ TEST_P(Conformance, FailingAllocationsEndNoProcess) {
   const TestWindow window(320, 240);
   TestFrame grey = Grey();
   for (const int every : {1, 10}) {
+    int failures = 0;  // in one phase there may be too few allocations for one to fail
     for (int phase = 0; phase < every; ++phase) {
       const FailingMemory failing(every, phase);
       UsePane(b, window.Handle(), grey);
-      EXPECT_GT(failing.Failures(), 0);
+      failures += failing.Failures();
     }
+    EXPECT_GT(failures, 0);
   }
   EXPECT_EQ(UsePane(b, window.Handle(), grey), 0u) << "with memory back";
 }
