@@ -32,7 +32,8 @@ done < <(awk -F'|' '/^## / { on = /nothing shows/ }
 # Classes and functions in the notes for developers.
 while read -r name; do
   git grep -qw -e "$name" -- src tests include || complain "docs/ names $name, which the source does not have"
-done < <(grep -ohP '`\K[A-Za-z_]*[a-z][A-Z][A-Za-z]*(?=\x60|\()' docs/{architecture,direct3d9,directdraw}.md | sort -u)
+done < <(grep -ohP '`\K[A-Za-z_]*[a-z][A-Z][A-Za-z]*(?=\x60|\()' docs/{architecture,direct3d9,directdraw}.md |
+  sort -u)
 # The player's options and the head of its record files.
 while read -r option; do
   grep -qF -- "$option" examples/player/options.cpp || complain "the player has no option $option"

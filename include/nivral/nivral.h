@@ -237,8 +237,8 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetHwndEx(void* hDraw, HWND hwnd, int64
  * - DirectDraw: needs no window. Sides up to 16384. The pane starts anew, also with the same size.
  *
  * @param hDraw the pane
- * @param width, height of the video in pixels, from 1 to what the graphics driver takes as a texture; even, as
- *        recorders have it: of an odd size Direct3D 9 and DirectDraw may show false colours, SDL2 does not
+ * @param width, height of the video in pixels, from 1 to what the graphics driver takes as a texture; even,
+ *        as recorders have it: of an odd size Direct3D 9 and DirectDraw may show false colours, SDL2 does not
  * @param param ignored
  * @return 0 also when nothing could be made, which the next frame tells; 1 for a null handle */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWInitDraw(void* hDraw, uint32_t width, uint32_t height,

@@ -87,8 +87,8 @@ inline Channels ToChannels(Vec y, const ChromaParts& chroma, const Factors& f) {
   return {channel(chroma.blue), channel(chroma.green), channel(chroma.red)};
 }
 
-// A chroma sample is for an even pixel and the odd one after it, so that in words, which hold every other pixel,
-// it stands where both do.
+// A chroma sample is for an even pixel and the odd one after it, so that in words, which hold every other
+// pixel, it stands where both do.
 
 inline Vec EvenBytes(Vec a) {
   return And(a, Set16(0xFF));

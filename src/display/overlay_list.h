@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What lies over a picture, in the order in which it is painted: all shapes, then all labels; and which pixels
-// the shapes are.
+// What lies over a picture, in the order in which it is painted: all shapes, then all labels; and which
+// pixels the shapes are.
 #pragma once
 
 #include <array>

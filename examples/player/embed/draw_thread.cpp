@@ -9,8 +9,8 @@ DrawThread::DrawThread(Pane& pane, FrameSource& source, Overlays& overlays, cons
 
 namespace {
 
-/// Messages that other threads send to this one's windows: graphics drivers may send some while they present, and
-/// the drawing thread itself does.
+/// Messages that other threads send to this one's windows: graphics drivers may send some while they present,
+/// and the drawing thread itself does.
 void HandleMessagesUntil(HANDLE event) {
   MSG message;
   while (MsgWaitForMultipleObjects(1, &event, FALSE, INFINITE, QS_SENDMESSAGE) == WAIT_OBJECT_0 + 1)

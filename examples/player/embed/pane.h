@@ -8,7 +8,7 @@
 
 #include "player/media/frame.h"
 
-/// What a pane's drawing thread sends the window before the first frame of another size; with width and height.
+/// What a pane's drawing thread sends the window, with width and height, before a frame of another size.
 constexpr UINT kNewVideoSize = WM_APP;
 
 /// A display bound to a window. Made and destroyed on the window's thread.

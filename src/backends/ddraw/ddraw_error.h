@@ -23,8 +23,8 @@ inline bool IsLost(HRESULT result) {
   return result == DDERR_SURFACELOST || result == DDERR_WRONGMODE;
 }
 
-/// Reports a failed DirectDraw call and hands the result back. A lost surface is a state that the next attempt
-/// repairs and is not reported.
+/// Reports a failed DirectDraw call and hands the result back. A lost surface is a state that the next
+/// attempt repairs and is not reported.
 inline HRESULT LogFailure(const char* operation, HRESULT result) {
   if (FAILED(result) && !IsLost(result)) g_ddrawErrors.Failed(operation, result);
   return result;
