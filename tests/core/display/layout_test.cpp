@@ -92,7 +92,7 @@ TextItem Item(const char* text, int32_t x, int32_t y, uint32_t anchor) {
   return item;
 }
 
-TEST(Osd, Places) {
+TEST(Osd, PlacesAndColours) {
   const auto at = [](int32_t x, int32_t y, uint32_t anchor) {
     return PlaceOsdText(Item("t", x, y, anchor), {DisplayMap::Unscaled(1920, 1080)});
   };
@@ -112,6 +112,7 @@ TEST(Osd, Places) {
   ASSERT_TRUE(mapped);
   EXPECT_TRUE(mapped->x == 52 && mapped->y == 200 && mapped->wrapWidth == 348);
   EXPECT_EQ(PlaceOsdText(Item("t", 0, INT32_MAX, 1), {{1, 1, 8192, 8192}})->y, INT32_MIN);
+  EXPECT_EQ(FromColourRef(0x00A1B2C3), (OverlayColour{0xC3, 0xB2, 0xA1}));
 }
 
 std::set<std::string> g_fonts;
