@@ -7,6 +7,7 @@
 #include <atomic>
 #include <mutex>
 #include <optional>
+#include <stdexcept>
 
 #include "audio/player.h"
 #include "support/packet_queue.h"
@@ -22,15 +23,18 @@ constexpr uint32_t kSegmentBytes = 1280;  // 80 ms
 
 using Buffer = IDirectSoundBuffer8;
 using LockMethod = Method<11, Buffer, DWORD, DWORD, void**, DWORD*, void**, DWORD*, DWORD>;
+using StopMethod = Method<18, Buffer>;
 using UnlockMethod = Method<19, Buffer, void*, DWORD, void*, DWORD>;
 
-/// Plays packets of PCM as they are.
+/// Plays packets of PCM as they are, or throws.
 class PcmSound : public CDirectSound {
  public:
   ~PcmSound() override { Stop(); }
+  std::atomic<bool> throws{false};
 
  protected:
   uint16_t ConvertPacket(std::span<const uint8_t> packet, std::span<uint8_t> room) override {
+    if (throws) throw std::runtime_error("cannot convert");
     const size_t bytes = std::min(packet.size(), room.size()) & ~size_t{1};
     std::copy_n(packet.begin(), bytes, room.begin());
     return static_cast<uint16_t>(bytes / 2);
@@ -48,14 +52,21 @@ class DirectSound : public testing::Test {
     ASSERT_EQ(buffer->QueryInterface(IID_IDirectSoundBuffer8, m_any.put_void()), S_OK);
     m_lock.emplace(m_any.get());
     m_unlock.emplace(m_any.get());
-    LockMethod::then = [this](HRESULT result, Buffer*, DWORD offset, auto...) {
+    m_stop.emplace(m_any.get());
+    LockMethod::then = [this](HRESULT result, Buffer*, DWORD offset, DWORD, void** first, DWORD* count,
+                              void** second, DWORD* secondCount, DWORD) {
       m_offset = offset;
+      if (m_secondPart > 0) {
+        *count -= m_secondPart;
+        *second = static_cast<uint8_t*>(*first) + *count;
+        *secondCount = m_secondPart;
+      }
       return result;
     };
-    UnlockMethod::then = [this](HRESULT result, Buffer*, void* first, DWORD count, auto...) {
-      const auto* begin = static_cast<const uint8_t*>(first);
+    UnlockMethod::then = [this](HRESULT result, Buffer*, void* first, DWORD count, void*, DWORD secondCount) {
+      const auto* begin = static_cast<const uint8_t*>(first);  // the second part follows it
       const std::lock_guard guard(m_mutex);
-      if (m_keep) m_writes.push_back({m_offset, Bytes(begin, begin + count)});
+      if (m_keep) m_writes.push_back({m_offset, Bytes(begin, begin + count + secondCount)});
       return result;
     };
   }
@@ -82,6 +93,7 @@ class DirectSound : public testing::Test {
 
   PacketQueue queue;
   std::atomic<bool> m_keep{true};  ///< what is written
+  DWORD m_secondPart = 0;          ///< bytes at a lock's end that come as its second part
 
  private:
   TestWindow m_window{8, 8};
@@ -92,6 +104,7 @@ class DirectSound : public testing::Test {
   std::vector<Written> m_writes;
   std::optional<LockMethod> m_lock;
   std::optional<UnlockMethod> m_unlock;
+  std::optional<StopMethod> m_stop;
 };
 
 TEST_F(DirectSound, RefillsEachSegmentInTurnWithTheInitialLevelAndDrainsTheQueue) {
@@ -114,10 +127,11 @@ TEST_F(DirectSound, RefillsEachSegmentInTurnWithTheInitialLevelAndDrainsTheQueue
   }
 }
 
-TEST_F(DirectSound, AConversionIsPlayedAndTheRestOfASegmentIsFilledFromTheFirstAtEachStart) {
+TEST_F(DirectSound, AConversionFillsBothPartsOfALockFromTheFirstSegmentAtEachStartUntilItThrows) {
   PcmSound sound;
   ASSERT_EQ(Open(sound), 1);
-  for (int round = 0; round < 2; ++round) {
+  for (const DWORD secondPart : {0u, 640u}) {
+    m_secondPart = secondPart;
     const size_t first = Writes().size();
     queue.Push(Bytes(700, 0x21));
     queue.Push(Bytes(300, 0x22));
@@ -125,13 +139,23 @@ TEST_F(DirectSound, AConversionIsPlayedAndTheRestOfASegmentIsFilledFromTheFirstA
     ASSERT_TRUE(WaitForWrites(first + 2));
     sound.Stop();
     sound.Stop();
+    const int firstPacket = secondPart ? 640 : 700;  // what no part has room for is dropped
     Bytes expected(kSegmentBytes, 0x64);
-    std::fill_n(expected.begin(), 700, uint8_t{0x21});
-    std::fill_n(expected.begin() + 700, 300, uint8_t{0x22});
+    std::fill_n(expected.begin(), firstPacket, uint8_t{0x21});
+    std::fill_n(expected.begin() + firstPacket, 300, uint8_t{0x22});
     EXPECT_EQ(Writes()[first].bytes, expected);
     EXPECT_EQ(Writes()[first].offset, 0u);
     EXPECT_EQ(Writes()[first + 1].bytes, Bytes(kSegmentBytes, 0x64));
+    EXPECT_EQ(Writes()[first + 1].offset, kSegmentBytes);
   }
+  sound.throws = true;
+  StopMethod::calls = 0;
+  EXPECT_EQ(sound.Start(), 1);
+  EXPECT_TRUE(WaitUntil([] { return StopMethod::calls == 1; })) << "the last second would repeat for ever";
+  sound.Stop();
+  sound.throws = false;
+  EXPECT_EQ(sound.Start(), 1);
+  EXPECT_TRUE(WaitForWrites(Writes().size() + 2));
 }
 
 TEST_F(DirectSound, ALostBufferIsLockedOnceMoreAndAPausedOneIsLeftAlone) {
