@@ -91,3 +91,16 @@ ScreenShot Pane::Show(TestFrame& frame, int lighter) {
       << "the frame did not reach the screen: " << testing::PrintToString(Corner());
   return ScreenShot(ClientOnScreen(window.Handle()));
 }
+
+Feeder::Feeder(Pane& pane, TestFrame frame)
+    : m_thread([this, &pane, fed = std::move(frame)]() mutable {
+        for (; !m_stop; Sleep(1))
+          shown += pane.Draw(fed) == 0;
+        m_ended = true;
+      }) {
+}
+
+void Feeder::Stop() {
+  m_stop = true;
+  EXPECT_TRUE(WaitUntil([&] { return m_ended.load(); }));
+}

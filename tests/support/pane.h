@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
+#include <thread>
+
 #include "display/base_displayer.h"
 #include "support/frames.h"
 #include "support/screen.h"
@@ -47,6 +50,21 @@ class Pane {
   Rgb Corner() const;
   bool ShowsMark(int luma, bool limited) const;
   int m_mark = 24, m_width = 0, m_height = 0;  ///< of the frame that is waited for
+};
+
+/// Feeds a pane from a thread of its own, flat out.
+class Feeder {
+ public:
+  Feeder(Pane& pane, TestFrame frame);
+  ~Feeder() { Stop(); }
+  /// Handles messages until the thread has ended: on its way out it may still ask the window something.
+  void Stop();
+
+  std::atomic<int> shown{0};  ///< frames that were taken
+
+ private:
+  std::atomic<bool> m_stop{false}, m_ended{false};
+  std::jthread m_thread;
 };
 
 constexpr int kMark = 8;  ///< side of the squares in a shown frame's corners

@@ -1,8 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Results, callbacks, calls in any order and from several threads.
-#include <atomic>
-#include <thread>
-
 #include "backends.h"
 #include "support/failing_memory.h"
 #include "support/guarded_buffer.h"
@@ -115,18 +112,9 @@ void SetEverything(void* pane, uint32_t i) {
 TEST_P(Conformance, SettersAreTakenWhileAnotherThreadDraws) {
   Pane pane(b.type, 200, 150);
   pane.Start(64, 48);
-  std::atomic<bool> stop{false};
-  std::atomic<int> shown{0};
-  std::thread feeder([&] {
-    for (TestFrame grey = Grey(); !stop;)
-      shown += pane.Draw(grey) == 0;
-  });
-  for (uint32_t i = 0; shown < 100 || i < 300; ++i)
+  Feeder feeder(pane, Grey());
+  for (uint32_t i = 0; feeder.shown < 100 || i < 300; ++i)
     SetEverything(pane.handle, i);
-  stop = true;
-  while (WaitForSingleObject(reinterpret_cast<HANDLE>(feeder.native_handle()), 5) == WAIT_TIMEOUT)
-    Pump();
-  feeder.join();
 }
 
 /// A pane from opening to closing; the last frame's result, or 1 when there was no pane.

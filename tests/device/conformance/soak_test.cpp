@@ -1,48 +1,36 @@
 // SPDX-License-Identifier: MIT
 // Many panes at once, and panes opened and closed over and over. NIVRAL_SOAK_SECONDS, NIVRAL_SOAK_PANES and
 // NIVRAL_SOAK_CYCLES make it longer.
-#include <atomic>
 #include <memory>
+#include <optional>
 #include <random>
-#include <thread>
 
 #include "backends.h"
 #include "support/process_counts.h"
 
 namespace {
 
-/// Feeds a pane from a thread of its own, flat out.
-struct Feeder {
-  Feeder(const Backend& b, int index)
+/// One of the panes side by side, which is fed.
+struct FedPane {
+  FedPane(const Backend& b, int index)
       : pane(b.type, 200, 150, 40 + index % 5 * 320, 60 + index / 5 % 4 * 260) {
     pane.Start(64, 48);
     NIVRAL_DWSetOSDText(pane.handle, 0, "pane", 8, 8, 0, 0xFFFFFF);
-    thread = std::thread([this] {
-      for (TestFrame frame = FlatFrame(64, 48, 145, 54, 34); !stop; Sleep(3))
-        shown += pane.Draw(frame) == 0;
-    });
-  }
-  void Stop() {
-    stop = true;
-    while (WaitForSingleObject(reinterpret_cast<HANDLE>(thread.native_handle()), 1) == WAIT_TIMEOUT)
-      Pump();
-    thread.join();
+    feeder.emplace(pane, FlatFrame(64, 48, 145, 54, 34));
   }
   Pane pane;
-  std::atomic<bool> stop{false};
-  std::atomic<int> shown{0};
-  std::thread thread;
+  std::optional<Feeder> feeder;
 };
 
 TEST_P(Soak, PanesSurviveTheirWindowsBeingResizedHiddenAndShown) {
-  std::vector<std::unique_ptr<Feeder>> feeders;
+  std::vector<std::unique_ptr<FedPane>> panes;
   for (int i = 0; i < Setting("NIVRAL_SOAK_PANES", 4); ++i)
-    feeders.push_back(std::make_unique<Feeder>(b, i));
+    panes.push_back(std::make_unique<FedPane>(b, i));
   std::mt19937 random(20);
   const auto upTo = [&](uint32_t limit) { return static_cast<int>(1 + random() % limit); };
   const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(Setting("NIVRAL_SOAK_SECONDS", 3)) * 1000;
   while (GetTickCount64() < end) {
-    Pane& pane = feeders[random() % feeders.size()]->pane;
+    Pane& pane = panes[random() % panes.size()]->pane;
     const uint32_t what = random() % 6;
     if (what < 2)
       ShowWindow(pane.Window(), what ? SW_HIDE : SW_SHOWNOACTIVATE);
@@ -51,14 +39,15 @@ TEST_P(Soak, PanesSurviveTheirWindowsBeingResizedHiddenAndShown) {
     NIVRAL_DWAdjustedWnd(pane.handle);
     Pump(random() % 20);
   }
-  for (auto& feeder : feeders) {
-    ShowWindow(feeder->pane.Window(), SW_SHOWNOACTIVATE);
-    feeder->pane.window.ResizeClient(200, 150);
-    EXPECT_TRUE(WaitUntil([&, before = feeder->shown.load()] { return feeder->shown > before; }));
+  for (auto& fed : panes) {
+    ShowWindow(fed->pane.Window(), SW_SHOWNOACTIVATE);
+    fed->pane.window.ResizeClient(200, 150);
+    EXPECT_TRUE(WaitUntil(
+        [&shown = fed->feeder->shown, before = fed->feeder->shown.load()] { return shown > before; }));
   }
-  for (auto& feeder : feeders) {
-    feeder->Stop();
-    feeder->pane.Start(64, 48);
+  for (auto& fed : panes) {
+    fed->feeder.reset();
+    fed->pane.Start(64, 48);
   }
 }
 
