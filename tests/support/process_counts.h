@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 
 /// What this process holds now. For soak tests: take one after some warm-up rounds and one after the soak.
@@ -19,11 +20,11 @@ ProcessCounts CountSettledProcess();
 /// end late on a busy machine: up to a minute is waited for that.
 void ExpectNoGrowth(const ProcessCounts& before, size_t heapSlack);
 
-/// The counts after a few rounds that fill caches.
+/// The counts before that many rounds, after a few that fill caches.
 template <class Round>
-ProcessCounts CountAfterWarmUp(Round&& round) {
+ProcessCounts CountAfterWarmUp(int rounds, Round&& round) {
   CountSettledProcess();  // the first count loads what it needs itself
-  for (int i = 0; i < 5; ++i)
+  for (int i = 0; i < std::min(rounds, 5); ++i)
     round();
   return CountSettledProcess();
 }
@@ -31,7 +32,7 @@ ProcessCounts CountAfterWarmUp(Round&& round) {
 /// Heap bytes that rounds keep after those.
 template <class Round>
 size_t KeptByRounds(int rounds, Round&& round) {
-  const size_t before = CountAfterWarmUp(round).heapBytes;
+  const size_t before = CountAfterWarmUp(rounds, round).heapBytes;
   for (int i = 0; i < rounds; ++i)
     round();
   const size_t after = CountSettledProcess().heapBytes;
@@ -41,7 +42,7 @@ size_t KeptByRounds(int rounds, Round&& round) {
 /// EXPECTs that rounds keep nothing, after a few that fill caches.
 template <class Round>
 void ExpectRoundsKeepNothing(int rounds, size_t heapSlack, Round&& round) {
-  const ProcessCounts before = CountAfterWarmUp(round);
+  const ProcessCounts before = CountAfterWarmUp(rounds, round);
   for (int i = 0; i < rounds; ++i)
     round();
   ExpectNoGrowth(before, heapSlack);

@@ -28,7 +28,7 @@ TEST_P(Soak, PanesSurviveTheirWindowsBeingResizedHiddenAndShown) {
     panes.push_back(std::make_unique<FedPane>(b, i));
   std::mt19937 random(20);
   const auto upTo = [&](uint32_t limit) { return static_cast<int>(1 + random() % limit); };
-  const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(Setting("NIVRAL_SOAK_SECONDS", 3)) * 1000;
+  const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(Setting("NIVRAL_SOAK_SECONDS", 2)) * 1000;
   while (GetTickCount64() < end) {
     Pane& pane = panes[random() % panes.size()]->pane;
     const uint32_t what = random() % 6;
@@ -74,7 +74,7 @@ void Cycle(const Backend& b, TestWindow& window) {
 
 TEST_P(Soak, OpeningAndClosingKeepsNoMoreThanTheSystemDoes) {
   TestWindow window(160, 120);
-  const int cycles = Setting("NIVRAL_SOAK_CYCLES", 5);
+  const int cycles = Setting("NIVRAL_SOAK_CYCLES", 3);
   // What the system keeps of a few cycles is within the slack.
   const bool few = cycles <= 5 || !b.bare;
   const size_t system = few ? 0 : KeptByRounds(cycles, [&] { b.bare(window); });

@@ -79,7 +79,7 @@ TEST_F(SdlEvents, LeaveNothingInAQueueThatNobodyPolls) {
     ASSERT_TRUE(Push(SDL_MOUSEMOTION, &SDL_Event::motion, id)) << i;
     ASSERT_TRUE(Push(SDL_FINGERMOTION, &SDL_Event::tfinger, id)) << i;
   }
-  for (int size = 0; size < 6; ++size) {
+  for (int size = 0; size < 3; ++size) {
     pane.Init(32 + size * 2, 48);
     pane.window.ResizeClient(150 + size, 100);
     grey = Grey(32 + size * 2);
@@ -146,7 +146,7 @@ TEST_F(SdlTest, CallsFromHandlersOfSentMessagesNeitherHangNorAnswerThem) {
   std::atomic<bool> enough{false};
   std::atomic<int> atWork{2};
   std::thread sender([&] {
-    for (WPARAM i = 0; i < 300; ++i)
+    for (WPARAM i = 0; i < 150; ++i)
       displayer.wrong += SendCall(window.Handle(), i % 3 ? 0 : i / 3 % 5) ? 0 : 1;
     enough = true;
     --atWork;
