@@ -101,22 +101,23 @@ void SdlMosaic::Prepare(SDL_Renderer* renderer, SDL_Texture* video, SdlOverlayBa
   m_prepared = true;
 }
 
-bool SdlMosaic::Draw(SDL_Renderer* renderer, const MosaicGrid& grid) {
-  if (grid.columns == 0) return false;
+void SdlMosaic::Draw(SDL_Renderer* renderer, const MosaicGrid& grid) {
+  if (grid.columns == 0) return;
   const SDL_Rect target = ToSdl(grid.target);
-  if (m_prepared) return SDL_RenderCopy(renderer, m_drawn.get(), nullptr, &target) == 0;
-  if (!m_source.resize(static_cast<size_t>(grid.source.Width()) *
-                       static_cast<size_t>(grid.source.Height())) ||
-      !m_blocks.resize(static_cast<size_t>(grid.columns) * static_cast<size_t>(grid.rows))) {
-    SDL_SetRenderDrawColor(renderer, 0, 0, 0, SDL_ALPHA_OPAQUE);
-    return SDL_RenderFillRect(renderer, &target) == 0;
-  }
-  return ReadBack(renderer, grid) && SDL_RenderCopy(renderer, m_uploaded.get(), nullptr, &target) == 0;
+  const auto cover = [&](SDL_Texture* blocks) {
+    return SDL_RenderCopy(renderer, blocks, nullptr, &target) == 0;
+  };
+  if (m_prepared && cover(m_drawn.get())) return;
+  if (ReadBack(renderer, grid) && cover(m_uploaded.get())) return;
+  SDL_SetRenderDrawColor(renderer, 0, 0, 0, SDL_ALPHA_OPAQUE);
+  SDL_RenderFillRect(renderer, &target);
 }
 
 bool SdlMosaic::ReadBack(SDL_Renderer* renderer, const MosaicGrid& grid) {
   const SDL_Rect area = ToSdl(grid.source);
-  if (!EnsureTexture(m_uploaded, renderer, SDL_TEXTUREACCESS_STREAMING, grid) ||
+  if (!m_source.resize(static_cast<size_t>(area.w) * static_cast<size_t>(area.h)) ||
+      !m_blocks.resize(static_cast<size_t>(grid.columns) * static_cast<size_t>(grid.rows)) ||
+      !EnsureTexture(m_uploaded, renderer, SDL_TEXTUREACCESS_STREAMING, grid) ||
       SDL_RenderReadPixels(renderer, &area, kFormat, m_source.data(), area.w * kBytesPerPixel) != 0) {
     return false;
   }

@@ -18,9 +18,8 @@ class SdlMosaic {
   void Prepare(SDL_Renderer* renderer, SDL_Texture* video, SdlOverlayBatch& overlays, const MosaicGrid& grid,
                const SDL_Point& display);
 
-  /// Over the finished picture. An area is filled with black while there is no memory for a mosaic. Whether
-  /// it was covered.
-  bool Draw(SDL_Renderer* renderer, const MosaicGrid& grid);
+  /// Over the finished picture. The area is filled with black when no mosaic can be made: it must not be seen.
+  void Draw(SDL_Renderer* renderer, const MosaicGrid& grid);
 
   /// To be called before the renderer goes.
   void Clear();

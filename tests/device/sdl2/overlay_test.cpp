@@ -19,7 +19,23 @@ class SdlOverlays : public SdlTest {
   TestFrame frame = FlatFrame(kWidth, kHeight, 16, 128, 128);
 };
 
-TEST_F(SdlOverlays, TheMosaicRepeatsEachBlocksCornerPastTheArea) {
+/// The last SDL_TextureAccess whose textures can be copied onto a part of the picture.
+int g_lastCopied = SDL_TEXTUREACCESS_TARGET;
+int Copy(SDL_Renderer* renderer, SDL_Texture* texture, const SDL_Rect* from, const SDL_Rect* to) {
+  int access = 0;
+  SDL_QueryTexture(texture, nullptr, &access, nullptr, nullptr);
+  const auto copy = RealFunction<decltype(SDL_RenderCopy)>("SDL2.dll", "SDL_RenderCopy");
+  return to && access > g_lastCopied ? -1 : copy(renderer, texture, from, to);
+}
+
+/// The driver, and whether textures fail.
+class SdlRenderers : public SdlOverlays, public testing::WithParamInterface<std::pair<const char*, bool>> {};
+
+TEST_P(SdlRenderers, RepeatTheCornersOfAMosaicsBlocksPastItsArea) {
+  const auto& [driver, failing] = GetParam();
+  const auto startAnew = [&] { return NIVRAL_DWFreeDraw(pane.handle), pane.Start(kWidth, kHeight); };
+  SDL_SetHint(SDL_HINT_RENDER_DRIVER, driver);
+  startAnew();
   for (size_t i = 0; i < frame.y.size(); ++i)
     frame.y[i] = static_cast<uint8_t>(16 + (i % kWidth * 7 + i / kWidth * 13) % 219);
   const auto word = [](float value) { return std::bit_cast<uint32_t>(value); };
@@ -31,29 +47,39 @@ TEST_F(SdlOverlays, TheMosaicRepeatsEachBlocksCornerPastTheArea) {
   pane.Show(frame);
   NIVRAL_DWSetPause(pane.handle, 1);
   const ScreenShot plain = pane.Show(frame);
+  const ImportPatch copies("SDL2.dll", "SDL_RenderCopy", &Copy);
+  g_lastCopied = failing ? SDL_TEXTUREACCESS_STREAMING : SDL_TEXTUREACCESS_TARGET;
+  startAnew();
+  SDL_ResetHint(SDL_HINT_RENDER_DRIVER);
   NIVRAL_DWSetMosaicFlag(pane.handle, 1);
+  const auto expect = [&](const RECT& area, int level, int block) {
+    NIVRAL_DWSetMosaics(pane.handle, reinterpret_cast<const uint8_t*>(&area));
+    NIVRAL_DWSetMosaicLevel(pane.handle, static_cast<uint32_t>(level));
+    const ScreenShot shot = pane.Show(frame);
+    const auto blocks = [side = block](LONG extent) { return side ? (extent + side - 1) / side * side : 0; };
+    const LONG width = blocks(area.right - area.left), height = blocks(area.bottom - area.top);
+    int wrong = 0;
+    for (int y = 0; y < kHeight; ++y)
+      for (int x = 0; x < kWidth; ++x) {
+        const int dx = x - area.left, dy = y - area.top;
+        const bool inside = dx >= 0 && dy >= 0 && dx < width && dy < height;
+        const int from = inside ? std::max(x - dx % block, 0) : x;
+        const int line = inside ? std::max(y - dy % block, 0) : y;
+        const Rgb wanted =
+            inside && g_lastCopied == SDL_TEXTUREACCESS_STATIC ? Rgb{0, 0, 0} : plain.At(from, line);
+        wrong += !Near(shot.At(x, y), wanted, 0) && !InMark(shot, from, line);
+      }
+    EXPECT_EQ(wrong, 0) << "level " << level << " at " << area.left;
+  };
   for (const RECT& area : {RECT{101, 52, 160, 97}, {-7, -4, 60, 80}, {330, 20, 420, 60}, {0, 9, 130, 120}})
     for (const auto& [level, block] :
-         {std::array{1, 3}, {4, 12}, {20, 9}, {50, 15}, {7, 21}, {44, 132}, {0, 0}, {-4, 0}}) {
-      NIVRAL_DWSetMosaics(pane.handle, reinterpret_cast<const uint8_t*>(&area));
-      NIVRAL_DWSetMosaicLevel(pane.handle, static_cast<uint32_t>(level));
-      const ScreenShot shot = pane.Show(frame);
-      const auto blocks = [side = block](LONG extent) {
-        return side ? (extent + side - 1) / side * side : 0;
-      };
-      const LONG width = blocks(area.right - area.left), height = blocks(area.bottom - area.top);
-      int wrong = 0;
-      for (int y = 0; y < kHeight; ++y)
-        for (int x = 0; x < kWidth; ++x) {
-          const int dx = x - area.left, dy = y - area.top;
-          const bool inside = dx >= 0 && dy >= 0 && dx < width && dy < height;
-          const int from = inside ? std::max(x - dx % block, 0) : x;
-          const int line = inside ? std::max(y - dy % block, 0) : y;
-          wrong += !Near(shot.At(x, y), plain.At(from, line), 0) && !InMark(shot, from, line);
-        }
-      EXPECT_EQ(wrong, 0) << "level " << level << " at " << area.left;
-    }
+         {std::array{1, 3}, {4, 12}, {20, 9}, {50, 15}, {7, 21}, {44, 132}, {0, 0}, {-4, 0}})
+      expect(area, level, block);
+  g_lastCopied = SDL_TEXTUREACCESS_STATIC;
+  expect({20, 40, 110, 100}, 2, 6);
 }
+INSTANTIATE_TEST_SUITE_P(Kinds, SdlRenderers,
+                         testing::Values(std::pair{"direct3d", false}, std::pair{"direct3d", true}));
 
 TTF_Font* NoFont(const char*, int) {
   return nullptr;
@@ -73,19 +99,6 @@ TEST_F(SdlOverlays, BoxesAreDrawnWithoutLabelsWhenNoFontOpens) {
   EXPECT_TRUE(EqualRect(&lit, std::array{RECT{38, 58, 141, 121}}.data()));
 }
 
-/// A font file in the system's folder while it lives.
-class PlantedFont {
- public:
-  PlantedFont(const std::string& font, const std::string& file) : m_file(file) {
-    const std::string from = R"(Z:\usr\share\fonts\truetype\dejavu\)" + font;
-    EXPECT_TRUE(CopyFileA(from.c_str(), file.c_str(), TRUE)) << from << " " << file;
-  }
-  ~PlantedFont() { DeleteFileA(m_file.c_str()); }
-
- private:
-  std::string m_file;
-};
-
 bool IsMonospaced() {
   SdlFont font;
   EXPECT_TRUE(font.SetSize(12));
@@ -96,10 +109,13 @@ TEST_F(SdlTest, TheFontIsTheLookupsElseOneThatTheSystemHas) {
   EXPECT_EQ(FontPath(), FontPath());
   DeleteFileA(FontPath());
   EXPECT_FALSE(IsMonospaced()) << "the system's own font";
-  const PlantedFont fallback("DejaVuSansMono.ttf", R"(C:\windows\Fonts\arial.ttf)");
+  const char* const files[] = {R"(C:\windows\Fonts\arial.ttf)", FontPath()};
+  CopyFileA(R"(Z:\usr\share\fonts\truetype\dejavu\DejaVuSansMono.ttf)", files[0], TRUE);
   EXPECT_TRUE(IsMonospaced());
-  const PlantedFont first("DejaVuSans.ttf", FontPath());
+  CopyFileA(R"(Z:\usr\share\fonts\truetype\dejavu\DejaVuSans.ttf)", files[1], TRUE);
   EXPECT_FALSE(IsMonospaced());
+  for (const char* file : files)
+    EXPECT_TRUE(DeleteFileA(file)) << file;
 }
 
 }  // namespace
