@@ -61,7 +61,7 @@ SDL_Rect FindLetters(const SDL_Surface& picture) {
 }  // namespace
 
 SdlAtlas& SdlText::Atlas() {
-  if (m_atlas.Prepare(m_renderer, m_displayWidth)) ClearEntries();
+  if (!std::exchange(m_atlasReady, true) && m_atlas.Prepare(m_renderer, m_displayWidth)) ClearEntries();
   return m_atlas;
 }
 

@@ -20,6 +20,7 @@ class SdlText {
   void BeginFrame(SDL_Renderer* renderer, int32_t displayWidth) {
     m_renderer = renderer;
     m_displayWidth = displayWidth;
+    m_atlasReady = false;
   }
   bool InFrame() const { return m_renderer != nullptr; }
 
@@ -65,6 +66,7 @@ class SdlText {
   SDL_Renderer* m_renderer = nullptr;  ///< while a frame is being made
   int32_t m_displayWidth = 0;
   SdlAtlas m_atlas;
+  bool m_atlasReady = false;  ///< prepared for this frame: a second time would lose what the frame shows
   std::unique_ptr<Entry> m_entries;
   uint32_t m_frame = 0;
   int64_t m_abandoned = 0;  ///< pixels of the common texture that released texts have taken

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The fonts of SDL panes and their mosaic, one video pixel on one screen pixel.
 #include <array>
+#include <optional>
 
 #include "backends/sdl2/sdl_font.h"
 #include "display/fonts.h"
@@ -27,6 +28,10 @@ int Copy(SDL_Renderer* renderer, SDL_Texture* texture, const SDL_Rect* from, con
   const auto copy = RealFunction<decltype(SDL_RenderCopy)>("SDL2.dll", "SDL_RenderCopy");
   return to && access > g_lastCopied ? -1 : copy(renderer, texture, from, to);
 }
+SDL_Texture* CreateNoAtlas(SDL_Renderer* renderer, Uint32 format, int access, int width, int height) {
+  const auto create = RealFunction<decltype(SDL_CreateTexture)>("SDL2.dll", "SDL_CreateTexture");
+  return access == SDL_TEXTUREACCESS_STATIC ? nullptr : create(renderer, format, access, width, height);
+}
 
 /// The driver, and whether textures fail.
 class SdlRenderers : public SdlOverlays, public testing::WithParamInterface<std::pair<const char*, bool>> {};
@@ -48,6 +53,8 @@ TEST_P(SdlRenderers, RepeatTheCornersOfAMosaicsBlocksPastItsArea) {
   NIVRAL_DWSetPause(pane.handle, 1);
   const ScreenShot plain = pane.Show(frame);
   const ImportPatch copies("SDL2.dll", "SDL_RenderCopy", &Copy);
+  std::optional<ImportPatch> textures;
+  if (failing) textures.emplace("SDL2.dll", "SDL_CreateTexture", &CreateNoAtlas);
   g_lastCopied = failing ? SDL_TEXTUREACCESS_STREAMING : SDL_TEXTUREACCESS_TARGET;
   startAnew();
   SDL_ResetHint(SDL_HINT_RENDER_DRIVER);
