@@ -28,9 +28,8 @@ bool SdlAtlas::Prepare(SDL_Renderer* renderer, int32_t displayWidth) {
   if (m_texture) {
     SDL_SetTextureBlendMode(m_texture.get(), SDL_BLENDMODE_BLEND);
     SDL_SetTextureScaleMode(m_texture.get(), SDL_ScaleModeNearest);
-    SDL_RendererInfo info{};
     // A software renderer would copy where it can fill.
-    if (SDL_GetRendererInfo(renderer, &info) == 0 && (info.flags & SDL_RENDERER_SOFTWARE) == 0) PaintSpot();
+    if (!IsSoftware(renderer)) PaintSpot();
   }
   Empty();
   return true;

@@ -91,7 +91,7 @@ class TargetScope {
 void SdlMosaic::Prepare(SDL_Renderer* renderer, SDL_Texture* video, SdlOverlayBatch& overlays,
                         const MosaicGrid& grid, const SDL_Point& display) {
   m_prepared = false;
-  if (grid.columns == 0 || !IsRegular(grid) || !SDL_RenderTargetSupported(renderer) ||
+  if (grid.columns == 0 || !IsRegular(grid) || IsSoftware(renderer) || !SDL_RenderTargetSupported(renderer) ||
       !EnsureTexture(m_drawn, renderer, SDL_TEXTUREACCESS_TARGET, grid)) {
     return;
   }

@@ -10,7 +10,8 @@ namespace libnivral {
 
 /// Covers part of the picture with blocks: one small texture, one texel a block, enlarged without smoothing.
 /// The renderer draws the picture into it, a pixel a block; where it cannot, the area is read back instead,
-/// which has to wait for all that was drawn.
+/// which has to wait for all that was drawn. A software renderer cannot: it knows no parts of pixels, and what
+/// it has drawn lies in memory anyway.
 class SdlMosaic {
  public:
   /// Before anything is drawn on the display, whose size goes with the grid: makes the blocks of the video

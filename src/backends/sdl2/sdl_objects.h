@@ -27,4 +27,10 @@ inline SDL_Rect ToSdl(const PixelRect& r) {
   return {r.left, r.top, r.right - r.left, r.bottom - r.top};
 }
 
+/// Whether a renderer draws into memory, pixel by pixel and in whole pixels.
+inline bool IsSoftware(SDL_Renderer* renderer) {
+  SDL_RendererInfo info{};
+  return SDL_GetRendererInfo(renderer, &info) == 0 && (info.flags & SDL_RENDERER_SOFTWARE) != 0;
+}
+
 }  // namespace libnivral

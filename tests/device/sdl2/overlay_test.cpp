@@ -86,7 +86,8 @@ TEST_P(SdlRenderers, RepeatTheCornersOfAMosaicsBlocksPastItsArea) {
   expect({20, 40, 110, 100}, 2, 6);
 }
 INSTANTIATE_TEST_SUITE_P(Kinds, SdlRenderers,
-                         testing::Values(std::pair{"direct3d", false}, std::pair{"direct3d", true}));
+                         testing::Values(std::pair{"direct3d", false}, std::pair{"software", false},
+                                         std::pair{"direct3d", true}));
 
 TTF_Font* NoFont(const char*, int) {
   return nullptr;
