@@ -8,6 +8,7 @@
 #include <climits>
 #include <cstdint>
 #include <iosfwd>
+#include <utility>
 #include <vector>
 
 struct Rgb {
@@ -16,11 +17,14 @@ struct Rgb {
   int b;
 };
 
-/// A copy of a rectangle of the screen.
+/// A copy of a rectangle of the screen, or of a picture.
 class ScreenShot {
  public:
   /// `area` in screen coordinates.
   explicit ScreenShot(const RECT& area);
+  /// Words of 0xRRGGBB from the left of the top row on.
+  ScreenShot(int width, int height, std::vector<uint32_t> pixels)
+      : m_width(width), m_height(height), m_pixels(std::move(pixels)) {}
 
   int Width() const { return m_width; }
   int Height() const { return m_height; }

@@ -1,18 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "player_process.h"
 
+// GDI+ wants COM's types, which windows.h leaves out when it is lean, and min and max.
+#include <objidl.h>
+
 #include <algorithm>
+namespace Gdiplus {
+using std::max;
+using std::min;
+}  // namespace Gdiplus
+#include <gdiplus.h>
+
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
-namespace {
+#include "support/wait.h"
 
-constexpr DWORD kLongestRunMs = 60'000;
+namespace {
 
 std::string TextOf(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   std::string text{std::istreambuf_iterator<char>(file), {}};
-  text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+  std::erase(text, '\r');
   return text;
 }
 
@@ -22,16 +32,6 @@ HANDLE OpenOutput(const std::string& path) {
                      CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
-}  // namespace
-
-std::string FreshFile(const char* name) {
-  char folder[MAX_PATH] = "";
-  GetTempPathA(sizeof(folder), folder);
-  const std::string path = folder + std::to_string(GetCurrentProcessId()) + "-" + name;
-  DeleteFileA(path.c_str());
-  return path;
-}
-
 std::string ProgramFolder() {
   char path[MAX_PATH] = "";
   GetModuleFileNameA(nullptr, path, sizeof(path));
@@ -39,8 +39,17 @@ std::string ProgramFolder() {
   return self.substr(0, self.find_last_of('\\') + 1);
 }
 
-RunningPlayer::RunningPlayer(const std::string& arguments, const std::string& folder)
-    : m_outputPath(FreshFile("output.txt")) {
+}  // namespace
+
+std::string FreshFile(const char* name) {
+  const auto own = std::to_string(GetCurrentProcessId()).append("-").append(name);
+  const std::filesystem::path path = std::filesystem::temp_directory_path() / own;
+  std::filesystem::remove(path);
+  return path.string();
+}
+
+RunningPlayer::RunningPlayer(const std::string& arguments) {
+  const std::string folder = ProgramFolder();
   std::string command = "\"" + folder + "nivral_player.exe\" --no-settings " + arguments;
   const libnivral::UniqueFile output(OpenOutput(m_outputPath));
   STARTUPINFOA startup{};
@@ -57,21 +66,21 @@ RunningPlayer::RunningPlayer(const std::string& arguments, const std::string& fo
 }
 
 HWND RunningPlayer::WaitForTitle(const std::string& text) const {
-  constexpr int kLongestWaitMs = 60'000;
-  constexpr int kPauseMs = 50;
-  for (int waited = 0; waited < kLongestWaitMs; waited += kPauseMs) {
-    HWND window = FindWindowA("nivral_player", nullptr);
+  HWND window = nullptr;
+  WaitUntil([&] {
+    window = FindWindowA("nivral_player", nullptr);
     char title[256] = "";
     GetWindowTextA(window, title, sizeof(title));
-    if (std::string(title).find(text) != std::string::npos) return window;
-    if (WaitForSingleObject(m_process.get(), kPauseMs) != WAIT_TIMEOUT) return nullptr;
-  }
-  return nullptr;
+    if (std::string(title).find(text) != std::string::npos) return true;
+    window = nullptr;
+    return WaitForSingleObject(m_process.get(), 20) != WAIT_TIMEOUT;
+  });
+  return window;
 }
 
 PlayerRun RunningPlayer::Wait() {
   if (!m_process) return {ERROR_PROC_NOT_FOUND, "the player did not start"};
-  if (WaitForSingleObject(m_process.get(), kLongestRunMs) != WAIT_OBJECT_0)
+  if (WaitForSingleObject(m_process.get(), 60000) != WAIT_OBJECT_0)
     TerminateProcess(m_process.get(), ERROR_TIMEOUT);
   WaitForSingleObject(m_process.get(), INFINITE);
   DWORD exitCode = 0;
@@ -83,4 +92,24 @@ PlayerRun RunningPlayer::Wait() {
 
 PlayerRun RunPlayerProgram(const std::string& arguments) {
   return RunningPlayer(arguments).Wait();
+}
+
+ScreenShot TakePicture(const std::string& path) {
+  ULONG_PTR token = 0;
+  const Gdiplus::GdiplusStartupInput input;
+  Gdiplus::GdiplusStartup(&token, &input, nullptr);
+  std::vector<uint32_t> pixels;
+  int width = 0, height = 0;
+  {
+    Gdiplus::Bitmap bitmap(std::wstring(path.begin(), path.end()).c_str());
+    width = static_cast<int>(bitmap.GetWidth()), height = static_cast<int>(bitmap.GetHeight());
+    for (int at = 0; at < width * height; ++at) {
+      Gdiplus::Color colour;
+      bitmap.GetPixel(at % width, at / width, &colour);
+      pixels.push_back(colour.GetValue());
+    }
+  }
+  Gdiplus::GdiplusShutdown(token);
+  DeleteFileA(path.c_str());
+  return {width, height, std::move(pixels)};
 }

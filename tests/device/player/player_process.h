@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "support/screen.h"
 #include "util/win_handles.h"
 
 /// What a run of the player left behind.
@@ -16,13 +17,10 @@ struct PlayerRun {
 /// A file in the temporary folder for this process; whatever was there is gone.
 std::string FreshFile(const char* name);
 
-/// The folder of this test and of nivral_player.exe, with a backslash at its end.
-std::string ProgramFolder();
-
-/// A run of nivral_player.exe from a folder, which is also its current one.
+/// A run of nivral_player.exe from this test's folder, which is also its current one.
 class RunningPlayer {
  public:
-  explicit RunningPlayer(const std::string& arguments, const std::string& folder = ProgramFolder());
+  explicit RunningPlayer(const std::string& arguments);
 
   /// Waits until the main window's title contains a text; null when it does not in a minute.
   HWND WaitForTitle(const std::string& text) const;
@@ -30,9 +28,12 @@ class RunningPlayer {
   PlayerRun Wait();
 
  private:
-  std::string m_outputPath;
+  std::string m_outputPath = FreshFile("output.txt");
   libnivral::UniqueThread m_process;
 };
 
 /// Runs the player to its end.
 PlayerRun RunPlayerProgram(const std::string& arguments);
+
+/// The pixels of a picture file, which is deleted; none of one that cannot be read.
+ScreenShot TakePicture(const std::string& path);
