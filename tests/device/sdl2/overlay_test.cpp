@@ -43,11 +43,9 @@ TEST_P(SdlRenderers, RepeatTheCornersOfAMosaicsBlocksPastItsArea) {
   startAnew();
   for (size_t i = 0; i < frame.y.size(); ++i)
     frame.y[i] = static_cast<uint8_t>(16 + (i % kWidth * 7 + i / kWidth * 13) % 219);
-  const auto word = [](float value) { return std::bit_cast<uint32_t>(value); };
-  const uint32_t low[] = {word(15), word(90)}, high[] = {word(70), word(140)};
-  const uint16_t type[] = {1, 4}, distance[] = {123, 45}, none[] = {0, 0};
-  NIVRAL_DWSetAlgInfo(pane.handle, 2, low, low, high, high, type, distance, none, none, 3);
-  NIVRAL_DWSetDsmAlgInfo(pane.handle, 2, low, high, 1, low, high, high, low, 5);
+  pane.SetBox(15, 15, 70, 70, 1, 123, 3);
+  const auto [low, high] = std::bit_cast<std::array<uint32_t, 2>>(std::array{90.0f, 140.0f});
+  NIVRAL_DWSetDsmAlgInfo(pane.handle, 1, &low, &high, 1, &low, &low, &high, &high, 5);
   NIVRAL_DWSetOSDText(pane.handle, 0, "Lies under the mosaics", 20, 60, 0, 0x00FF80C0);
   pane.Show(frame);
   NIVRAL_DWSetPause(pane.handle, 1);
