@@ -2,7 +2,8 @@
 # Everything that must hold before a change goes in, from nothing: sets the machine up, checks format and
 # documents, analyses, builds for both systems (with Clang here, with GCC for Windows), and runs all tests.
 # Each step's output is kept in build/test/; the steps go on after a failure, and the exit code is 0 only when
-# all of them passed.
+# all of them passed. Steps that use devices take turns, and wait most of their time; the others take turns
+# beside them.
 #   test.sh            the default steps: format shell layers docs analyse native-clang threads
 #                      mingw-release package
 #   test.sh <step>...  some of them, what they cover in another build (native mingw-debug mingw-clang msvc),
@@ -13,21 +14,10 @@ LOGS=$ROOT/build/test
 BED=$ROOT/build/bed
 DEFAULT_STEPS=(format shell layers docs analyse native-clang threads mingw-release package)
 STEPS=("$@"); [ $# -gt 0 ] || STEPS=("${DEFAULT_STEPS[@]}")
-passed=0 failed=0 failures=()
 
 build_preset() {
   local preset=$1; shift
   cmake --preset "$preset" && cmake --build --preset "$preset" -j "$JOBS" "$@"
-}
-
-# Adds a CTest summary's figures to the totals.
-count_tests() {
-  local summary
-  summary=$(grep -E '% tests passed, [0-9]+ tests failed out of [0-9]+' "$1" | tail -1) || return 0
-  local bad all
-  bad=$(sed -E 's/.* ([0-9]+) tests failed out of.*/\1/' <<< "$summary")
-  all=$(sed -E 's/.* out of ([0-9]+).*/\1/' <<< "$summary")
-  passed=$((passed + all - bad)) failed=$((failed + bad))
 }
 
 step_format() { "$ROOT/scripts/format.sh" --check; }
@@ -101,27 +91,54 @@ run_windows_tests() {
   ctest --preset "$preset" -j "$JOBS" --timeout 300 "$@"
 }
 
+# The step's line comes at its end, whole, for others may print between.
 run_step() {
   local step=$1 start=$SECONDS log=$LOGS/$1.log
-  case $step in mingw-release|mingw-debug|mingw-clang|package|soak) use_bed "$BED" ;; esac
-  printf '== %-14s ' "$step"
+  rm -f "$LOGS/$step.passed"
   if "step_$step" > "$log" 2>&1; then
-    echo "passed in $((SECONDS - start)) s"
+    touch "$LOGS/$step.passed"
+    printf '== %-14s passed in %d s\n' "$step" $((SECONDS - start))
   else
-    echo "FAILED after $((SECONDS - start)) s; the end of ${log#"$ROOT"/}:"
-    tail -n 60 "$log"
-    failures+=("$step")
+    printf '== %-14s FAILED after %d s; the end of %s:\n%s\n' "$step" $((SECONDS - start)) "${log#"$ROOT"/}" \
+      "$(tail -n 60 "$log")"
   fi
-  case $step in native*|threads|mingw*) count_tests "$log" ;; esac
 }
 
+run_steps() {
+  local step
+  for step; do run_step "$step"; done
+}
+
+# Sets passed and failed to the sums of the steps' CTest summaries.
+count_tests() {
+  local bad all
+  passed=0 failed=0
+  while read -r bad all; do
+    passed=$((passed + all - bad)) failed=$((failed + bad))
+  done < <(cd "$LOGS" &&
+    sed -nE 's/.*% tests passed, ([0-9]+) tests failed out of ([0-9]+)$/\1 \2/p' "${STEPS[@]/%/.log}")
+}
+
+beside=() on_devices=()
 for step in "${STEPS[@]}"; do
   declare -F "step_$step" > /dev/null || die "there is no step $step"
+  case $step in
+    mingw-*|soak|package|reproducible|docs) on_devices+=("$step") ;;  # docs leaves files where package does
+    *) beside+=("$step") ;;
+  esac
 done
 mkdir -p "$LOGS"
 "$ROOT/scripts/setup.sh"
-for step in "${STEPS[@]}"; do run_step "$step"; done
+( renice -n 10 "$BASHPID" > /dev/null; run_steps "${beside[@]}" ) &
+if [ ${#on_devices[@]} -gt 0 ]; then
+  use_bed "$BED"
+  run_steps "${on_devices[@]}"
+fi
+wait
 
+failures=()
+for step in "${STEPS[@]}"; do [ -e "$LOGS/$step.passed" ] || failures+=("$step"); done
+count_tests
 say "steps: $((${#STEPS[@]} - ${#failures[@]})) passed," \
   "${#failures[@]} failed${failures:+ (${failures[*]})};" \
   "$SECONDS s in all"
