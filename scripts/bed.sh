@@ -3,7 +3,9 @@
 # prefix.
 #   bed.sh up [dir]     starts what is not running and writes dir/env.sh, to be sourced before running Windows
 #                       programs
-#   bed.sh down [dir]   ends exactly what `up` started
+#   bed.sh second dir   another display and Wine prefix, for tests that wait for windows beside those of the bed
+#                       whose environment is set
+#   bed.sh down [dir]   ends exactly what `up` or `second` started
 #   bed.sh prefix [dir] only the Wine prefix dir/wp, on the display that is set
 # Beds in different folders are independent of each other. SCREEN=WxH sets the display's size.
 . "$(dirname "$0")/common.sh"
@@ -23,6 +25,11 @@ write_env() {
   { printf 'export DISPLAY=:%s BED_FB=%q\n' "$(cat "$D/display")" "$D/fb/Xvfb_screen0"
     printf 'export XDG_RUNTIME_DIR=%q PULSE_SERVER=%q\n' "$D/xrt" "unix:$D/xrt/pulse/native"
     wine_environment "$D/wp"; } > "$D/env.sh"
+}
+
+start_screen() {
+  mkdir -p "$D"/{fb,xrt}; chmod 700 "$D/xrt"
+  start_display; write_env; . "$D/env.sh"
 }
 
 start_sound() {
@@ -53,9 +60,10 @@ start_wine() {
 case ${1:-} in
 up)
   alive xvfb && alive pulse && { say "bed: already up"; exit 0; }
-  mkdir -p "$D"/{fb,xrt}; chmod 700 "$D/xrt"
   say "bed: starting display, sound and Wine in $D"
-  start_display; write_env; . "$D/env.sh"; start_sound; start_wine ;;
+  start_screen; start_sound; start_wine ;;
+second)
+  alive xvfb || { start_screen; start_wine; } ;;
 down)
   [ -f "$D/env.sh" ] || exit 0
   . "$D/env.sh"

@@ -88,6 +88,7 @@ step_soak() {
 
 run_windows_tests() {
   local preset=$1; shift
+  wait "$second_bed" && export NIVRAL_SECOND_BED=$BED-2
   ctest --preset "$preset" -j "$JOBS" --timeout 300 "$@"
 }
 
@@ -103,6 +104,11 @@ run_step() {
       "$(tail -n 60 "$log")"
   fi
 }
+
+end_beds() {
+  "$ROOT/scripts/bed.sh" down "$BED-2" || true
+  [ -z "${OWN_BED:-}" ] || "$ROOT/scripts/bed.sh" down "$OWN_BED" || true
+} > /dev/null 2>&1
 
 run_steps() {
   local step
@@ -132,6 +138,8 @@ mkdir -p "$LOGS"
 ( renice -n 10 "$BASHPID" > /dev/null; run_steps "${beside[@]}" ) &
 if [ ${#on_devices[@]} -gt 0 ]; then
   use_bed "$BED"
+  trap end_beds EXIT
+  "$ROOT/scripts/bed.sh" second "$BED-2" > "$LOGS/bed.log" 2>&1 & second_bed=$!
   run_steps "${on_devices[@]}"
 fi
 wait
