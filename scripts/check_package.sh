@@ -7,6 +7,9 @@ OUT=$ROOT/build/package
 HERE="$OUT/a client"
 CC=x86_64-w64-mingw32-gcc-posix
 CXX=x86_64-w64-mingw32-g++-posix
+if command -v ccache > /dev/null; then
+  export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_BASEDIR=$ROOT
+fi
 PROMISED=(-Wall -Wextra -Wpedantic -Wshadow -Werror -fno-exceptions -fno-rtti)
 
 unpack() {
@@ -36,8 +39,8 @@ check_documents() {
 # configure_and_build <source> <name> [option of cmake...]
 configure_and_build() {
   local source=$1 name=$2; shift 2
-  cmake -G Ninja -S "$source" -B "$HERE/$name" "$@"
-  cmake --build "$HERE/$name" -j "$JOBS" --target "${TARGETS[@]-all}"
+  cmake -G Ninja -S "$source" -B "$HERE/$name" "$@" &&
+    cmake --build "$HERE/$name" -j "$JOBS" --target "${TARGETS[@]-all}"
 }
 with_toolchain_file=(-DCMAKE_TOOLCHAIN_FILE="$ROOT/cmake/mingw-w64.cmake")
 without_toolchain_file=(-DCMAKE_SYSTEM_NAME=Windows "-DCMAKE_C_COMPILER=$CC")
@@ -82,20 +85,27 @@ run() {
   quietly "$1.log" "$1" timeout 120 "$WINE" "$@" < /dev/null
 }
 
+# A client's project finds the package by its path, with a toolchain file and without, and by a prefix.
+build_clients() {
+  configure_and_build "$HERE/project" strict "${with_toolchain_file[@]}" &&
+    configure_and_build "$HERE/project" loose "${without_toolchain_file[@]}" &&
+    sed -i 's/ PATHS.*)/)/' "$HERE/project/CMakeLists.txt" &&
+    configure_and_build "$HERE/project" from_port "${without_toolchain_file[@]}" \
+      -DCMAKE_PREFIX_PATH="$HERE/vcpkg"
+}
+
 unpack
 check_documents
-"$ROOT/scripts/check_snippets.sh" "$KIT/include"
-say "package: plain compiler lines"
-compile_by_hand
-say "package: CMake"
+say "package: the documents' code, plain compiler lines and CMake"
+"$ROOT/scripts/check_snippets.sh" "$KIT/include" & snippets=$!
 snippet_project
 install_port
-configure_and_build "$HERE/project" strict "${with_toolchain_file[@]}"
-configure_and_build "$HERE/project" loose "${without_toolchain_file[@]}"
-sed -i 's/ PATHS.*)/)/' "$HERE/project/CMakeLists.txt"
-configure_and_build "$HERE/project" from_port "${without_toolchain_file[@]}" -DCMAKE_PREFIX_PATH="$HERE/vcpkg"
+quietly "$HERE/clients.log" "building clients by CMake" build_clients & clients=$!
+compile_by_hand
 TARGETS=(nivral_minimal nivral_player)
 configure_and_build "$KIT/examples" examples "${with_toolchain_file[@]}"
+wait $snippets
+wait $clients
 
 cd "$HERE"
 run "$KIT/bin/minimal.exe" & first=$!
