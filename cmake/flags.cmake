@@ -3,8 +3,10 @@
 add_library(nivral_flags INTERFACE)
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  # Without this ccache declines whatever uses precompiled headers.
-  set(launcher "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${CCACHE_PROGRAM}")
+  # Without the first ccache declines whatever uses precompiled headers; with the others what was compiled in one
+  # clone serves all.
+  set(launcher "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros
+               "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" CCACHE_NOHASHDIR=1 "${CCACHE_PROGRAM}")
   set(CMAKE_C_COMPILER_LAUNCHER "${launcher}")
   set(CMAKE_CXX_COMPILER_LAUNCHER "${launcher}")
 endif()
@@ -19,6 +21,12 @@ else()
     $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op>
     $<$<BOOL:${NIVRAL_WERROR}>:-Werror>
     -g -gdwarf-4)
+  # The same sources give the same bytes in any folder and at any time, also where ccache makes paths
+  # relative.
+  file(RELATIVE_PATH to_sources "${CMAKE_BINARY_DIR}" "${PROJECT_SOURCE_DIR}")
+  string(REGEX REPLACE "/$" "" to_sources "${to_sources}")
+  target_compile_options(nivral_flags INTERFACE
+    "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${to_sources}=.")
 endif()
 
 if(WIN32)
@@ -26,13 +34,7 @@ if(WIN32)
     WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601 WINVER=0x0601 SDL_MAIN_HANDLED)
 endif()
 if(MINGW)
-  # The same sources give the same bytes in any folder and at any time, also where ccache makes paths
-  # relative.
-  file(RELATIVE_PATH to_sources "${CMAKE_BINARY_DIR}" "${PROJECT_SOURCE_DIR}")
-  string(REGEX REPLACE "/$" "" to_sources "${to_sources}")
-  target_compile_options(nivral_flags INTERFACE
-    "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${to_sources}=."
-    "-ffile-prefix-map=${nivral_deps}=deps")
+  target_compile_options(nivral_flags INTERFACE "-ffile-prefix-map=${nivral_deps}=deps")
   target_link_options(nivral_flags INTERFACE -static -Wl,--no-insert-timestamp)
   string(REPLACE "-O3" "-O2" CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
   # printf of the C standard (%zu, %lld) instead of the old run-time's.
