@@ -36,40 +36,41 @@ int ClipStream::Check(int result) const {
 }
 
 void ClipStream::Open() {
-  m_decoder.reset();
-  m_format.reset();
-  AVFormatContext* format = nullptr;
-  Check(avformat_open_input(&format, m_path.c_str(), nullptr, nullptr));
-  m_format.reset(format);
-  Check(avformat_find_stream_info(format, nullptr));
+  AVFormatContext* opened = nullptr;
+  Check(avformat_open_input(&opened, m_path.c_str(), nullptr, nullptr));
+  UniqueFormat format(opened);
+  Check(avformat_find_stream_info(opened, nullptr));
   const AVCodec* codec = nullptr;
-  m_index = av_find_best_stream(format, m_kind, -1, -1, &codec, 0);
+  const int index = av_find_best_stream(opened, m_kind, -1, -1, &codec, 0);
   const bool isVideo = m_kind == AVMEDIA_TYPE_VIDEO;
-  if (m_index == AVERROR_STREAM_NOT_FOUND && isVideo) throw NoPictures(m_path + ": the file has no pictures");
-  if (m_index == AVERROR_STREAM_NOT_FOUND) throw MediaError(m_path + ": the file has no sound");
-  if (m_index < 0)
+  if (index == AVERROR_STREAM_NOT_FOUND && isVideo) throw NoPictures(m_path + ": the file has no pictures");
+  if (index == AVERROR_STREAM_NOT_FOUND) throw MediaError(m_path + ": the file has no sound");
+  if (index < 0)
     throw MediaError(m_path + ": the format of its " + (isVideo ? "pictures" : "sound") +
                      " is not supported");
   for (unsigned i = 0; i < format->nb_streams; ++i)
-    if (static_cast<int>(i) != m_index) format->streams[i]->discard = AVDISCARD_ALL;
-  m_start = format->start_time == AV_NOPTS_VALUE ? 0 : static_cast<double>(format->start_time) / AV_TIME_BASE;
+    if (static_cast<int>(i) != index) format->streams[i]->discard = AVDISCARD_ALL;
+  m_decoder = OpenDecoder(*codec, *format->streams[index]);
+  m_format = std::move(format);
+  m_index = index;
+  m_start = opened->start_time == AV_NOPTS_VALUE ? 0 : static_cast<double>(opened->start_time) / AV_TIME_BASE;
   m_tick = av_q2d(Stream().time_base);
-  m_counts = (format->iformat->flags & AVFMT_NOTIMESTAMPS) != 0;
+  m_counts = (opened->iformat->flags & AVFMT_NOTIMESTAMPS) != 0;
   m_nextTime = 0;
   m_hasTime = true;
   m_hasAfterJump = false;
   m_keysOnly = false;
-  OpenDecoder(*codec);
 }
 
-void ClipStream::OpenDecoder(const AVCodec& codec) {
+ClipStream::UniqueDecoder ClipStream::OpenDecoder(const AVCodec& codec, const AVStream& stream) const {
   constexpr int64_t kMostPixels = 8192 * 8192;
-  m_decoder.reset(avcodec_alloc_context3(&codec));
-  Check(avcodec_parameters_to_context(m_decoder.get(), Stream().codecpar));
-  m_decoder->pkt_timebase = Stream().time_base;
-  m_decoder->thread_count = m_threads;
-  m_decoder->max_pixels = kMostPixels;
-  Check(avcodec_open2(m_decoder.get(), &codec, nullptr));
+  UniqueDecoder decoder(avcodec_alloc_context3(&codec));
+  Check(avcodec_parameters_to_context(decoder.get(), stream.codecpar));
+  decoder->pkt_timebase = stream.time_base;
+  decoder->thread_count = m_threads;
+  decoder->max_pixels = kMostPixels;
+  Check(avcodec_open2(decoder.get(), &codec, nullptr));
+  return decoder;
 }
 
 double ClipStream::FramesPerSecond() const {
@@ -93,6 +94,7 @@ double ClipStream::Duration() const {
 bool ClipStream::Read(AVFrame& frame, double wanted, bool exact) {
   m_wanted = wanted;
   m_exact = exact;
+  if (m_isGone) return false;
   if (!m_hasAfterJump) return Decode(frame);
   m_hasAfterJump = false;
   av_frame_unref(&frame);
@@ -189,6 +191,7 @@ bool ClipStream::JumpTo(double seconds) {
 // may be too late: then from further before, and in the end from the start.
 void ClipStream::Seek(double seconds) {
   m_hasAfterJump = false;
+  m_isGone = false;
   for (const double before : {0.0, 1.0, 4.0, 16.0, 64.0}) {
     if (m_counts || seconds - before <= 0 || !JumpTo(seconds - before)) break;
     if (!Decode(*m_afterJump) || !m_hasTime || m_time > seconds + kRounding) continue;
@@ -197,5 +200,10 @@ void ClipStream::Seek(double seconds) {
   }
   m_packetsBeforeKey = 0;
   m_mayBeCut = false;
-  Open();
+  try {
+    Open();
+  } catch (const MediaError&) {
+    m_isGone = true;
+    ++m_damages;
+  }
 }

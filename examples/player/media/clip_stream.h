@@ -27,7 +27,8 @@ class ClipStream {
 
   /// The next frame; false at the end, also where the file breaks off. See FrameSource::Next.
   bool Read(AVFrame& frame, double wanted, bool exact);
-  /// Makes a frame the next one that is shown at the time or before it.
+  /// Makes a frame the next one that is shown at the time or before it. A file that has become unreadable is
+  /// at its end then, and damaged.
   void Seek(double seconds);
 
   /// Of the frame read last, in seconds from the start of the clip.
@@ -47,8 +48,11 @@ class ClipStream {
   const AVCodecContext& Decoder() const { return *m_decoder; }
 
  private:
+  using UniqueFormat = std::unique_ptr<AVFormatContext, AvDeleter>;
+  using UniqueDecoder = std::unique_ptr<AVCodecContext, AvDeleter>;
+
   void Open();
-  void OpenDecoder(const AVCodec& codec);
+  UniqueDecoder OpenDecoder(const AVCodec& codec, const AVStream& stream) const;
   int Check(int result) const;
   bool Decode(AVFrame& frame);
   void Feed();
@@ -59,11 +63,12 @@ class ClipStream {
   std::string m_path;
   AVMediaType m_kind;
   int m_threads;
-  std::unique_ptr<AVFormatContext, AvDeleter> m_format;
-  std::unique_ptr<AVCodecContext, AvDeleter> m_decoder;
+  UniqueFormat m_format;
+  UniqueDecoder m_decoder;
   std::unique_ptr<AVPacket, AvDeleter> m_packet;
   UniqueAvFrame m_afterJump;  ///< read while seeking, and not handed out yet
   bool m_hasAfterJump = false;
+  bool m_isGone = false;  ///< could not be opened again
   int m_index = 0;
   double m_start = 0;         ///< the container's time of the clip's start
   double m_tick = 0;          ///< seconds per unit of the stream's times

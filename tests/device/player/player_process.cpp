@@ -44,7 +44,9 @@ std::string ProgramFolder() {
 std::string FreshFile(const char* name) {
   const auto own = std::to_string(GetCurrentProcessId()).append("-").append(name);
   const std::filesystem::path path = std::filesystem::temp_directory_path() / own;
-  std::filesystem::remove(path);
+  // Wine's desktop starts with the first player and keeps the output that it inherits.
+  std::error_code isInUse;
+  std::filesystem::remove(path, isInUse);
   return path.string();
 }
 

@@ -158,9 +158,21 @@ TEST(Player, SeeksAndStepsToTheVeryFrame) {
 TEST(Player, PlaysACutOffClipAsFarAsItGoesAndStaysOnItsLastFrame) {
   const std::string clip = WriteSteps("cut.y4m", 20, 40, 100);
   const std::string shot = FreshFile("cut.bmp");
-  const PlayerRun run = RunPlayerProgram("--exit --snapshot " + shot + " " + clip);
+  PlayerRun run = RunPlayerProgram("--exit --snapshot " + shot + " " + clip);
   EXPECT_EQ(run.exitCode, 0u) << run.output;
   EXPECT_EQ(StepIn(shot), 18);
+  RunningPlayer player("--pause-at 10 --snapshot " + shot + " " + clip);
+  HWND window = player.WaitForTitle("paused");
+  ASSERT_TRUE(window) << player.Wait().output;
+  RECT client{};
+  GetClientRect(window, &client);
+  WaitForPixel(window, client.right / 2, client.bottom / 2, ToRgb({40 + 3 * 10, 128, 128}), kDriverTolerance);
+  std::ofstream(clip, std::ios::binary | std::ios::trunc).close();  // as if its disk were gone
+  SendMessageA(window, WM_COMMAND, kCommandToStart, 0);
+  SendMessageA(window, WM_COMMAND, kCommandExit, 0);
+  run = player.Wait();
+  EXPECT_EQ(run.exitCode, 0u) << run.output;
+  EXPECT_EQ(StepIn(shot), 10);
   DeleteFileA(clip.c_str());
 }
 
