@@ -12,7 +12,7 @@ View::View(HWND main, Channel& channel, nivral::Backend backend, const OverlaySw
       m_overlays(channel.MakeOverlays(switches)),
       m_window(main, {channel.first.width, channel.first.height}),
       m_pane(backend, m_window.Handle(), channel.first.width, channel.first.height),
-      m_control(channel.picture, m_pane),
+      m_control(channel.picture, m_pane, channel.first.width),
       m_thread(m_pane, *channel.source, *m_overlays, clock) {
   m_window.SetEvents(this);
   // The pane makes its device ready while its window still has the picture's size.
@@ -51,6 +51,7 @@ void View::Hide() {
 
 void View::OnSize() {
   m_pane.Set([](nivral::Display& display) { display.WindowResized(); });
+  m_control.SetWidth(m_window.Size().width);
 }
 
 void View::OnWheel(int steps, POINT at) {

@@ -25,10 +25,10 @@ constexpr ColourStep kColourSteps[] = {
 
 }  // namespace
 
-PictureControl::PictureControl(PictureSettings& settings, Pane& pane) : m_settings(settings), m_pane(pane) {
+PictureControl::PictureControl(PictureSettings& settings, Pane& pane, int width)
+    : m_settings(settings), m_pane(pane), m_width(width) {
   ApplyMirror();
   ApplyColours();
-  ApplyZoom();
   ApplyMosaic();
 }
 
@@ -42,18 +42,32 @@ void PictureControl::ApplyColours() {
   });
 }
 
+/// Where pictures are zoomed, a mosaic would hide nothing then.
 void PictureControl::ApplyZoom() {
-  m_pane.SetZoom(m_settings.zoomX, m_settings.zoomY, m_settings.zoom);
+  m_pane.SetZoom(m_settings.zoomX, m_settings.zoomY, m_settings.mosaicLevel ? 1 : m_settings.zoom);
+}
+
+/// Direct3D shows whole rows of the picture, of which only one may be left. Elsewhere blocks must be a quarter
+/// of what they hide, which may be as wide as the area.
+uint32_t PictureControl::HidingLevel() const {
+  constexpr uint32_t kOneRow = 5461;
+  constexpr uint32_t kWeak[] = {5, 10, 20, 30, 50};  // stand for 1 to 5
+  if (m_pane.Backend() == nivral::Backend::kDirect3D9) return kOneRow;
+  const MosaicArea& area = m_settings.mosaicArea;
+  const auto width =
+      static_cast<uint32_t>(std::max(0.0f, area.right - area.left) * static_cast<float>(m_width));
+  const uint32_t level = width / 12 + 1;
+  return std::ranges::count(kWeak, level) == 0 ? level : level + 1;
+}
+
+uint32_t PictureControl::MosaicLevel() const {
+  const uint32_t chosen = m_settings.mosaicLevel.value_or(kHidingMosaic);
+  return chosen == kHidingMosaic ? HidingLevel() : chosen;
 }
 
 void PictureControl::ApplyMosaic() {
-  // Direct3D shows whole rows of the picture, of which only one may be left.
-  constexpr uint32_t kHidingBlocks = 8;
-  constexpr uint32_t kHidingRows = 5461;
-  const MosaicArea area = m_settings.mosaicArea;
-  const uint32_t hiding = m_pane.Backend() == nivral::Backend::kDirect3D9 ? kHidingRows : kHidingBlocks;
-  const uint32_t chosen = m_settings.mosaicLevel.value_or(kHidingMosaic);
-  m_pane.Set([area, level = chosen == kHidingMosaic ? hiding : chosen,
+  ApplyZoom();
+  m_pane.Set([area = m_settings.mosaicArea, level = MosaicLevel(),
               isOn = m_settings.mosaicLevel.has_value()](nivral::Display& display) {
     display.SetMosaicLevel(level);
     display.SetMosaicArea(area.top, area.left, area.bottom, area.right);
@@ -104,12 +118,17 @@ bool PictureControl::ChangeColour(Command command) {
 }
 
 void PictureControl::ChangeMosaicLevel(int step) {
-  constexpr uint32_t kLevels[] = {1, 2, 3, 4, 6, 8, 12, 16};  // each coarser than the one before
-  constexpr int kLast = static_cast<int>(std::size(kLevels)) - 1;
-  const uint32_t chosen = m_settings.mosaicLevel.value_or(kHidingMosaic);
-  const uint32_t level = chosen == kHidingMosaic ? 8 : chosen;
-  const auto at = static_cast<int>(std::lower_bound(std::begin(kLevels), std::end(kLevels), level) - kLevels);
-  m_settings.mosaicLevel = kLevels[std::clamp(at + step, 0, kLast)];
+  constexpr uint32_t kLevels[] = {1,  2,  3,  4,  6,  8, 12,
+                                  16, 24, 32, 48, 64, 96};  // each coarser than the one before
+  const uint32_t* const coarser = std::ranges::upper_bound(kLevels, MosaicLevel());
+  const uint32_t* const same = std::ranges::lower_bound(kLevels, MosaicLevel());
+  if (step > 0 ? coarser == std::end(kLevels) : same == std::begin(kLevels)) return;
+  m_settings.mosaicLevel = step > 0 ? *coarser : same[-1];
+  ApplyMosaic();
+}
+
+void PictureControl::SetWidth(int width) {
+  m_width = width;
   ApplyMosaic();
 }
 

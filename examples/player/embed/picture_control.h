@@ -9,7 +9,10 @@
 class PictureControl {
  public:
   /// Applies the settings at once. They outlive the control, which changes them.
-  PictureControl(PictureSettings& settings, Pane& pane);
+  PictureControl(PictureSettings& settings, Pane& pane, int width);
+
+  /// Of the pane's window, in client pixels: blocks do not grow with it.
+  void SetWidth(int width);
 
   /// Whether the command was one for the picture.
   bool Do(Command command);
@@ -26,7 +29,10 @@ class PictureControl {
   void ApplyColours();
   void ApplyZoom();
   void ApplyMosaic();
+  uint32_t HidingLevel() const;
+  uint32_t MosaicLevel() const;
 
   PictureSettings& m_settings;
   Pane& m_pane;
+  int m_width;
 };
