@@ -60,7 +60,7 @@ void Playback::SeekTo(double seconds) {
   Halt();
   m_atEnd = false;
   const double length = Length();
-  m_clock.JumpTo(std::clamp(seconds, 0.0, length > 0 ? length : seconds));
+  m_clock.JumpTo(std::clamp(seconds, 0.0, length > 0 ? length : std::max(seconds, 0.0)));
   m_grid.Refresh();
 }
 
