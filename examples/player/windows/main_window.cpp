@@ -45,6 +45,7 @@ MainWindow::~MainWindow() {
 }
 
 void MainWindow::Show(PixelSize client) {
+  constexpr PixelSize kSmallest{320, 280};  // the menu's two lines and the time bar leave little of it
   RECT frame{};
   AdjustWindowRect(&frame, kStyle, TRUE);
   RECT work{};
@@ -58,6 +59,7 @@ void MainWindow::Show(PixelSize client) {
     const PixelArea fitting = FitInto(room, client);
     size = {fitting.width, fitting.height};
   }
+  size = {std::max(size.width, kSmallest.width), std::max(size.height, kSmallest.height)};
   SetWindowPos(m_hwnd, nullptr, 0, 0, size.width + borderX, size.height + borderY, SWP_NOZORDER);
   ShowWindow(m_hwnd, SW_SHOW);
 }
