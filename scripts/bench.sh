@@ -44,11 +44,10 @@ part_kernels() {
   section "Colour" "On: $PROCESSOR; $(c++ --version | head -1);
 $(version_of libyuv0), $(version_of libavfilter8).
 
-Each cell: how many times as fast as the peer we are, and our time per frame, as the median of processor time
-on one thread. Both sides use all that the processor has. Luma is noise; chroma changes slowly, as in decoded
+Each cell: how many times as fast as the peer we are, and our time per frame, in processor time on one thread,
+as medians over rounds in which both take turns of 2 ms. Both sides use all that the processor has. Luma is noise; chroma changes slowly, as in decoded
 video. See [colour.md](colour.md)." \
-    "$bin/colour_bench" --benchmark_repetitions="$ROUNDS" --benchmark_enable_random_interleaving=true \
-    --benchmark_min_time=0.02
+    "$bin/colour_bench" $((ROUNDS * 5))
   section "Direct3D 9 upload" "On: $PROCESSOR. Milliseconds and ratio to the first way." \
     fenced "$bin/d3d9_kernels_bench"
 }

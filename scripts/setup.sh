@@ -4,7 +4,7 @@
 . "$(dirname "$0")/common.sh"
 PACKAGES=(
   g++ g++-mingw-w64-x86-64-posix cmake ninja-build ccache dpkg-dev ca-certificates git nasm libcli11-dev
-  googletest libgtest-dev libgmock-dev libbenchmark-dev libsdl2-2.0-0 ffmpeg
+  googletest libgtest-dev libgmock-dev libsdl2-2.0-0 ffmpeg
   clang lld llvm libclang-rt-14-dev clang-format clang-tidy cppcheck shellcheck python3 doxygen
   mono-mcs libmono-system-windows-forms4.0-cil pkg-config
   wine wine64 xvfb libgl1 libgl1-mesa-dri libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Colour conversion, adjustment and mirror against libyuv, libswscale, libavfilter and plain code, one
-// thread, interleaved by Google Benchmark. Prints a table of ratios.
-#include <benchmark/benchmark.h>
+// thread. Prints a table of ratios.
+//   colour_bench [rounds] [part of the names of the cells wanted, as in "mirror mode 1/704"]
 #include <libyuv.h>
 
 #include <cstdio>
 #include <cstring>
-#include <functional>
+#include <memory>
 
 #include "backends/yuvdraw/yuv2rgb.h"
 #include "colour/convert.h"
@@ -29,6 +29,8 @@ struct Size {
   int height;
   std::string Name() const { return std::to_string(width).append("x").append(std::to_string(height)); }
 };
+Ways g_ways;
+
 constexpr Size kSizes[] = {{704, 576}, {1920, 1080}, {3840, 2160}};
 
 std::vector<uint8_t> Noise(int bytes) {
@@ -73,22 +75,15 @@ struct Pictures {
   std::vector<uint8_t> out;
 };
 
-using Work = std::function<void()>;
-
 constexpr uint32_t kEveryFeature = ~uint32_t{0};
 
 /// Our forms obey our mask and libyuv's its own; both sides use all that the processor has.
 void Register(const char* name, Size size, Work work, uint32_t ourMask = kEveryFeature, int theirMask = -1) {
-  benchmark::RegisterBenchmark(std::string(name).append("/").append(size.Name()).c_str(),
-                               [=](benchmark::State& state) {
-                                 SetCpuMask(ourMask);
-                                 libyuv::MaskCpuFlags(theirMask);
-                                 for (auto _ : state) {
-                                   work();
-                                   benchmark::ClobberMemory();
-                                 }
-                               })
-      ->Unit(benchmark::kMicrosecond);
+  const auto prepare = [=] {
+    SetCpuMask(ourMask);
+    libyuv::MaskCpuFlags(theirMask);
+  };
+  g_ways[WayName(name, size.Name())] = {prepare, std::move(work)};
 }
 
 void RegisterToBgr(Size s, const std::shared_ptr<Pictures>& p) {
@@ -208,17 +203,16 @@ const std::vector<Ratio> kRatios = {
 }  // namespace
 
 int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  std::vector<std::string> names;
+  std::vector<std::string> sizes;
   for (const Size& size : kSizes) {
     const auto pictures = std::make_shared<Pictures>(size);
     RegisterToBgr(size, pictures);
     RegisterFromBgr(size, pictures);
     RegisterMirror(size, pictures);
     RegisterAdjust(size, pictures);
-    names.push_back(size.Name());
+    sizes.push_back(size.Name());
   }
-  MedianReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  return std::fputs(RatioTable(reporter, kRatios, names).c_str(), stdout) < 0;
+  const int rounds = argc > 1 ? std::atoi(argv[1]) : 45;
+  const char* const cells = argc > 2 ? argv[2] : "";
+  return std::fputs(RatioTable(g_ways, kRatios, sizes, rounds, cells).c_str(), stdout) < 0;
 }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "colour/ratio_table.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <ctime>
 
 namespace {
 
@@ -18,43 +20,57 @@ std::string Row(const std::vector<std::string>& cells) {
   return line.append("\n");
 }
 
-std::string Name(const char* work, const std::string& size) {
-  return std::string(work).append("/").append(size);
+/// Microseconds of process time that a call takes, over enough calls to last, after one that is not counted.
+double TurnUs(const Way& way) {
+  constexpr std::clock_t kTurn = CLOCKS_PER_SEC / 500;
+  way.prepare();
+  way.work();
+  const std::clock_t start = std::clock();
+  std::clock_t taken = 0;
+  int calls = 0;
+  for (; taken < kTurn; taken = std::clock() - start, ++calls)
+    way.work();
+  return 1e6 * static_cast<double>(taken) / CLOCKS_PER_SEC / calls;
+}
+
+double Median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
 }
 
 /// How many times as fast as the peer we are, marked where that misses the bar.
-std::string Cell(double ours, double peer, double bar) {
-  if (ours <= 0 || peer <= 0) return "-";
-  const double ratio = peer / ours;
-  const std::string cell = Fixed(2, ratio).append(" (").append(Fixed(0, ours)).append(" us)");
+std::string Cell(const Way& ours, const Way& peer, double bar, int rounds) {
+  std::vector<double> times;
+  std::vector<double> ratios;
+  for (int round = 0; round < rounds; ++round) {
+    times.push_back(TurnUs(ours));
+    ratios.push_back(TurnUs(peer) / times.back());
+  }
+  const double ratio = Median(ratios);
+  const std::string cell = Fixed(2, ratio).append(" (").append(Fixed(0, Median(times))).append(" us)");
   return ratio < bar ? std::string("**").append(cell).append(" misses**") : cell;
 }
 
 }  // namespace
 
-void MedianReporter::ReportRuns(const std::vector<Run>& runs) {
-  for (const Run& run : runs) {
-    if (run.run_type != Run::RT_Aggregate || run.aggregate_name != "median") continue;
-    const double us = run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit) * 1e6;
-    m_medians[run.run_name.function_name] = us;
-    std::fprintf(stderr, "%-44s %10.1f us\n", run.run_name.function_name.c_str(), us);
-  }
+std::string WayName(const std::string& work, const std::string& size) {
+  return work + "/" + size;
 }
 
-double MedianReporter::Median(const std::string& name) const {
-  const auto found = m_medians.find(name);
-  return found == m_medians.end() ? 0 : found->second;
-}
-
-std::string RatioTable(const MedianReporter& medians, const std::vector<Ratio>& ratios,
-                       const std::vector<std::string>& sizes) {
+std::string RatioTable(const Ways& ways, const std::vector<Ratio>& ratios,
+                       const std::vector<std::string>& sizes, int rounds, const std::string& wanted) {
   std::vector<std::string> head = {"work", "against", "at least"};
   head.insert(head.end(), sizes.begin(), sizes.end());
   std::string table = Row(head) + Row(std::vector<std::string>(head.size(), "---"));
   for (const Ratio& r : ratios) {
     std::vector<std::string> cells = {r.work, r.peer, Fixed(2, r.bar)};
-    for (const std::string& size : sizes)
-      cells.push_back(Cell(medians.Median(Name(r.ours, size)), medians.Median(Name(r.peer, size)), r.bar));
+    for (const std::string& size : sizes) {
+      const std::string name = WayName(r.ours, size);
+      const bool isWanted = name.find(wanted) != std::string::npos;
+      cells.push_back(isWanted ? Cell(ways.at(name), ways.at(WayName(r.peer, size)), r.bar, rounds)
+                               : std::string());
+    }
     table += Row(cells);
   }
   return table;

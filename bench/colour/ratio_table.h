@@ -1,27 +1,23 @@
 // SPDX-License-Identifier: MIT
-// Ratios of benchmarks that ran interleaved, as a table for docs/benchmarks.md.
+// How many times as fast as others' ways ours are, as a table for docs/benchmarks.md.
 #pragma once
 
-#include <benchmark/benchmark.h>
-
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
 
-/// Keeps the median time of every benchmark and prints one line for each.
-class MedianReporter : public benchmark::BenchmarkReporter {
- public:
-  bool ReportContext(const Context&) override { return true; }
-  void ReportRuns(const std::vector<Run>& runs) override;
+using Work = std::function<void()>;
 
-  /// Microseconds; 0 for a benchmark that did not run.
-  double Median(const std::string& name) const;
-
- private:
-  std::map<std::string, double> m_medians;
+/// `prepare` is not measured.
+struct Way {
+  Work prepare;
+  Work work;
 };
+using Ways = std::map<std::string, Way>;
+std::string WayName(const std::string& work, const std::string& size);
 
-/// `ours` is to be at least `bar` times as fast as `peer`. Both are names of benchmarks without the size.
+/// `ours` is to be at least `bar` times as fast as `peer`. Both are names of ways without the size.
 struct Ratio {
   const char* work;
   const char* ours;
@@ -29,6 +25,8 @@ struct Ratio {
   double bar;
 };
 
-/// One line per ratio, one column per size; sizes end the benchmarks' names.
-std::string RatioTable(const MedianReporter& medians, const std::vector<Ratio>& ratios,
-                       const std::vector<std::string>& sizes);
+/// One line per ratio, one column per size. The two sides of a cell take turns of some milliseconds, and the
+/// cell is the median over the rounds of how their turns compare: whatever else the machine does comes and
+/// goes, but mostly slows both turns of a round. Cells whose way's name has no part `wanted` stay empty.
+std::string RatioTable(const Ways& ways, const std::vector<Ratio>& ratios,
+                       const std::vector<std::string>& sizes, int rounds, const std::string& wanted);
