@@ -5,6 +5,7 @@
 #include <libyuv.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 
@@ -33,20 +34,27 @@ Ways g_ways;
 
 constexpr Size kSizes[] = {{704, 576}, {1920, 1080}, {3840, 2160}};
 
-std::vector<uint8_t> Noise(int bytes) {
-  std::vector<uint8_t> noise(static_cast<size_t>(bytes));
+struct FreeMemory {
+  void operator()(uint8_t* memory) const { std::free(memory); }
+};
+/// Starts on a cache line, as decoders' frames do.
+using Bytes = std::unique_ptr<uint8_t[], FreeMemory>;
+Bytes Noise(size_t bytes) {
+  constexpr size_t kAlignment = 64;
+  Bytes noise(static_cast<uint8_t*>(std::aligned_alloc(kAlignment, bytes)));
   uint32_t seed = 1;
-  for (uint8_t& byte : noise)
-    byte = static_cast<uint8_t>((seed = seed * 1664525 + 1013904223) >> 24);
+  for (size_t i = 0; i < bytes; ++i)
+    noise[i] = static_cast<uint8_t>((seed = seed * 1664525 + 1013904223) >> 24);
   return noise;
 }
 
 /// Luma of noise; chroma of gradients with a little noise, for it changes slowly in decoded video too.
-std::vector<uint8_t> Planes(int width, int height) {
-  std::vector<uint8_t> planes = Noise(width * height * 3 / 2);
+Bytes Planes(int width, int height) {
   const auto luma = static_cast<size_t>(width * height);
   const auto row = static_cast<size_t>(width / 2);
-  for (size_t i = luma; i < planes.size(); ++i) {
+  const size_t all = luma + luma / 2;
+  Bytes planes = Noise(all);
+  for (size_t i = luma; i < all; ++i) {
     const size_t x = (i - luma) % row;
     const size_t y = (i - luma) / row;
     planes[i] = static_cast<uint8_t>(64 + (x + y) * 128 / (row + luma / row / 2) + planes[i] % 8);
@@ -54,25 +62,39 @@ std::vector<uint8_t> Planes(int width, int height) {
   return planes;
 }
 
-/// The pictures that all ways of one size work on.
+/// Planes of 4:2:0 one behind the other.
+FrameView Packed(uint8_t* y, int w, int h) {
+  return {y, w, y + w * h, w / 2, y + w * h * 5 / 4, w / 2};
+}
+
+/// The pictures that all ways of one size work on. Whatever makes planes of planes writes to the memory of the
+/// same working frame, since pages lie better or worse for the caches.
 struct Pictures {
   explicit Pictures(Size s)
       : w(s.width),
         h(s.height),
         yuv(Planes(w, h)),
-        bgr(Noise(w * h * 3)),
-        out(static_cast<size_t>(w * h * 3)) {}
-  const uint8_t* Y() const { return yuv.data(); }
+        bgr(Noise(PixelBytes())),
+        out(Noise(PixelBytes())),
+        copy(Packed(Prepare(1, {}).y, w, h)) {}
+  size_t PlaneBytes() const { return static_cast<size_t>(w * h * 3 / 2); }
+  size_t PixelBytes() const { return static_cast<size_t>(w * h * 3); }
+  const uint8_t* Y() const { return yuv.get(); }
   const uint8_t* U() const { return Y() + w * h; }
   const uint8_t* V() const { return U() + w * h / 4; }
-  uint8_t* OutU() { return out.data() + w * h; }
+  uint8_t* OutU() { return out.get() + w * h; }
   uint8_t* OutV() { return OutU() + w * h / 4; }
-  FrameView Frame() { return {yuv.data(), w, yuv.data() + w * h, w / 2, yuv.data() + w * h * 5 / 4, w / 2}; }
+  FrameView Frame() { return Packed(yuv.get(), w, h); }
+  FrameView Prepare(uint32_t mirror, const ColourValues& colours) {
+    return working.Prepare(Frame(), static_cast<uint32_t>(w), static_cast<uint32_t>(h), mirror, colours);
+  }
   int w;
   int h;
-  std::vector<uint8_t> yuv;
-  std::vector<uint8_t> bgr;
-  std::vector<uint8_t> out;
+  Bytes yuv;
+  Bytes bgr;
+  Bytes out;
+  WorkingFrame working;
+  FrameView copy;
 };
 
 constexpr uint32_t kEveryFeature = ~uint32_t{0};
@@ -88,11 +110,10 @@ void Register(const char* name, Size size, Work work, uint32_t ourMask = kEveryF
 
 void RegisterToBgr(Size s, const std::shared_ptr<Pictures>& p) {
   const Work ours = [p] {
-    Yv12ToRgb24(p->out.data(), p->w, p->Y(), p->U(), p->V(), p->w, p->w / 2, p->w, p->h);
+    Yv12ToRgb24(p->out.get(), p->w, p->Y(), p->U(), p->V(), p->w, p->w / 2, p->w, p->h);
   };
   const Work theirs = [p] {
-    libyuv::I420ToRGB24(p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->out.data(), p->w * 3, p->w,
-                        p->h);
+    libyuv::I420ToRGB24(p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->out.get(), p->w * 3, p->w, p->h);
   };
   constexpr int kTheirSsse3 = ~libyuv::kCpuHasAVX2 & ~libyuv::kCpuHasAVX512BW & ~libyuv::kCpuHasAVX512VL;
   Register("YV12 to BGR24", s, ours);
@@ -100,65 +121,60 @@ void RegisterToBgr(Size s, const std::shared_ptr<Pictures>& p) {
   Register("YV12 to BGR24, plain code", s, ours, 0);
   Register("libyuv I420ToRGB24", s, theirs);
   Register("libyuv I420ToRGB24, SSSE3", s, theirs, kEveryFeature, kTheirSsse3);
-  Register("snapshot", s, [p] { YuvToBottomUpBgr24(p->out.data(), p->Frame(), p->w, p->h); });
+  Register("snapshot", s, [p] { YuvToBottomUpBgr24(p->out.get(), p->Frame(), p->w, p->h); });
   Register("libyuv I420ToRGB24, flipped", s, [p] {
-    libyuv::I420ToRGB24(p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->out.data(), p->w * 3, p->w,
+    libyuv::I420ToRGB24(p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->out.get(), p->w * 3, p->w,
                         -p->h);
   });
 }
 
 void RegisterFromBgr(Size s, const std::shared_ptr<Pictures>& p) {
-  const Work ours = [p] {
-    Rgb24ToYv12(p->out.data(), p->OutU(), p->OutV(), p->bgr.data(), p->w, p->h, p->w);
-  };
+  const Work ours = [p] { Rgb24ToYv12(p->out.get(), p->OutU(), p->OutV(), p->bgr.get(), p->w, p->h, p->w); };
   Register("BGR24 to YV12", s, ours);
   Register("BGR24 to YV12, plain code", s, ours, 0);
   Register("libyuv RGB24ToI420", s, [p] {
-    libyuv::RGB24ToI420(p->bgr.data(), p->w * 3, p->out.data(), p->w, p->OutU(), p->w / 2, p->OutV(),
-                        p->w / 2, p->w, -p->h);
+    libyuv::RGB24ToI420(p->bgr.get(), p->w * 3, p->out.get(), p->w, p->OutU(), p->w / 2, p->OutV(), p->w / 2,
+                        p->w, -p->h);
   });
   const std::shared_ptr<SwsContext> scaler(
       sws_getContext(p->w, p->h, AV_PIX_FMT_BGR24, p->w, p->h, AV_PIX_FMT_YUV420P, SWS_FAST_BILINEAR, nullptr,
                      nullptr, nullptr),
       sws_freeContext);
   Register("libswscale", s, [p, scaler] {
-    const uint8_t* in[4] = {p->bgr.data() + p->w * 3 * (p->h - 1)};
+    const uint8_t* in[4] = {p->bgr.get() + p->w * 3 * (p->h - 1)};
     const int inStride[4] = {-p->w * 3};
-    uint8_t* out[4] = {p->out.data(), p->OutU(), p->OutV()};
+    uint8_t* out[4] = {p->out.get(), p->OutU(), p->OutV()};
     const int outStride[4] = {p->w, p->w / 2, p->w / 2};
     sws_scale(scaler.get(), in, inStride, 0, p->h, out, outStride);
   });
 }
 
 Work Prepare(const std::shared_ptr<Pictures>& p, uint32_t mirror, const ColourValues& colours) {
-  const auto working = std::make_shared<WorkingFrame>();
-  return [p, working, mirror, colours] {
-    working->Prepare(p->Frame(), static_cast<uint32_t>(p->w), static_cast<uint32_t>(p->h), mirror, colours);
-  };
+  return [p, mirror, colours] { p->Prepare(mirror, colours); };
 }
 
 void RegisterMirror(Size s, const std::shared_ptr<Pictures>& p) {
   Register("mirror mode 1", s, Prepare(p, 1, {}));
   Register("mirror mode 2", s, Prepare(p, 2, {}));
   Register("libyuv I420Mirror", s, [p] {
-    libyuv::I420Mirror(p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->out.data(), p->w, p->OutU(),
-                       p->w / 2, p->OutV(), p->w / 2, p->w, p->h);
+    libyuv::I420Mirror(p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->copy.y, p->w, p->copy.u, p->w / 2,
+                       p->copy.v, p->w / 2, p->w, p->h);
   });
   Register("libyuv I420Rotate(180)", s, [p] {
-    libyuv::I420Rotate(p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->out.data(), p->w, p->OutU(),
-                       p->w / 2, p->OutV(), p->w / 2, p->w, p->h, libyuv::kRotate180);
+    libyuv::I420Rotate(p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->copy.y, p->w, p->copy.u, p->w / 2,
+                       p->copy.v, p->w / 2, p->w, p->h, libyuv::kRotate180);
   });
-  Register("memcpy", s, [p] { std::memcpy(p->out.data(), p->yuv.data(), p->yuv.size()); });
+  Register("memcpy", s, [p] { std::memcpy(p->copy.y, p->Y(), p->PlaneBytes()); });
 }
 
 /// The picture settings sample by sample, sine and cosine included.
 void AdjustAsWritten(Pictures& p, const reference::Settings& s) {
   const auto luma = static_cast<size_t>(p.w * p.h);
-  std::memcpy(p.out.data(), p.yuv.data(), p.yuv.size());
+  std::memcpy(p.copy.y, p.Y(), p.PlaneBytes());
   for (size_t i = 0; i < luma; ++i)
-    p.out[i] = reference::AdjustLuma(p.out[i], s);
-  for (size_t i = luma; i < luma + luma / 4; ++i)
-    reference::AdjustChroma(p.out[i], p.out[i + luma / 4], s);
+    p.copy.y[i] = reference::AdjustLuma(p.copy.y[i], s);
+  for (size_t i = 0; i < luma / 4; ++i)
+    reference::AdjustChroma(p.copy.u[i], p.copy.v[i], s);
 }
 
 void RegisterAdjust(Size s, const std::shared_ptr<Pictures>& p) {
