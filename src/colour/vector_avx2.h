@@ -123,11 +123,8 @@ inline Vec Max16(Vec a, Vec b) {
 inline Vec Greater16(Vec a, Vec b) {
   return _mm256_cmpgt_epi16(a, b);
 }
-inline Vec Comparable(Vec a) {
-  return Xor(a, Set16(0x8000));
-}
-inline Vec Carry(Vec sum, Vec a, Vec b) {
-  return Sub16(sum, Greater16(a, b));
+inline Vec LessWhereGreater(Vec x, Vec a, Vec b) {
+  return Add16(x, Greater16(a, b));
 }
 inline Vec Abs8(Vec a) {
   return _mm256_abs_epi8(a);
@@ -140,6 +137,9 @@ inline Vec MulLow(Vec a, Vec b) {
 }
 inline Vec MulHigh(Vec a, Vec b) {
   return _mm256_mulhi_epi16(a, b);
+}
+inline Vec MulRounded(Vec a, Vec b) {
+  return _mm256_mulhrs_epi16(a, b);
 }
 inline Vec MulHighUnsigned(Vec a, Vec b) {
   return _mm256_mulhi_epu16(a, b);

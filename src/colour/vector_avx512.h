@@ -97,11 +97,11 @@ inline Vec MulLow(Vec a, Vec b) {
 inline Vec MulHigh(Vec a, Vec b) {
   return _mm512_mulhi_epi16(a, b);
 }
-inline Vec Comparable(Vec a) {
-  return a;
+inline Vec MulRounded(Vec a, Vec b) {
+  return _mm512_mulhrs_epi16(a, b);
 }
-inline Vec Carry(Vec sum, Vec a, Vec b) {
-  return _mm512_mask_sub_epi16(sum, _mm512_cmpgt_epu16_mask(a, b), sum, Set16(-1));
+inline Vec LessWhereGreater(Vec x, Vec a, Vec b) {
+  return _mm512_mask_add_epi16(x, _mm512_cmpgt_epi16_mask(a, b), x, Set16(-1));
 }
 template <int kBits>
 inline Vec ShiftLeft16(Vec a) {

@@ -37,10 +37,10 @@ inline Vec Sub16(Vec a, Vec b);
 /// The low or the high half of signed products of words.
 inline Vec MulLow(Vec a, Vec b);
 inline Vec MulHigh(Vec a, Vec b);
-/// Unsigned words in the form that Carry compares.
-inline Vec Comparable(Vec a);
-/// sum + 1 where a is greater than b, both made comparable.
-inline Vec Carry(Vec sum, Vec a, Vec b);
+/// Products of words divided by 32768, rounded to nearest.
+inline Vec MulRounded(Vec a, Vec b);
+/// x, less one where a is greater than b.
+inline Vec LessWhereGreater(Vec x, Vec a, Vec b);
 template <int kBits>
 inline Vec ShiftLeft16(Vec a);
 template <int kBits>

@@ -24,21 +24,39 @@ inline void ForEachBlock(int32_t count, int32_t step, Block block) {
   }
 }
 
-// A sum of products needs 16 fraction bits and up to 10 bits before them. Each product is kept as two words,
-// the high one holding floor(product / 65536) and the low one the rest: a coefficient's whole part multiplies
-// apart, its fraction fits a word. The floor of a sum is the sum of the high words and of the carry of the
-// low ones, and the carry is one comparison.
+// A sum of products needs 16 fraction bits and up to 10 bits before them. Each product is kept as two words, the
+// high one holding product / 65536 rounded to nearest and the low one, signed, the rest: a coefficient's whole
+// part multiplies apart, its fraction fits a word. Chroma's low words are kept negative: the floor of a sum of
+// luma and chroma is the sum of the high words, less one where chroma's low word is above luma's.
 
-/// The share of one colour channel that comes from chroma: the high words, and the low words that luma's may
-/// reach without a carry, comparable.
-struct ChromaPart {
-  Vec high;
-  Vec limit;
+/// A fraction in the forms for high and low words. The high word would need half of it, and does not notice that
+/// an odd one's half is cut off: no product with a sample comes that close to where rounding changes.
+struct Factor {
+  Factor(int32_t fraction, int32_t sign) : half(Set16(fraction >> 1)), low(Set16(fraction * sign)) {}
+  Vec half;
+  Vec low;
 };
 
-inline ChromaPart MakeChromaPart(Vec high, Vec low) {
-  return {high, Comparable(Xor(low, Set16(-1)))};
-}
+/// Splits the coefficients: 2 + fraction for blue and red, 0 and 1 - fraction for green.
+struct Factors {
+  explicit Factors(const YuvCoefficients& c)
+      : luma(c.luma - 0x10000, 1),
+        blueFromU(c.blueFromU - 0x20000, -1),
+        redFromV(c.redFromV - 0x20000, -1),
+        greenFromU(-c.greenFromU, -1),
+        minusGreenFromV(Set16(c.greenFromV - 0x10000)) {}
+  Factor luma;
+  Factor blueFromU;
+  Factor redFromV;
+  Factor greenFromU;
+  Vec minusGreenFromV;
+};
+
+/// The share of one colour channel that comes from chroma.
+struct ChromaPart {
+  Vec high;
+  Vec minusLow;
+};
 
 struct ChromaParts {
   ChromaPart blue;
@@ -46,30 +64,24 @@ struct ChromaParts {
   ChromaPart red;
 };
 
-/// Splits the coefficients: 2 + fraction for blue and red, 0 and 1 - fraction for green.
-struct Factors {
-  explicit Factors(const YuvCoefficients& c)
-      : luma(Set16(c.luma - 0x10000)),
-        blueFromU(Set16(c.blueFromU - 0x20000)),
-        redFromV(Set16(c.redFromV - 0x20000)),
-        greenFromU(Set16(-c.greenFromU)),
-        greenFromV(Set16(0x10000 - c.greenFromV)) {}
-  Vec luma;
-  Vec blueFromU;
-  Vec redFromV;
-  Vec greenFromU;
-  Vec greenFromV;
-};
+/// (2 + fraction) * chroma.
+inline ChromaPart TwiceAndMore(Vec chroma, const Factor& f) {
+  return {Add16(MulRounded(chroma, f.half), Add16(chroma, chroma)), MulLow(chroma, f.low)};
+}
+
+/// U's low words are signed and V's, whose products are floored, unsigned. So their sum as a signed word is right
+/// or 65536 too small, and then it is below V's less 32768, the least that U's can make of it.
+inline ChromaPart GreenPart(Vec u, Vec v, const Factors& f) {
+  const Vec fromV = MulLow(v, f.minusGreenFromV);
+  const Vec sum = Add16(MulLow(u, f.greenFromU.low), fromV);
+  const Vec high = Sub16(MulRounded(u, f.greenFromU.half), Add16(v, MulHigh(v, f.minusGreenFromV)));
+  return {LessWhereGreater(high, Xor(fromV, Set16(0x8000)), sum), sum};
+}
 
 inline ChromaParts ChromaOf(Vec u, Vec v, const Factors& f) {
   u = Sub16(u, Set16(128));
   v = Sub16(v, Set16(128));
-  const Vec greenU = MulLow(u, f.greenFromU);
-  const Vec green = Add16(greenU, MulLow(v, f.greenFromV));
-  const Vec greenHigh = Sub16(Add16(MulHigh(u, f.greenFromU), MulHigh(v, f.greenFromV)), v);
-  return {MakeChromaPart(Add16(MulHigh(u, f.blueFromU), Add16(u, u)), MulLow(u, f.blueFromU)),
-          MakeChromaPart(Carry(greenHigh, Comparable(greenU), Comparable(green)), green),
-          MakeChromaPart(Add16(MulHigh(v, f.redFromV), Add16(v, v)), MulLow(v, f.redFromV))};
+  return {TwiceAndMore(u, f.blueFromU), GreenPart(u, v, f), TwiceAndMore(v, f.redFromV)};
 }
 
 struct Channels {
@@ -81,9 +93,11 @@ struct Channels {
 /// Words that may lie outside 0 to 255.
 inline Channels ToChannels(Vec y, const ChromaParts& chroma, const Factors& f) {
   y = Sub16(y, Set16(16));
-  const Vec high = Add16(y, MulHigh(y, f.luma));
-  const Vec low = Comparable(MulLow(y, f.luma));
-  const auto channel = [&](const ChromaPart& c) { return Carry(Add16(high, c.high), low, c.limit); };
+  const Vec high = Add16(y, MulRounded(y, f.luma.half));
+  const Vec low = MulLow(y, f.luma.low);
+  const auto channel = [&](const ChromaPart& c) {
+    return LessWhereGreater(Add16(high, c.high), c.minusLow, low);
+  };
   return {channel(chroma.blue), channel(chroma.green), channel(chroma.red)};
 }
 
@@ -153,9 +167,10 @@ constexpr int32_t kCachedWidth = 1024;
 
 /// Rows too short for a vector are left to the narrower form.
 template <class Out, const ColourKernels& kNarrower>
-void YuvToPixels(const YuvRows& rows, int32_t width, const ConversionTables& tables) {
+void YuvToPixels(const YuvRows& twoRows, int32_t width, const ConversionTables& tables) {
   const int32_t even = width & ~1;
-  if (even < kVecBytes) return (kNarrower.yuv.toPixels.*Out::kKernel)(rows, width, tables);
+  if (even < kVecBytes) return (kNarrower.yuv.toPixels.*Out::kKernel)(twoRows, width, tables);
+  const YuvRows rows = twoRows;  // a copy, which no store can change
   const Factors factors(tables.coefficients);
   const ptrdiff_t pitch = rows.out[1] - rows.out[0];
   const bool isLarge = width > kCachedWidth;
