@@ -4,15 +4,12 @@
 #pragma once
 
 #include "colour/byte_map.h"
-#include "colour/kernels.h"
-#include "colour/prefetch.h"
+#include "colour/row_loops.h"
 #include "colour/vector_extras.h"
 
 namespace libnivral {
 // NOLINTNEXTLINE(google-build-namespaces): every instruction set must keep its own copy of these loops
 namespace {
-
-constexpr size_t kStep = kVecBytes;
 
 struct ByteOrder {
   alignas(16) uint8_t bytes[16];
@@ -23,10 +20,6 @@ constexpr ByteOrder kBackward = {{15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2
 inline Vec LoadReversed(const uint8_t* p) {
   return Shuffle8(LoadLanes(p + kStep - 16, -16), LoadLane(kBackward.bytes));
 }
-
-struct Identity {
-  Vec operator()(Vec a) const { return a; }
-};
 
 /// LinearMap on words; no table is read. Each offset is either added or subtracted.
 template <bool kAddAbove, bool kAddBelow>
@@ -113,41 +106,9 @@ struct Table {
   const uint8_t* m_steps;
 };
 
-/// Calls `block` for one vector after the other; the last overlaps the one before where the count is no whole
-/// number of vectors. There is at least one.
-template <size_t kUnrolled, class Block>
-inline void ForEachVector(size_t count, Block block) {
-  size_t at = 0;
-  for (; at + kUnrolled * kStep <= count; at += kUnrolled * kStep)
-    for (size_t i = 0; i < kUnrolled; ++i)
-      block(at + i * kStep);
-  for (; at + kStep <= count; at += kStep)
-    block(at);
-  if (at < count) block(count - kStep);
-}
-
 template <size_t kUnrolled, class Map>
 inline void MapForward(uint8_t* out, const uint8_t* in, size_t count, const Map& map) {
   ForEachVector<kUnrolled>(count, [&](size_t at) { Store(out + at, map(Load(in + at))); });
-}
-
-/// Reads upward and writes downward: the processor fetches ahead of reads only, and row after row they go up.
-/// So the lines that will be written one row later, or further down in a single row, are asked for.
-template <size_t kUnrolled, class Map>
-inline void MapRowsBackward(const ReversedRows& r, const Map& map) {
-  constexpr ptrdiff_t kAhead = 1024;
-  const ptrdiff_t next = r.rows > 1 ? static_cast<ptrdiff_t>(r.rowBytes) : -kAhead;
-  uint8_t* end = r.out + r.rowBytes - kStep;
-  const uint8_t* in = r.in;
-  for (size_t row = 0; row < r.rows; ++row, end += r.rowBytes, in += r.rowBytes) {
-    ForEachVector<kUnrolled>(r.rowBytes, [&](size_t at) {
-      if (at % kCacheLine == 0) {
-        Prefetch<1>(end, next - static_cast<ptrdiff_t>(at));
-        Prefetch<1>(in, kAhead + static_cast<ptrdiff_t>(at));
-      }
-      Store(end - at, map(LoadReversed(in + at)));
-    });
-  }
 }
 
 void MapBytes(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map) {
@@ -166,11 +127,6 @@ void MapRowsReversed(const ReversedRows& rows, const ByteMap& map) {
   }
   if (map.form == ByteMap::Form::OddSymmetric) return MapRowsBackward<2>(rows, OddSymmetric(map.odd));
   MapRowsBackward<1>(rows, Table(map));
-}
-
-void CopyRowsReversed(const ReversedRows& rows) {
-  if (rows.rowBytes < kStep) return kScalarKernels.copyRowsReversed(rows);
-  MapRowsBackward<4>(rows, Identity());
 }
 
 /// Which of 16 samples is at byte i of output register `part`, for each number of repeats.

@@ -13,6 +13,7 @@ ColourKernels WithAvx512() {
   kernels.name = "avx512";
   kernels.features |= kCpuAvx512;
   kernels.yuv = kAvx512YuvKernels;
+  kernels.copyRowsReversed = kAvx512CopyRowsReversed;
   return kernels;
 }
 

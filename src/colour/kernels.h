@@ -98,8 +98,9 @@ struct ColourKernels {
 extern const ColourKernels kScalarKernels;
 extern const ColourKernels kSsse3Kernels;
 extern const ColourKernels kAvx2Kernels;
-/// The others of kAvx2Kernels gain nothing from the newer set.
+/// What gains from the newer set; the rest is that of kAvx2Kernels.
 extern const YuvKernels kAvx512YuvKernels;
+extern const CopyRowsReversedKernel kAvx512CopyRowsReversed;
 
 YuvRowsKernel ToPixels(const ColourKernels& kernels, PixelFormat format);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// 512-bit vectors for the conversions of planes, with the byte permutations of VBMI. Only for files compiled
+// 512-bit vectors for the conversions and mirrors of planes, with the byte permutations of VBMI. Only for files compiled
 // for AVX-512: everything has internal linkage, so that no copy of it is ever called from code for older
 // processors.
 #pragma once
@@ -46,10 +46,14 @@ constexpr ByteChoice MakeChoice(Choose choose) {
     choice.bytes[i] = static_cast<uint8_t>(choose(i));
   return choice;
 }
+constexpr ByteChoice kBackward = MakeChoice([](int32_t i) { return kVecBytes - 1 - i; });
 constexpr ByteChoice kInterleavedPairs = MakeChoice([](int32_t i) { return i / 2 + i % 2 * kVecBytes; });
 
 inline Vec LoadBytesAsWords(const uint8_t* p) {
   return _mm512_cvtepu8_epi16(Load256(p));
+}
+inline Vec LoadReversed(const uint8_t* p) {
+  return _mm512_permutexvar_epi8(Load(kBackward.bytes), Load(p));
 }
 inline Vec LoadInterleaved(const uint8_t* first, const uint8_t* second) {
   return _mm512_permutex2var_epi8(_mm512_castsi256_si512(Load256(first)), Load(kInterleavedPairs.bytes),

@@ -11,6 +11,8 @@ namespace libnivral {
 namespace {
 
 inline Vec Load(const void* p);
+/// The bytes from the last to the first.
+inline Vec LoadReversed(const uint8_t* p);
 inline void Store(void* p, Vec a);
 /// Half a vector of bytes as words.
 inline Vec LoadBytesAsWords(const uint8_t* p);
