@@ -82,13 +82,17 @@ inline Vec Weigh(Vec first, int32_t firstFactor, Vec second, int32_t secondFacto
       Add32(MulAdd16(first, Set16(firstFactor)), MulAdd16(second, Set16(secondFactor))));
 }
 
-void BgrToYuv(const RgbRows& rows, int32_t width) {
+void BgrToYuv(const RgbRows& twoRows, int32_t width) {
   const int32_t even = width & ~1;
-  if (even < kVecBytes) return kScalarKernels.bgrToYuv(rows, width);
+  if (even < kVecBytes) return kScalarKernels.bgrToYuv(twoRows, width);
+  const RgbRows rows = twoRows;  // a copy, which no store can change
   const ptrdiff_t pitch = rows.bgr[1] - rows.bgr[0];
+  const bool isLarge = width > kCachedWidth;
   ForEachBlock(even, kVecBytes, [&](int32_t x) {
-    Prefetch<kVecBytes * 3>(rows.bgr[0], 2 * pitch + ptrdiff_t{x} * 3);
-    Prefetch<kVecBytes * 3>(rows.bgr[1], 2 * pitch + ptrdiff_t{x} * 3);
+    if (isLarge) {
+      Prefetch<kVecBytes * 3>(rows.bgr[0], 2 * pitch + ptrdiff_t{x} * 3);
+      Prefetch<kVecBytes * 3>(rows.bgr[1], 2 * pitch + ptrdiff_t{x} * 3);
+    }
     const BlockRow upper = LoadRow(rows.bgr[0] + ptrdiff_t{x} * 3);
     const BlockRow lower = LoadRow(rows.bgr[1] + ptrdiff_t{x} * 3);
     StoreLuma(rows.y[0] + x, upper);
