@@ -121,6 +121,7 @@ void RegisterToBgr(Size s, const std::shared_ptr<Pictures>& p) {
   Register("YV12 to BGR24, plain code", s, ours, 0);
   Register("libyuv I420ToRGB24", s, theirs);
   Register("libyuv I420ToRGB24, SSSE3", s, theirs, kEveryFeature, kTheirSsse3);
+  Register("memset of the pixels", s, [p] { std::memset(p->out.get(), 1, p->PixelBytes()); });
   Register("snapshot", s, [p] { YuvToBottomUpBgr24(p->out.get(), p->Frame(), p->w, p->h); });
   Register("libyuv I420ToRGB24, flipped", s, [p] {
     libyuv::I420ToRGB24(p->Y(), p->w, p->U(), p->w / 2, p->V(), p->w / 2, p->out.get(), p->w * 3, p->w,
@@ -198,6 +199,7 @@ void RegisterAdjust(Size s, const std::shared_ptr<Pictures>& p) {
 const std::vector<Ratio> kRatios = {
     {"YV12 to BGR24", "YV12 to BGR24", "libyuv I420ToRGB24", 1.30},
     {"YV12 to BGR24", "YV12 to BGR24", "YV12 to BGR24, plain code", 8},
+    {"YV12 to BGR24", "YV12 to BGR24", "memset of the pixels", kNoBar},
     {"YV12 to BGR24, SSSE3", "YV12 to BGR24, SSSE3", "libyuv I420ToRGB24, SSSE3", 0.75},
     {"BGR24 to YV12", "BGR24 to YV12", "libyuv RGB24ToI420", 1.35},
     {"BGR24 to YV12", "BGR24 to YV12", "libswscale", 5},
@@ -208,6 +210,7 @@ const std::vector<Ratio> kRatios = {
     {"mirror mode 2", "mirror mode 2", "memcpy", 0.9},
     {"adjustment without hue", "adjustment without hue", "ffmpeg eq", 1.0},
     {"adjustment without hue", "adjustment without hue", "arithmetic as written", 25},
+    {"adjustment without hue", "adjustment without hue", "memcpy", kNoBar},
     {"adjustment with hue", "adjustment with hue", "ffmpeg eq + hue", 1.4},
     {"and mirror 1, without hue", "adjustment without hue, mirror 1", "adjustment without hue", 1 / 1.15},
     {"and mirror 2, without hue", "adjustment without hue, mirror 2", "adjustment without hue", 1 / 1.15},

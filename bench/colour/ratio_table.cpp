@@ -64,7 +64,7 @@ std::string RatioTable(const Ways& ways, const std::vector<Ratio>& ratios,
   head.insert(head.end(), sizes.begin(), sizes.end());
   std::string table = Row(head) + Row(std::vector<std::string>(head.size(), "---"));
   for (const Ratio& r : ratios) {
-    std::vector<std::string> cells = {r.work, r.peer, Fixed(2, r.bar)};
+    std::vector<std::string> cells = {r.work, r.peer, r.bar == kNoBar ? "-" : Fixed(2, r.bar)};
     for (const std::string& size : sizes) {
       const std::string name = WayName(r.ours, size);
       const bool isWanted = name.find(wanted) != std::string::npos;

@@ -17,6 +17,9 @@ struct Way {
 using Ways = std::map<std::string, Way>;
 std::string WayName(const std::string& work, const std::string& size);
 
+/// Of ratios that only tell how near a limit of the machine is.
+constexpr double kNoBar = 0;
+
 /// `ours` is to be at least `bar` times as fast as `peer`. Both are names of ways without the size.
 struct Ratio {
   const char* work;
@@ -27,6 +30,7 @@ struct Ratio {
 
 /// One line per ratio, one column per size. The two sides of a cell take turns of some milliseconds, and the
 /// cell is the median over the rounds of how their turns compare: whatever else the machine does comes and
-/// goes, but mostly slows both turns of a round. Cells whose way's name has no part `wanted` stay empty.
+/// goes, but mostly slows both turns of a round. Cells of ways whose names do not have the part `wanted` stay
+/// empty.
 std::string RatioTable(const Ways& ways, const std::vector<Ratio>& ratios,
                        const std::vector<std::string>& sizes, int rounds, const std::string& wanted);
