@@ -121,9 +121,13 @@ TEST_F(D3dOverlays, AnyTextIsSurvived) {
         EXPECT_EQ(pane.Draw(m_black), 0u) << x << text;
       }
     }
-    const uint16_t type = 1;
-    for (uint16_t distance = 1; distance < 4000; distance = static_cast<uint16_t>(distance + 37)) {
-      Assist({{kWidth - 3.0f, 200, kWidth, 500}}, &type, &distance, 1);  // more labels than are kept
+    const std::vector<std::array<float, 4>> boxes(kMaxBoxes, {kWidth - 3.0f, 200, kWidth, 500});
+    const std::vector<uint16_t> types(kMaxBoxes, 1);
+    std::vector<uint16_t> distances(kMaxBoxes);
+    for (uint16_t last = 0; last < 4000;) {  // more labels than are kept
+      for (uint16_t& distance : distances)
+        distance = last = static_cast<uint16_t>(last + 37);
+      Assist(boxes, types.data(), distances.data(), 1);
       EXPECT_EQ(pane.Draw(m_black), 0u);
     }
   }
