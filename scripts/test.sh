@@ -27,7 +27,9 @@ step_shell() {
   shellcheck "${scripts[@]}"
 }
 step_layers() { "$ROOT/scripts/check_layers.sh"; }
-step_docs() { "$ROOT/scripts/check_docs.sh" && "$ROOT/scripts/test_share.sh"; }
+# Steps that make build/reference and build/snippets do not meet there.
+alone() { flock -o "$LOGS/documents.lock" "$@"; }
+step_docs() { alone "$ROOT/scripts/check_docs.sh" && "$ROOT/scripts/test_share.sh"; }
 step_analyse() { "$ROOT/scripts/analyse.sh"; }
 step_native() { build_preset native && ctest --preset native -j "$JOBS"; }
 step_native-clang() { build_preset native-clang && ctest --preset native-clang -j "$JOBS"; }
@@ -45,10 +47,11 @@ step_mingw-debug() {
     run_windows_tests mingw-debug --label-regex core
 }
 step_package() {
-  "$ROOT/scripts/check_csharp.sh" && "$ROOT/scripts/package.sh" && "$ROOT/scripts/check_package.sh"
+  "$ROOT/scripts/check_csharp.sh" && alone "$ROOT/scripts/package.sh" &&
+    alone "$ROOT/scripts/check_package.sh"
 }
 
-step_reproducible() { "$ROOT/scripts/package.sh" && "$ROOT/scripts/check_reproducible.sh"; }
+step_reproducible() { alone "$ROOT/scripts/package.sh" && "$ROOT/scripts/check_reproducible.sh"; }
 
 # run_fuzzer <name>: what it keeps and what it finds stay in build/fuzz for the next run.
 run_fuzzer() {
@@ -129,20 +132,22 @@ beside=() on_devices=()
 for step in "${STEPS[@]}"; do
   declare -F "step_$step" > /dev/null || die "there is no step $step"
   case $step in
-    mingw-*|soak|package|reproducible|docs) on_devices+=("$step") ;;  # docs leaves files where package does
+    mingw-*|soak|package|reproducible) on_devices+=("$step") ;;
     *) beside+=("$step") ;;
   esac
 done
 mkdir -p "$LOGS"
 "$ROOT/scripts/setup.sh"
-( renice -n 10 "$BASHPID" > /dev/null; run_steps "${beside[@]}" ) &
-if [ ${#on_devices[@]} -gt 0 ]; then
+if [ ${#on_devices[@]} = 0 ]; then
+  run_steps "${beside[@]}"
+else
+  ( renice -n 5 "$BASHPID" > /dev/null; run_steps "${beside[@]}" ) &
   use_bed "$BED"
   trap end_beds EXIT
   "$ROOT/scripts/bed.sh" second "$BED-2" > "$LOGS/bed.log" 2>&1 & second_bed=$!
   run_steps "${on_devices[@]}"
+  wait
 fi
-wait
 
 failures=()
 for step in "${STEPS[@]}"; do [ -e "$LOGS/$step.passed" ] || failures+=("$step"); done
