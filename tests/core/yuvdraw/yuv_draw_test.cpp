@@ -124,13 +124,14 @@ OverlayShape Shape(OverlayShape::Kind kind, const WideRect& corners) {
   return {.kind = kind, .colour = kOverlayGreen, .corners = corners, .size = 1};
 }
 
-TEST(BurnIn, DrawsOutlinesAndFillsIntoFramesThatItCanHold) {
+TEST(BurnIn, DrawsOutlinesAndFillsOfThePictureIntoFramesThatItCanHold) {
   using enum OverlayShape::Kind;
   OverlayList list;
-  list.shapes.push_back(Shape(Outline, {1, 0, 6, 4}));
-  list.shapes.push_back(Shape(Fill, {3, 2, 5, 4}));
-  list.shapes.push_back(Shape(Disc, {0, 0, 8, 5}));
-  list.shapes.push_back(Shape(Brackets, {0, 0, 8, 5}));
+  for (const OverlayShape& shape :
+       {Shape(Outline, {1, 0, 6, 4}), Shape(Fill, {3, 2, 5, 4}), Shape(Disc, {0, 0, 8, 5}),
+        Shape(Brackets, {0, 0, 8, 5}), Shape(Outline, {0, 1, -2, 3}), Shape(Outline, {0, 0, 7, -1}),
+        Shape(Outline, {9, 0, 8, 4}), Shape(Outline, {0, 6, 8, 5}), Shape(Fill, {9, 0, 30, 4})})
+    list.shapes.push_back(shape);
   Canvas canvas(8, 5);
   uint8_t *const y = canvas.y.data(), *const u = canvas.u.data(), *const v = canvas.v.data();
   CYuvDraw draw;
