@@ -150,11 +150,8 @@ void BaseDisplayer::SetMosaicAreaScale(float top, float left, float bottom, floa
 void BaseDisplayer::FitMosaic(bool (*wanted)(const MosaicSettings&)) {
   RECT client{};
   if (!IsWindow(m_hPlayWnd) || !GetClientRect(m_hPlayWnd, &client)) return;
-  const int32_t width = client.right - client.left;
-  const int32_t height = client.bottom - client.top;
-  if (width < 1 && height < 1) return;
   m_settings.Update([&](PaneSettings& s) {
-    if (wanted(s.mosaic)) s.mosaic.FitTo(width, height);
+    if (wanted(s.mosaic)) s.mosaic.FitTo(client.right, client.bottom);
   });
 }
 

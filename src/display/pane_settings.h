@@ -27,7 +27,10 @@ struct MosaicSettings {
   bool fromFractions = false;  ///< the fractions were set after the rectangle
 
   bool HasFractions() const { return right > left && bottom > top; }
+  /// A window without a client area, as a minimised one, leaves the rectangle as it was.
   void FitTo(int32_t clientWidth, int32_t clientHeight) {
+    if (clientWidth < 1 && clientHeight < 1) return;
+    fromFractions = true;
     rect = {ScaleEdge(clientWidth, left), ScaleEdge(clientHeight, top), ScaleEdge(clientWidth, right),
             ScaleEdge(clientHeight, bottom)};
   }

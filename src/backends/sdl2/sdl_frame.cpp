@@ -132,9 +132,12 @@ void SDLDisplayer::AddTexts() {
   m_overlays.AddTexts(items, Map());
 }
 
+/// The picture fills the target by itself, so a mosaic of fractions is not left where the window was.
 MosaicGrid SDLDisplayer::LayOutMosaic(const MosaicSettings& mosaic, SDL_Point& display) const {
   if (!mosaic.flag || SDL_GetRendererOutputSize(m_sdlRenderer.get(), &display.x, &display.y) != 0) return {};
-  return LayoutMosaic(mosaic.rect, MosaicBlockSize(mosaic.level), display.x, display.y);
+  MosaicSettings fitted = mosaic;
+  if (fitted.fromFractions) fitted.FitTo(display.x, display.y);
+  return LayoutMosaic(fitted.rect, MosaicBlockSize(mosaic.level), display.x, display.y);
 }
 
 void SDLDisplayer::PaintRecord(RecordView record) {
