@@ -165,8 +165,6 @@ void CDirectDraw::StopWorker() {
 
 void CDirectDraw::AdjustWinRect() {
   BaseDisplayer::AdjustWinRect();
-  // The last one to set the mosaic wins: a rectangle given as it is stays.
-  FitMosaic([](const MosaicSettings& m) { return m.fromFractions; });
   RequestRepaint();
 }
 

@@ -78,11 +78,14 @@ bool CDirectDraw::Recover(HRESULT failure) {
   return SUCCEEDED(CreateSurfaces());
 }
 
+/// What is shown follows the window by itself, and so does the mosaic over it; a rectangle given in pixels
+/// stays.
 PixelRect CDirectDraw::RefreshArea(HWND window, PaneSettings& settings) {
   RECT client;
   if (GetClientRect(window, &client)) {
     settings.client = {client.left, client.top, client.right, client.bottom};
     m_settings.Set(&PaneSettings::client, settings.client);
+    if (settings.mosaic.fromFractions) settings.mosaic.FitTo(client.right, client.bottom);
   }
   return DrawnArea(settings.play, settings.client);
 }
