@@ -108,7 +108,13 @@ struct Table {
 
 template <size_t kUnrolled, class Map>
 inline void MapForward(uint8_t* out, const uint8_t* in, size_t count, const Map& map) {
-  ForEachVector<kUnrolled>(count, [&](size_t at) { Store(out + at, map(Load(in + at))); });
+  ForEachVector<kUnrolled>(count, [&](size_t at) {
+    if (at % kCacheLine == 0) {
+      Prefetch<1>(out, kAhead + static_cast<ptrdiff_t>(at));
+      Prefetch<1>(in, kAhead + static_cast<ptrdiff_t>(at));
+    }
+    Store(out + at, map(Load(in + at)));
+  });
 }
 
 void MapBytes(uint8_t* out, const uint8_t* in, size_t count, const ByteMap& map) {

@@ -26,6 +26,9 @@ inline void ForEachVector(size_t count, Block block) {
   if (at < count) block(count - kStep);
 }
 
+/// How far ahead of their use lines are asked for.
+constexpr ptrdiff_t kAhead = 1024;
+
 struct Identity {
   Vec operator()(Vec a) const { return a; }
 };
@@ -34,7 +37,6 @@ struct Identity {
 /// So the lines that will be written one row later, or further down in a single row, are asked for.
 template <size_t kUnrolled, class Map>
 inline void MapRowsBackward(const ReversedRows& r, const Map& map) {
-  constexpr ptrdiff_t kAhead = 1024;
   const ptrdiff_t next = r.rows > 1 ? static_cast<ptrdiff_t>(r.rowBytes) : -kAhead;
   uint8_t* end = r.out + r.rowBytes - kStep;
   const uint8_t* in = r.in;
