@@ -212,6 +212,7 @@ OverlayLabel Layout::DrawLabel(const LabelStyle& style, int64_t x, int64_t y, in
   m_list.shapes.push_back({.kind = OverlayShape::Kind::Fill, .colour = colour, .corners = area});
   OverlayLabel label{.area = {SaturateToInt(area.left), SaturateToInt(area.top), SaturateToInt(area.right),
                               SaturateToInt(area.bottom)},
+                     .shape = m_list.shapes.size() - 1,
                      .x = SaturateToInt(x + style.indent),
                      .y = SaturateToInt(std::max(y - style.rise, first))};
   std::strncpy(label.text, text, sizeof(label.text) - 1);

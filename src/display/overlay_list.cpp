@@ -115,6 +115,20 @@ void AppendPixels(RectList& to, const OverlayShape& shape, int32_t width, int32_
   }
 }
 
+bool MayTouch(const OverlayShape& shape, const PixelRect& area) {
+  const WideRect& c = shape.corners;
+  // Outlines of a rectangle that is thinner than they are turn inside out.
+  const WideRect turned{c.right - shape.size, c.bottom - shape.size, c.left + shape.size, c.top + shape.size};
+  if (area.left > std::max(c.right, turned.right) || area.right <= std::min(c.left, turned.left) ||
+      area.top > std::max(c.bottom, turned.bottom) || area.bottom <= std::min(c.top, turned.top)) {
+    return false;
+  }
+  if (shape.kind != OverlayShape::Kind::Outline) return true;
+  const WideRect inside = c.Grown(-shape.size);
+  return area.left <= inside.left || area.right > inside.right || area.top <= inside.top ||
+         area.bottom > inside.bottom;
+}
+
 bool DiscCovers(const OverlayShape& disc, int32_t width, int32_t height) {
   const int64_t radius = disc.size;
   const int64_t x = disc.corners.left + radius;

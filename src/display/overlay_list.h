@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 
 #include "display/overlay_types.h"
 
@@ -35,8 +36,9 @@ struct OverlayShape {
 };
 
 struct OverlayLabel {
-  PixelRect area;  ///< what was filled for it
-  int32_t x = 0;   ///< where its letters begin
+  PixelRect area;    ///< what was filled for it
+  size_t shape = 0;  ///< by which of the list's shapes
+  int32_t x = 0;     ///< where its letters begin
   int32_t y = 0;
   char text[64]{};
 };
@@ -54,6 +56,9 @@ struct OverlayList {
 
 /// Appends rectangles within the display that together are the pixels of a shape.
 void AppendPixels(RectList& to, const OverlayShape& shape, int32_t width, int32_t height);
+
+/// Whether a fill or an outline may have a pixel in an area.
+bool MayTouch(const OverlayShape& shape, const PixelRect& area);
 
 /// Whether a disc covers a whole display.
 bool DiscCovers(const OverlayShape& disc, int32_t width, int32_t height);

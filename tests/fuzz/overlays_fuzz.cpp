@@ -76,6 +76,13 @@ void CheckRecord(RecordView record, const DisplayMap& map, const OverlayStyle& s
     AppendPixels(pixels, shape, map.displayWidth, map.displayHeight);
   for (const PixelRect& rect : pixels)
     Require(!rect.Empty() && Within(rect, map.displayWidth, map.displayHeight));
+  for (const OverlayShape& shape : list.shapes) {
+    pixels.clear();
+    AppendPixels(pixels, shape, map.displayWidth, map.displayHeight);
+    for (const OverlayLabel& label : list.labels)
+      for (const PixelRect& rect : pixels)
+        Require(Intersect(rect, label.area).Empty() || MayTouch(shape, label.area));
+  }
 }
 
 /// The address sanitiser watches the planes' ends.
