@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "backends/sdl2/sdl_overlays.h"
 
+#include <algorithm>
+
 #include "backends/sdl2/sdl_error.h"
 #include "display/overlay_layout.h"
 #include "display/overlay_list.h"
@@ -12,6 +14,8 @@ namespace {
 ErrorReporter g_fontErrors([](const char* operation,
                               long) { WriteSdlError(2, "DrawOSDText::SetPlayWnd", operation); },
                            kErrorIntervalMs);
+
+constexpr SDL_Color kWhite{255, 255, 255, SDL_ALPHA_OPAQUE};
 
 SDL_Color ToSdl(const OverlayColour& colour) {
   return {colour.r, colour.g, colour.b, SDL_ALPHA_OPAQUE};
@@ -38,15 +42,57 @@ bool SdlOverlays::AddOSDText(const TextItem& item, const DisplayMap& map) {
     g_fontErrors.Failed("SDLDisplayer::DrawOSDText");
     return false;
   }
-  return m_text.Add(m_batch, m_osdFont, item.text, *place, FromColourRef(item.colour));
+  return AddPicture(m_text.Find(m_osdFont, {item.text, *place, FromColourRef(item.colour)}));
 }
 
 void SdlOverlays::AddRecord(RecordView record, const DisplayMap& map) {
   if (!m_text.InFrame()) return;
   const bool withLabels = map.displayHeight > 0 && m_labelFont.SetSize(kSdlLabelPoints);
   LayOutRecord(m_list, record, map, SdlStyle(withLabels));
+  FindLabels(map);
   AddShapes(map);
-  AddLabels(map);
+  AddLabels();
+}
+
+bool SdlOverlays::AddPicture(const std::optional<SdlPicture>& picture) {
+  if (picture) m_batch.Add(picture->sprite, ToSdl(picture->area), kWhite);
+  return picture.has_value();
+}
+
+/// A label and what is filled for it are one picture where nothing is painted between them.
+void SdlOverlays::FindLabels(const DisplayMap& map) {
+  for (size_t i = 0; i < m_list.labels.size(); ++i) {
+    const OverlayLabel& label = m_list.labels[i];
+    m_labels[i] = {};
+    if (label.x >= map.displayWidth || label.y >= map.displayHeight) continue;
+    // Labels of records with edges out of any range may lie as far left as a coordinate can say.
+    const int64_t wrap = int64_t{map.displayWidth} - label.x;
+    if (wrap > INT32_MAX) continue;
+    SdlLine line{label.text, {label.x, label.y, static_cast<int32_t>(wrap)}, kOverlayBlue};
+    if (CanJoin(i, map)) {
+      OverlayShape& fill = m_list.shapes.data()[label.shape];
+      const auto& [left, top, right, bottom] = label.area;
+      line.bar = {fill.colour, {left - label.x, top - label.y, right - label.x, bottom - label.y}};
+      m_labels[i] = m_text.Find(m_labelFont, line);
+      if (m_labels[i]) fill.corners = {};
+      line.bar = {};
+    }
+    if (!m_labels[i]) m_labels[i] = m_text.Find(m_labelFont, line);
+  }
+}
+
+bool SdlOverlays::CanJoin(size_t i, const DisplayMap& map) {
+  const OverlayLabel& label = m_list.labels[i];
+  const auto meets = [&](const PixelRect& area) { return !Intersect(area, label.area).Empty(); };
+  // Without a white spot, areas are filled by a renderer that does it faster than it copies.
+  if (!m_text.Atlas().White().texture || !meets({0, 0, map.displayWidth, map.displayHeight}) ||
+      label.shape >= m_list.shapes.size()) {
+    return false;
+  }
+  return std::none_of(m_list.shapes.begin() + label.shape + 1, m_list.shapes.end(),
+                      [&](const OverlayShape& shape) { return MayTouch(shape, label.area); }) &&
+         std::none_of(m_labels.begin(), m_labels.begin() + static_cast<ptrdiff_t>(i),
+                      [&](const auto& earlier) { return earlier && meets(earlier->area); });
 }
 
 void SdlOverlays::AddShapes(const DisplayMap& map) {
@@ -73,15 +119,9 @@ bool SdlOverlays::AddDisc(SdlAtlas& atlas, const OverlayShape& disc, const Displ
   return true;
 }
 
-void SdlOverlays::AddLabels(const DisplayMap& map) {
-  for (const OverlayLabel& label : m_list.labels) {
-    if (label.x >= map.displayWidth || label.y >= map.displayHeight) continue;
-    // Labels of records with edges out of any range may lie as far left as a coordinate can say.
-    const int64_t wrap = int64_t{map.displayWidth} - label.x;
-    if (wrap > INT32_MAX) continue;
-    m_text.Add(m_batch, m_labelFont, label.text, {label.x, label.y, static_cast<int32_t>(wrap)},
-               kOverlayBlue);
-  }
+void SdlOverlays::AddLabels() {
+  for (size_t i = 0; i < m_list.labels.size(); ++i)
+    AddPicture(m_labels[i]);
 }
 
 void SdlOverlays::Draw(SDL_Renderer* renderer, const MosaicGrid& mosaic) {

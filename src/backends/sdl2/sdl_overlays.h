@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 
 #include "backends/sdl2/sdl_discs.h"
 #include "backends/sdl2/sdl_font.h"
@@ -47,7 +48,10 @@ class SdlOverlays {
   bool AddOSDText(const TextItem& item, const DisplayMap& map);
   void AddShapes(const DisplayMap& map);
   bool AddDisc(SdlAtlas& atlas, const OverlayShape& disc, const DisplayMap& map);
-  void AddLabels(const DisplayMap& map);
+  void FindLabels(const DisplayMap& map);
+  bool CanJoin(size_t label, const DisplayMap& map);
+  void AddLabels();
+  bool AddPicture(const std::optional<SdlPicture>& picture);
 
   SdlFont m_osdFont;
   SdlFont m_labelFont;
@@ -57,6 +61,7 @@ class SdlOverlays {
   SdlOverlayBatch m_batch;
   // Kept from frame to frame for their memory.
   OverlayList m_list;
+  std::array<std::optional<SdlPicture>, 2 * kMaxBoxes> m_labels;  ///< of those in the list
   RectList m_pixels;
 };
 

@@ -16,8 +16,6 @@ namespace {
 /// Frames that an unused texture is kept for: labels come and go, and a value may come back soon.
 constexpr uint32_t kFramesKept = 16;
 
-constexpr SDL_Color kWhite{255, 255, 255, SDL_ALPHA_OPAQUE};
-
 /// One line needs at most as many units as the text has bytes.
 struct WideText {
   wchar_t text[sizeof(TextItem::text)];
@@ -58,6 +56,39 @@ SDL_Rect FindLetters(const SDL_Surface& picture) {
   return found.Empty() ? SDL_Rect{0, 0, 1, 1} : ToSdl(found);
 }
 
+/// As a renderer blends: a colour of the letters' opacity over an opaque one.
+uint32_t Blend(uint32_t letter, uint32_t below) {
+  const uint32_t opacity = letter >> 24;
+  uint32_t blended = 0xFF000000;
+  for (const int shift : {0, 8, 16}) {
+    const uint32_t over = letter >> shift & 255, under = below >> shift & 255;
+    blended |= (over * opacity + under * (255 - opacity) + 127) / 255 << shift;
+  }
+  return blended;
+}
+
+/// Letters with what is filled beneath them, in a picture that has room for both. Null without memory for it.
+SdlSurface WriteOn(const SdlBar& bar, SDL_Surface& letters) {
+  const int32_t left = std::min(bar.area.left, 0), top = std::min(bar.area.top, 0);
+  SdlSurface picture(SDL_CreateRGBSurfaceWithFormat(0, std::max(bar.area.right, letters.w) - left,
+                                                    std::max(bar.area.bottom, letters.h) - top, 32,
+                                                    SdlAtlas::kFormat));
+  if (!picture || letters.format->format != SdlAtlas::kFormat) return nullptr;
+  const auto line = [](SDL_Surface& surface, int32_t y) {
+    return reinterpret_cast<uint32_t*>(static_cast<uint8_t*>(surface.pixels) + ptrdiff_t{y} * surface.pitch);
+  };
+  const uint32_t fill = SDL_MapRGBA(picture->format, bar.colour.r, bar.colour.g, bar.colour.b, 255);
+  for (int32_t y = bar.area.top; y < bar.area.bottom; ++y)
+    std::fill_n(line(*picture, y - top) + bar.area.left - left, bar.area.Width(), fill);
+  for (int32_t y = 0; y < letters.h; ++y) {
+    const uint32_t* const from = line(letters, y);
+    uint32_t* const to = line(*picture, y - top) - left;
+    for (int32_t x = 0; x < letters.w; ++x)
+      to[x] = to[x] ? Blend(from[x], to[x]) : from[x];
+  }
+  return picture;
+}
+
 }  // namespace
 
 SdlAtlas& SdlText::Atlas() {
@@ -65,23 +96,23 @@ SdlAtlas& SdlText::Atlas() {
   return m_atlas;
 }
 
-bool SdlText::Add(SdlOverlayBatch& batch, SdlFont& font, const char* text, const OsdPlace& place,
-                  const OverlayColour& colour) {
+std::optional<SdlPicture> SdlText::Find(SdlFont& font, const SdlLine& line) {
   Atlas();
-  Entry* const entry = Find(font, text, place.wrapWidth, colour);
+  Entry* const entry = FindEntry(font, line);
   // What could not be rendered is tried again once its entry has aged.
-  if (!entry || !entry->sprite.texture) return false;
+  if (!entry || !entry->sprite.texture) return std::nullopt;
   entry->lastFrame = m_frame;
-  const SDL_Rect& letters = entry->letters;
-  batch.Add(entry->sprite, {place.x + letters.x, place.y + letters.y, letters.w, letters.h}, kWhite);
-  return true;
+  const int32_t x = line.place.x + entry->origin.x + entry->letters.x;
+  const int32_t y = line.place.y + entry->origin.y + entry->letters.y;
+  return SdlPicture{entry->sprite, {x, y, x + entry->letters.w, y + entry->letters.h}};
 }
 
-SdlText::Entry* SdlText::Find(SdlFont& font, const char* text, int32_t wrapWidth,
-                              const OverlayColour& colour) {
+SdlText::Entry* SdlText::FindEntry(SdlFont& font, const SdlLine& line) {
+  const auto& [text, place, colour, bar] = line;
+  const int32_t wrapWidth = place.wrapWidth;
   for (Entry* entry = m_entries.get(); entry; entry = entry->next.get()) {
     if (entry->size == font.Size() && entry->colour == colour && wrapWidth >= entry->minWrap &&
-        wrapWidth <= entry->maxWrap && std::strcmp(entry->text, text) == 0) {
+        wrapWidth <= entry->maxWrap && entry->bar == bar && std::strcmp(entry->text, text) == 0) {
       return entry;
     }
   }
@@ -93,11 +124,15 @@ SdlText::Entry* SdlText::Find(SdlFont& font, const char* text, int32_t wrapWidth
   std::memcpy(entry->text, text, strnlen(text, sizeof(entry->text) - 1));
   entry->size = font.Size();
   entry->colour = colour;
+  entry->bar = bar;
   entry->minWrap = free ? unwrapped : wrapWidth;
   entry->maxWrap = free ? INT_MAX : wrapWidth;
   entry->lastFrame = m_frame;
-  const SdlSurface surface(
-      font.Render(wide.text, {colour.r, colour.g, colour.b, SDL_ALPHA_OPAQUE}, wrapWidth));
+  SdlSurface surface(font.Render(wide.text, {colour.r, colour.g, colour.b, SDL_ALPHA_OPAQUE}, wrapWidth));
+  if (surface && !bar.area.Empty()) {
+    entry->origin = {std::min(bar.area.left, 0), std::min(bar.area.top, 0)};
+    surface = WriteOn(bar, *surface);
+  }
   if (surface) Keep(*entry, *surface);
   entry->next = std::move(m_entries);
   m_entries = std::move(entry);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "backends/sdl2/sdl_atlas.h"
 #include "backends/sdl2/sdl_font.h"
@@ -12,6 +13,27 @@
 #include "display/text_layout.h"
 
 namespace libnivral {
+
+/// What is filled beneath a text. Without an area nothing is.
+struct SdlBar {
+  OverlayColour colour;
+  PixelRect area;  ///< seen from the text's place
+
+  bool operator==(const SdlBar&) const = default;
+};
+
+struct SdlLine {
+  const char* text;
+  OsdPlace place;
+  OverlayColour colour;
+  SdlBar bar{};
+};
+
+/// A sprite and its place on the display.
+struct SdlPicture {
+  SdlSprite sprite;
+  PixelRect area;
+};
 
 /// Texts, each rendered once per font size, colour and wrap width, and kept as long as it is in use: in one
 /// texture with the others, or in one of its own when that has no room. Belongs to one renderer at a time.
@@ -24,10 +46,9 @@ class SdlText {
   }
   bool InFrame() const { return m_renderer != nullptr; }
 
-  /// Adds a text of the ANSI code page, unscaled, broken at the display's right edge. Whether it could be
+  /// A text of the ANSI code page, unscaled, broken at the display's right edge. Nothing when it cannot be
   /// rendered.
-  bool Add(SdlOverlayBatch& batch, SdlFont& font, const char* text, const OsdPlace& place,
-           const OverlayColour& colour);
+  std::optional<SdlPicture> Find(SdlFont& font, const SdlLine& line);
 
   /// Ready for pictures of this frame.
   SdlAtlas& Atlas();
@@ -46,10 +67,12 @@ class SdlText {
     char text[sizeof(TextItem::text)]{};
     int32_t size = 0;
     OverlayColour colour;
+    SdlBar bar;
     int32_t minWrap = 0;  ///< range of wrap widths that give this picture
     int32_t maxWrap = 0;
     SdlTexture texture;  ///< its own, if any
     SdlSprite sprite;
+    SDL_Point origin{};  ///< of the picture, seen from the text's place
     SDL_Rect letters{};  ///< the part of the picture that is not transparent
     uint32_t lastFrame = 0;
     std::unique_ptr<Entry> next;
@@ -59,7 +82,7 @@ class SdlText {
   };
 
   /// Null when there is no memory for another text, which is then left out.
-  Entry* Find(SdlFont& font, const char* text, int32_t wrapWidth, const OverlayColour& colour);
+  Entry* FindEntry(SdlFont& font, const SdlLine& line);
   void Keep(Entry& entry, SDL_Surface& picture);
   void ClearEntries();
 
