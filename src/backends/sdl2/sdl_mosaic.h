@@ -10,8 +10,8 @@ namespace libnivral {
 
 /// Covers part of the picture with blocks: one small texture, one texel a block, enlarged without smoothing.
 /// The renderer draws the picture into it, a pixel a block; where it cannot, the area is read back instead,
-/// which has to wait for all that was drawn. A software renderer cannot: it knows no parts of pixels, and what
-/// it has drawn lies in memory anyway.
+/// which has to wait for all that was drawn. A software renderer cannot: it knows no parts of pixels, and
+/// what it has drawn lies in memory anyway.
 class SdlMosaic {
  public:
   /// Before anything is drawn on the display, whose size goes with the grid: makes the blocks of the video
@@ -19,7 +19,8 @@ class SdlMosaic {
   void Prepare(SDL_Renderer* renderer, SDL_Texture* video, SdlOverlayBatch& overlays, const MosaicGrid& grid,
                const SDL_Point& display);
 
-  /// Over the finished picture. The area is filled with black when no mosaic can be made: it must not be seen.
+  /// Over the finished picture. The area is filled with black when no mosaic can be made: it must not be
+  /// seen.
   void Draw(SDL_Renderer* renderer, const MosaicGrid& grid);
 
   /// To be called before the renderer goes.
