@@ -11,7 +11,10 @@ FILE=
 case ${1:-} in -*|'') ;; *) FILE=$1; shift ;; esac
 [ -z "$FILE" ] || [ -r "$FILE" ] || die "$FILE: cannot be read"
 
-"$ROOT/scripts/build.sh" mingw-release --target nivral_player
+"$ROOT/scripts/setup.sh" demo
+quietly "$ROOT/build/configure-mingw-release.log" "configuring" cmake -S "$ROOT" --preset mingw-release
+say "demo: building the player"
+cmake --build "$ROOT/build/mingw-release" -j "$JOBS" --target nivral_player
 mkdir -p "$DEMO"
 ARGS=(--no-settings --screenshot "$(windows_path "$DEMO/screenshot.png")")
 if [ -n "$FILE" ]; then
