@@ -25,6 +25,7 @@ void Fail(const char* what) {
 namespace {
 
 constexpr double kTurnMs = 250;
+constexpr double kPacedTurnMs = 1000;  ///< mostly idle, and process times come in steps of 10 ms
 constexpr double kNoBar = 0;
 
 struct Road {
@@ -96,7 +97,8 @@ Cell Measure(const Road& road, int panes, int turns, Make make) {
     group->Run(frame, 5, 0);
   const double roundMs = bare.Run(frame, 10, 0).wall / 10;
   const double paceMs = road.paced ? std::max(20.0, 6 * roundMs) : 0;
-  const int rounds = std::max(3, static_cast<int>(kTurnMs / std::max(roundMs, paceMs)));
+  const double turnMs = road.paced ? kPacedTurnMs : kTurnMs;
+  const int rounds = std::max(3, static_cast<int>(turnMs / std::max(roundMs, paceMs)));
 
   Spent bareAll, oursAll;
   std::vector<double> ratios, bareMs;
