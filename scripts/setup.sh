@@ -3,19 +3,27 @@
 # again.
 #   setup.sh [demo]     demo: only what building and running the player takes
 . "$(dirname "$0")/common.sh"
-PACKAGES=(
-  g++ g++-mingw-w64-x86-64-posix cmake ninja-build ccache dpkg-dev ca-certificates llvm nasm libcli11-dev
-  googletest wine wine64 xvfb libgl1 libgl1-mesa-dri libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1
+BUILDING=(
+  g++ g++-mingw-w64-x86-64-posix cmake ninja-build ccache dpkg-dev ca-certificates nasm libcli11-dev googletest
+)
+RUNNING=(
+  llvm wine wine64 xvfb libgl1 libgl1-mesa-dri libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1
   libxrandr2 libxrender1 libxxf86vm1 pulseaudio pulseaudio-utils fonts-dejavu-core
 )
+CHECKING=(
+  git libgtest-dev libgmock-dev libsdl2-2.0-0 ffmpeg imagemagick
+  clang lld libclang-rt-14-dev clang-format clang-tidy cppcheck shellcheck python3 doxygen
+  mono-mcs libmono-system-windows-forms4.0-cil pkg-config
+)
 case ${1:-} in
-  demo) ;;
-  '') PACKAGES+=(
-    git libgtest-dev libgmock-dev libsdl2-2.0-0 ffmpeg imagemagick
-    clang lld libclang-rt-14-dev clang-format clang-tidy cppcheck shellcheck python3 doxygen
-    mono-mcs libmono-system-windows-forms4.0-cil pkg-config
-  ) ;;
+  demo) CHECKING=() ;;
+  '') ;;
   *) die "usage: setup.sh [demo]" ;;
 esac
-install_packages "${PACKAGES[@]}"
-"$ROOT/scripts/deps.sh"
+
+# Compiling needs both cores, unpacking one and the network.
+install_packages "${BUILDING[@]}"
+"$ROOT/scripts/deps.sh" & deps=$!
+trap 'kill "$deps" 2> /dev/null || true' EXIT
+install_packages "${RUNNING[@]}" "${CHECKING[@]}"
+wait "$deps"
