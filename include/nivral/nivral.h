@@ -586,7 +586,8 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_WVSetWriteWaveCB(void* hWave, void* user,
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_WVPlayWave(void* hWave);
 
 /** Pauses the client's PCM: zero bytes are played instead, from the next buffer on, which is silence for
- * 16-bit samples only. The callback is not asked meanwhile. Thread: any.
+ * 16-bit samples only. The callback is not asked for these, but for a buffer that it was asked for before it
+ * is asked until that one is full: hand out silence, not 0, before and while pausing. Thread: any.
  *
  * @param hWave the player
  * @param paused not 0 pauses, 0 goes on
