@@ -233,7 +233,8 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetHwndEx(void* hDraw, HWND hwnd, int64
  * - SDL2: needs a live window, which it shows (SW_SHOW). The size that is in use already changes nothing, nor
  *   does a width or height of 0.
  * - Direct3D 9: needs a live window. A pane that draws keeps the old size's pixels, to which pictures of the
- *   new size are scaled and in which overlays are placed; NIVRAL_DWFreeDraw first makes it anew.
+ *   new size are scaled and in which overlays are placed, unless it has drawn records; NIVRAL_DWFreeDraw
+ *   first makes it anew.
  * - DirectDraw: needs no window. Sides up to 16384. The pane starts anew, also with the same size.
  *
  * @param hDraw the pane
@@ -275,7 +276,7 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWDrawYUV420(void* hDraw, uint8_t* pY, ui
                                                     int64_t param2);
 
 /** Tells the pane that its window's client area has a new size: call it on WM_SIZE. Thread: any.
- * - SDL2: texts, boxes and mosaic are placed anew.
+ * - SDL2: texts and boxes are placed anew, and a mosaic goes back to its fractions.
  * - Direct3D 9: no effect, so it may overlap other calls; the picture follows the window by itself.
  * - DirectDraw: shows the last frame again in the new size.
  *
@@ -403,8 +404,10 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetRClickPt(void* hDraw, POINT pt);
  *
  * Set one record per frame, before the frame that it belongs to: each frame handed to the pane takes the
  * oldest record waiting, also a frame that is refused or not shown. The newest 256 are kept waiting. Without
- * a new one the last record stays for less than a second; the very first one of a pane stays for one frame,
- * except driver assistance on DirectDraw. A paused pane takes none and draws the last ones again.
+ * a new one the last record stays for less than a second; the very first one of a pane stays for one frame.
+ * Driver assistance on DirectDraw has that second once only, from the pane's first frame without a record on;
+ * after it each record stays for its own frame, so a client sets one for every frame or its boxes flicker. A
+ * paused pane takes none and draws the last ones again.
  *
  * A frame in which nothing was found gets an empty record, which takes the last one off the picture: for
  * driver monitoring two counts of 0, for driver assistance one box with class 0, distance 0, left 0, top
