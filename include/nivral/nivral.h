@@ -317,7 +317,9 @@ NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetMirrorMode(void* hDraw, uint32_t mod
  * @return 0; 1 for a null handle */
 NIVRAL_API uint32_t NIVRAL_CALL NIVRAL_DWSetIndex(void* hDraw, int32_t index);
 
-/** Holds the algorithm records: frames go on being drawn, with the record shown last. Thread: any.
+/** Holds the algorithm records: frames go on being drawn, with the record shown last. Thread: any; best the
+ * one that sets the records, since a pause between a record and its frame leaves all later boxes one frame
+ * late.
  *
  * @param hDraw the pane
  * @param paused not 0: the record being shown stays and no new ones are taken; 0: back to normal
