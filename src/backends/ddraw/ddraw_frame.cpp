@@ -13,7 +13,16 @@
 namespace libnivral {
 
 DWORD CDirectDraw::WorkerMain(void* self) {
-  static_cast<CDirectDraw*>(self)->Work();
+  // Also when a client's callback throws: whoever stops the worker waits for this, and frames are refused.
+  struct Ending {
+    CDirectDraw& worker;
+    ~Ending() {
+      worker.CloseSlots();
+      worker.m_workerId = 0;
+      SetEvent(worker.m_workerDone.get());
+    }
+  } ending{*static_cast<CDirectDraw*>(self)};
+  ending.worker.Work();
   return 0;
 }
 
@@ -26,8 +35,6 @@ void CDirectDraw::Work() {
       m_frameUploaded = false;  // this frame is dropped
     }
   }
-  m_workerId = 0;
-  SetEvent(m_workerDone.get());
 }
 
 void CDirectDraw::DrawPending() {

@@ -86,50 +86,46 @@ TEST_F(DDrawWorker, ShowsTheFrameThatMetLostSurfaces) {
 /// A client whose callback holds the worker until it is let go.
 struct HeldWorker {
   explicit HeldWorker(CDirectDraw& displayer) { displayer.SetDisplayCB(this, &OnDisplay); }
-  ~HeldWorker() {
-    CloseHandle(entered);
-    CloseHandle(leave);
-  }
   static void NIVRAL_CALL OnDisplay(int32_t, void*, uint32_t, uint32_t, int64_t, int32_t, int32_t, uint32_t,
                                     void* user) {
     auto* self = static_cast<HeldWorker*>(user);
-    SetEvent(self->entered);
-    WaitForSingleObject(self->leave, PatienceMs());
+    SetEvent(self->entered.get());
+    WaitForSingleObject(self->leave.get(), PatienceMs());
   }
-  HANDLE entered = CreateEventW(nullptr, FALSE, FALSE, nullptr);
-  HANDLE leave = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+  bool Entered(DWORD ms = PatienceMs()) { return WaitForSingleObject(entered.get(), ms) == WAIT_OBJECT_0; }
+  UniqueEvent entered{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+  UniqueEvent leave{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
 };
 
 TEST_F(DDrawWorker, LetsSettersAndFramesGoOnAndShowsTheNewestWithItsBoxes) {
   HeldWorker held(displayer);
   pane.Draw(grey);
-  ASSERT_EQ(WaitForSingleObject(held.entered, PatienceMs()), WAIT_OBJECT_0);
+  ASSERT_TRUE(held.Entered());
   const RECT play{0, 0, 160, 120};
   displayer.SetPlayRect(&play);
   displayer.AdjustWinRect();
   displayer.SetPlayWnd(pane.Window());
   displayer.SetOSDText(0, "text", 1, 1, 0, 0);
-  displayer.SetOSDFont(0, 14, "Arial");
   displayer.SetMosaicAreaScale(0, 0, 1, 1);
-  displayer.SetMosaicFlag(0);
   for (int i = 0; i < 6; ++i) {
     pane.SetBox(static_cast<float>(8 * i), 10, static_cast<float>(8 * i + 10), 40, 0, 0, 0);
     EXPECT_EQ(pane.Draw(grey), 0u);
   }
-  EXPECT_EQ(WaitForSingleObject(held.entered, 0), static_cast<DWORD>(WAIT_TIMEOUT)) << "still held";
-  SetEvent(held.leave);
-  ASSERT_EQ(WaitForSingleObject(held.entered, PatienceMs()), WAIT_OBJECT_0) << "the newest of the six frames";
+  EXPECT_FALSE(held.Entered(0)) << "still held";
+  SetEvent(held.leave.get());
+  ASSERT_TRUE(held.Entered()) << "the newest of the six frames";
   displayer.SetDisplayCB(nullptr, nullptr);
-  SetEvent(held.leave);
+  SetEvent(held.leave.get());
   EXPECT_TRUE(WaitUntil([&] {
     const ScreenShot shot(ClientOnScreen(pane.Window()));
     return !Near(shot.At(102, 60), kGrey, 20) && Near(shot.At(82, 60), kGrey, 2);
   }));
 }
 
-/// A client that asks its window something from the callback, as drawing code does.
+/// A client that asks its window something from the callback, as drawing code does, and throws without one.
 void NIVRAL_CALL AskWindow(int32_t, void*, uint32_t, uint32_t, int64_t, int32_t, int32_t, uint32_t,
                            void* user) {
+  if (!user) throw E_FAIL;
   SendMessageW(static_cast<HWND>(user), WM_GETTEXTLENGTH, 0, 0);
 }
 
@@ -141,22 +137,20 @@ TEST_F(DDrawWorker, IsAnsweredByFreeDrawOnTheWindowsThread) {
     Sleep(i * 3);
     EXPECT_EQ(displayer.FreeDraw(), 0);
   }
+  displayer.SetDisplayCB(nullptr, &AskWindow);
+  displayer.InitDraw(64, 48, 0);
+  EXPECT_TRUE(WaitUntil([&] { return pane.Draw(grey) == 0x2001; })) << "the exception has ended the worker";
+  displayer.SetDisplayCB(nullptr, nullptr);
+  pane.Start(64, 48);
 }
 
-TEST(DDrawStart, TheWindowMayComeAfterInitDraw) {
-  CDirectDraw displayer;
-  EXPECT_EQ(displayer.FreeDraw(), 0);
+TEST_F(DDrawWorker, GetsItsWindowAfterInitDraw) {
+  displayer.SetPlayWnd(nullptr);
   EXPECT_EQ(displayer.InitDraw(64, 48, 0), 0);
-  TestFrame red = FlatFrame(64, 48, 81, 90, 240);
-  const auto draw = [&, f = red.View()] {
-    return displayer.DrawYUV420(f.y, f.strideY, f.u, f.strideU, f.v, f.strideV, 0, 0);
-  };
-  EXPECT_EQ(draw(), 0x2001);
-  const TestWindow window(160, 120);
-  displayer.SetPlayWnd(window.Handle());
-  EXPECT_EQ(draw(), 0);
-  EXPECT_PIXEL(window.Handle(), 80, 60,
-               {ToRgb(81, 90, 240, displayer.ActiveUploadFormat() != UploadFormat::Yv12)});
+  EXPECT_EQ(pane.Draw(red), 0x2001u);
+  displayer.SetPlayWnd(pane.Window());
+  EXPECT_EQ(pane.Draw(red), 0u);
+  EXPECT_PIXEL(pane.Window(), 80, 60, {kRed});
 }
 
 }  // namespace
