@@ -575,13 +575,15 @@ inline bool WriteFile(const wchar_t* path, const uint8_t* bytes, DWORD size) noe
 }  // namespace detail
 
 /// Writes a frame as a 24-bit BMP file, without an odd last column or row. It is the picture without
-/// overlays: as decoded, or in a callable of OnFrame as it was shown, mirrored and adjusted.
+/// overlays: as decoded, or in a callable of OnFrame as it was shown, mirrored and adjusted. False, and no
+/// file, for planes that hold no picture, as those of a refused frame.
 [[nodiscard]] inline bool SaveBmp(const wchar_t* path, const Frame& frame, uint32_t width,
                                   uint32_t height) noexcept {
   width &= ~1U;
   height &= ~1U;
   const uint64_t row = (uint64_t{3} * width + 3) & ~uint64_t{3};
   if (width == 0 || height == 0 || row > (0x7FFFFFFFU - detail::kBmpHeaders) / height) return false;
+  if (!frame.y || !frame.u || !frame.v || frame.strideY < width || frame.strideUV < width / 2) return false;
   const auto size = static_cast<DWORD>(detail::kBmpHeaders + row * height);
   const std::unique_ptr<uint8_t[]> file(new (std::nothrow) uint8_t[size]);
   if (!file) return false;

@@ -192,6 +192,7 @@ TEST(Snapshot, IsABottomUpBmpOfTheEvenPart) {
   EXPECT_FALSE(SaveBmp(L"Z:\\no\\such\\folder\\x.bmp", FrameOf(frame), 7, 5));
   EXPECT_FALSE(SaveBmp(path.c_str(), FrameOf(frame), 1, 5));
   EXPECT_FALSE(SaveBmp(path.c_str(), FrameOf(frame), 0xFFFFFFFE, 0xFFFFFFFE));
+  EXPECT_FALSE(SaveBmp(path.c_str(), Frame{}, 7, 5)) << "a refused frame";
 
   std::ifstream file(path, std::ios::binary);
   const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
