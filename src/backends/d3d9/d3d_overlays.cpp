@@ -23,7 +23,10 @@ bool D3DDisplayer::EnsureLine() {
   if (!m_pd3dDevice) return false;
   if (m_outlines) return true;
   if (!m_pLineBuffer) m_pLineBuffer.reset(new (std::nothrow) D3DXVECTOR2[D3dxOutlines::kCorners]);
-  if (m_pD3dx && m_pLineBuffer && SUCCEEDED(m_pD3dx->createLine(m_pd3dDevice.get(), m_pLine.put()))) {
+  const auto hasLine = [this] {
+    return m_pLine || SUCCEEDED(m_pD3dx->createLine(m_pd3dDevice.get(), m_pLine.put()));
+  };
+  if (m_pD3dx && m_pLineBuffer && hasLine()) {
     m_outlines.reset(new (std::nothrow) D3dxOutlines(m_pLine.get(), m_pLineBuffer.get()));
   } else {
     OutlineByVertices();
