@@ -49,7 +49,7 @@ class SdlOverlays {
   void AddShapes(const DisplayMap& map);
   bool AddDisc(SdlAtlas& atlas, const OverlayShape& disc, const DisplayMap& map);
   void FindLabels(const DisplayMap& map);
-  bool CanJoin(size_t label, const DisplayMap& map);
+  bool CanJoin(size_t i, const DisplayMap& map);
   void AddLabels();
   bool AddPicture(const std::optional<SdlPicture>& picture);
 
