@@ -9,10 +9,6 @@
 #include "player/player.h"
 #include "player/windows/text.h"
 
-extern "C" {
-#include <libavutil/log.h>
-}
-
 namespace {
 
 constexpr int kFailed = 1;
@@ -69,7 +65,6 @@ int Complain(const std::exception& error, int code) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
-  av_log_set_level(AV_LOG_QUIET);  // what is wrong with a file is said once, by the player
   try {
     return Run();
   } catch (const OptionError& error) {

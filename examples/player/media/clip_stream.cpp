@@ -36,6 +36,7 @@ int ClipStream::Check(int result) const {
 }
 
 void ClipStream::Open() {
+  av_log_set_level(AV_LOG_QUIET);  // what is wrong with a file is said once, by the player
   AVFormatContext* opened = nullptr;
   Check(avformat_open_input(&opened, m_path.c_str(), nullptr, nullptr));
   UniqueFormat format(opened);
