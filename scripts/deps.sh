@@ -1,8 +1,10 @@
 #!/bin/bash
 # Cross-builds for Windows, from Debian's source packages: into $NIVRAL_DEPS/prefix what the library needs,
-# which is SDL2 and SDL2_ttf (with FreeType); into $NIVRAL_DEPS/player what the player needs, which is FFmpeg's
-# libraries and CLI11. Each is made again only when its own recipe changes, and both at once, since half of
-# either's time is a configure script on one core. Leaves the apt configuration untouched.
+# which is SDL2 and SDL2_ttf (with FreeType), and CLI11 for the player; into $NIVRAL_DEPS/player what the player
+# opens recordings with, which is FFmpeg's libraries. Each is made again only when its own recipe changes, and
+# both at once, since half of either's time is a configure script on one core. Leaves the apt configuration
+# untouched.
+#   deps.sh [folder]...     prefix and player by default
 . "$(dirname "$0")/common.sh"
 OUT=$NIVRAL_DEPS
 TOOLCHAIN=$ROOT/cmake/mingw-w64.cmake
@@ -59,6 +61,7 @@ copy_licences() {
   cp libsdl2-2*/LICENSE.txt "$OUT/prefix/share/licenses/SDL2.txt"
   cp libsdl2-ttf-2*/LICENSE.txt "$OUT/prefix/share/licenses/SDL2_ttf.txt"
   cp freetype-2*/docs/FTL.TXT "$OUT/prefix/share/licenses/FreeType.txt"
+  cp /usr/share/doc/libcli11-dev/copyright "$OUT/prefix/share/licenses/CLI11.txt"
 }
 
 build_prefix() {
@@ -66,6 +69,7 @@ build_prefix() {
   fetch libsdl2 libsdl2-ttf freetype
   build_sdl2
   build_ttf
+  cp -r /usr/include/CLI "$OUT/prefix/include/"
   copy_licences
 }
 
@@ -117,8 +121,6 @@ build_player() {
   mkdir -p "$OUT/player/share/licenses"
   ffmpeg_licence "$(dpkg-parsechangelog -S Source) $(dpkg-parsechangelog -S Version)" \
     > "$OUT/player/share/licenses/FFmpeg.txt"
-  cp -r /usr/include/CLI "$OUT/player/include/"
-  cp /usr/share/doc/libcli11-dev/copyright "$OUT/player/share/licenses/CLI11.txt"
 }
 
 # The file that a folder holds once it is made by its present recipe, which is its functions and the toolchain.
@@ -139,8 +141,9 @@ make_folder() {
   say "deps: $1 done"
 }
 
+[ $# -gt 0 ] || set -- prefix player
 missing=()
-for folder in prefix player; do
+for folder; do
   if [ -f "$(mark_of "$folder")" ]; then say "deps: up to date ($OUT/$folder)"; else missing+=("$folder"); fi
 done
 [ ${#missing[@]} -gt 0 ] || exit 0

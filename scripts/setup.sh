@@ -1,7 +1,8 @@
 #!/bin/bash
 # Installs and builds what is missing to build, test and run the library on a Debian machine. Safe to run
 # again.
-#   setup.sh [demo]     demo: only what building and running the player takes
+#   setup.sh [player|scenes]     only what building and running the player takes, or one that shows its drawn
+#                                scenes but opens no recordings
 . "$(dirname "$0")/common.sh"
 BUILDING=(
   g++ g++-mingw-w64-x86-64-posix cmake ninja-build ccache dpkg-dev ca-certificates nasm libcli11-dev googletest
@@ -15,15 +16,17 @@ CHECKING=(
   clang lld libclang-rt-14-dev clang-format clang-tidy cppcheck shellcheck python3 doxygen
   mono-mcs libmono-system-windows-forms4.0-cil pkg-config
 )
+DEPS=(prefix player)
 case ${1:-} in
-  demo) CHECKING=() ;;
+  scenes) CHECKING=() DEPS=(prefix) ;;
+  player) CHECKING=() ;;
   '') ;;
-  *) die "usage: setup.sh [demo]" ;;
+  *) die "usage: setup.sh [player|scenes]" ;;
 esac
 
 # Compiling needs both cores, unpacking one and the network.
 install_packages "${BUILDING[@]}"
-"$ROOT/scripts/deps.sh" & deps=$!
+"$ROOT/scripts/deps.sh" "${DEPS[@]}" & deps=$!
 trap 'kill "$deps" 2> /dev/null || true' EXIT
 install_packages "${RUNNING[@]}" "${CHECKING[@]}"
 wait "$deps"
