@@ -45,8 +45,8 @@ part_kernels() {
 $(version_of libyuv0), $(version_of libavfilter8).
 
 Each cell: how many times as fast as the peer we are, and our time per frame, in processor time on one thread,
-as medians over rounds in which both take turns of 2 ms. Both sides use all that the processor has. Luma is noise; chroma changes slowly, as in decoded
-video. See [colour.md](colour.md)." \
+as medians over rounds in which both take turns of 2 ms. Both sides use all that the processor has. Luma is
+noise; chroma changes slowly, as in decoded video. See [colour.md](colour.md)." \
     "$bin/colour_bench" $((ROUNDS * 5))
   section "Direct3D 9 upload" "On: $PROCESSOR. Milliseconds and ratio to the first way." \
     fenced "$bin/d3d9_kernels_bench"
