@@ -13,11 +13,17 @@ run_cppcheck() {
     --suppress=missingIncludeSystem src
 }
 
+# Each unit as if it were compiled: what it did not complain of, and nothing of which has changed, it is not
+# shown again.
 run_clang() {
   say "analyse: Clang"
   quietly "$WORK/configure.log" "configuring mingw-clang" cmake --preset mingw-clang
   scripts/analysis_units.py build/mingw-clang "$WORK" "$@" > "$WORK/units"
-  xargs -d '\n' -P "$JOBS" -n 1 clang-tidy --quiet -p "$WORK" < "$WORK/units" 2> "$WORK/notes.log"
+  sed -i 's|^[^ ]*clang++ |ccache scripts/tidy_compiler.sh |' "$WORK/commands"
+  CCACHE_COMPILERCHECK="string:$(clang-tidy --version)" CCACHE_COMMENTS=1 CCACHE_NOHASHDIR=1 \
+    CCACHE_BASEDIR=$ROOT CCACHE_EXTRAFILES=$ROOT/.clang-tidy:$ROOT/scripts/tidy_compiler.sh \
+    xargs -d '\n' -P "$JOBS" -n 1 bash -c \
+    < "$WORK/commands" 2> "$WORK/notes.log" || { cat "$WORK/notes.log"; return 1; }
 }
 
 failed=0

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""What clang-tidy is to look at: writes OUT/compile_commands.json and prints its files.
+"""What clang-tidy is to look at: prints its files, and writes into OUT/commands how to compile each.
 
 analysis_units.py BUILD OUT [FILE...]
 
@@ -10,6 +10,7 @@ own.
 """
 import json
 import os
+import re
 import sys
 
 build, out, chosen = sys.argv[1], sys.argv[2], [os.path.realpath(f) for f in sys.argv[3:]]
@@ -24,9 +25,16 @@ def is_portable(command):
 def unit_of_folder(folder, members):
     path = os.path.join(os.path.realpath(out), folder.split("/src/")[-1].replace("/", "_") + ".cpp")
     with open(path, "w") as unit:
-        unit.writelines(f'#include "{m["file"]}"  // NOLINT(bugprone-suspicious-include)\n' for m in members)
+        for member in members:
+            included = member["file"].split("/src/")[-1]
+            unit.write(f'#include "{included}"  // NOLINT(bugprone-suspicious-include)\n')
     first = members[0]
-    return {**first, "file": path, "command": first["command"].replace(first["file"], path)}
+    return {"file": path, "command": first["command"].replace(first["file"], path)}
+
+
+def compile_to(command, number):
+    """The command with its object file in OUT, where commands of any folder can be run."""
+    return re.sub(r" -o \S+", f" -o {out}/{number}.o", command)
 
 
 units, folders = [], {}
@@ -38,6 +46,6 @@ for command in commands:
     else:
         folders.setdefault(os.path.dirname(command["file"]), []).append(command)
 units = [unit_of_folder(*item) for item in folders.items()] + units
-with open(os.path.join(out, "compile_commands.json"), "w") as file:
-    json.dump(units, file, indent=1)
+with open(os.path.join(out, "commands"), "w") as file:
+    file.writelines(compile_to(unit["command"], number) + "\n" for number, unit in enumerate(units))
 print("\n".join(u["file"] for u in units))
