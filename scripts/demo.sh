@@ -12,12 +12,9 @@ case ${1:-} in -*|'') ;; *) FILE=$1; shift ;; esac
 [ -z "$FILE" ] || [ -r "$FILE" ] || die "$FILE: cannot be read"
 
 # FFmpeg takes as long to build as all else, and is needed where a file is named.
-NEEDS=scenes
-for word in "$FILE" "$@"; do [ ! -e "${word#--*=}" ] || NEEDS=player; done
-"$ROOT/scripts/setup.sh" "$NEEDS"
-quietly "$ROOT/build/configure-mingw-release.log" "configuring" cmake -S "$ROOT" --preset mingw-release
-say "demo: building the player"
-cmake --build "$ROOT/build/mingw-release" -j "$JOBS" --target nivral_player
+export SETUP=scenes
+for word in "$FILE" "$@"; do [ ! -e "${word#--*=}" ] || SETUP=player; done
+"$ROOT/scripts/build.sh" mingw-release --target nivral_player
 mkdir -p "$DEMO"
 ARGS=(--no-settings --screenshot "$(windows_path "$DEMO/screenshot.png")")
 if [ -n "$FILE" ]; then
