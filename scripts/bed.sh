@@ -65,9 +65,10 @@ up)
 second)
   alive xvfb || { start_screen; start_wine; } ;;
 down)
-  [ -f "$D/env.sh" ] || exit 0
-  . "$D/env.sh"
-  $WINE_SERVER -k >/dev/null 2>&1 || true; $WINE_SERVER -w || true
+  if [ -f "$D/env.sh" ]; then
+    . "$D/env.sh"
+    $WINE_SERVER -k >/dev/null 2>&1 || true; $WINE_SERVER -w || true
+  fi
   for p in xvfb pulse; do alive $p && kill "$(cat "$D/$p.pid")"; rm -f "$D/$p.pid"; done
   say "bed: down" ;;
 prefix)

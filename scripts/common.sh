@@ -37,15 +37,18 @@ wine_environment() {
   printf 'export WINEPREFIX=%q WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="\n' "$1"
 }
 
-# use_bed <folder>: a bed for the rest of the script, which its end takes down unless it was up before.
+# use_bed <folder> [function]: a bed for the rest of the script, which its end takes down unless it was up
+# before. A function that is to run at the end instead calls end_bed.
 use_bed() {
   local state
+  OWN_BED=$1 AT_END=${2:-end_bed}
+  trap '"$AT_END"' EXIT
   state=$("$ROOT/scripts/bed.sh" up "$1")
   echo "$state"
   . "$1/env.sh"
-  grep -q 'already up' <<< "$state" && return
-  OWN_BED=$1
-  trap '"$ROOT/scripts/bed.sh" down "$OWN_BED" > /dev/null 2>&1 || true' EXIT
+  ! grep -q 'already up' <<< "$state" || OWN_BED=
 }
+
+end_bed() { [ -z "${OWN_BED:-}" ] || "$ROOT/scripts/bed.sh" down "$OWN_BED" > /dev/null 2>&1 || true; }
 
 windows_path() { local path; path=$(realpath -m "$1"); printf 'Z:%s' "${path//\//\\}"; }

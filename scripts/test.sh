@@ -108,9 +108,10 @@ run_step() {
   fi
 }
 
-end_beds() {
+end_all() {
+  kill -- "-$lane" || true
   "$ROOT/scripts/bed.sh" down "$BED-2" || true
-  [ -z "${OWN_BED:-}" ] || "$ROOT/scripts/bed.sh" down "$OWN_BED" || true
+  end_bed
 } > /dev/null 2>&1
 
 run_steps() {
@@ -141,9 +142,10 @@ mkdir -p "$LOGS"
 if [ ${#on_devices[@]} = 0 ]; then
   run_steps "${beside[@]}"
 else
-  ( renice -n 5 "$BASHPID" > /dev/null; run_steps "${beside[@]}" ) &
-  use_bed "$BED"
-  trap end_beds EXIT
+  set -m  # so that it has a process group, which ends with this script
+  ( renice -n 5 "$BASHPID" > /dev/null; run_steps "${beside[@]}" ) < /dev/null & lane=$!
+  set +m
+  use_bed "$BED" end_all
   "$ROOT/scripts/bed.sh" second "$BED-2" > "$LOGS/bed.log" 2>&1 & second_bed=$!
   run_steps "${on_devices[@]}"
   wait
