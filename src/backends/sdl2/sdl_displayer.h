@@ -99,7 +99,7 @@ class SDLDisplayer : public BaseDisplayer {
   DisplayMap Map() const;
   void PaintRecord(RecordView record) override;
   void AddTexts();
-  MosaicGrid LayOutMosaic(const MosaicSettings& mosaic, SDL_Point& display) const;
+  std::optional<MosaicGrid> LayOutMosaic(const MosaicSettings& mosaic, SDL_Point& display) const;
   static void OnRedraw(HWND hwnd, WPARAM pane);
   void CallFlashCallback();
 

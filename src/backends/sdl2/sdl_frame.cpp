@@ -95,12 +95,12 @@ bool SDLDisplayer::Present(const FrameView& frame, const MosaicSettings& mosaic)
   AddTexts();
   DrawOverlays();
   SDL_Point display{};
-  const MosaicGrid grid = LayOutMosaic(mosaic, display);
-  m_overlays.PrepareMosaic(renderer, m_sdlTexture.get(), grid, display);
-  const bool drawn =
-      SDL_RenderClear(renderer) == 0 && SDL_RenderCopy(renderer, m_sdlTexture.get(), nullptr, nullptr) == 0;
+  const std::optional<MosaicGrid> grid = LayOutMosaic(mosaic, display);
+  if (grid) m_overlays.PrepareMosaic(renderer, m_sdlTexture.get(), *grid, display);
+  const bool drawn = grid && SDL_RenderClear(renderer) == 0 &&
+                     SDL_RenderCopy(renderer, m_sdlTexture.get(), nullptr, nullptr) == 0 &&
+                     m_overlays.Draw(renderer, *grid);
   if (drawn) {
-    m_overlays.Draw(renderer, grid);
     m_events.frameShown = true;
     SDL_RenderPresent(renderer);
   }
@@ -132,9 +132,11 @@ void SDLDisplayer::AddTexts() {
   m_overlays.AddTexts(items, Map());
 }
 
-/// The picture fills the target by itself, so a mosaic of fractions is not left where the window was.
-MosaicGrid SDLDisplayer::LayOutMosaic(const MosaicSettings& mosaic, SDL_Point& display) const {
-  if (!mosaic.flag || SDL_GetRendererOutputSize(m_sdlRenderer.get(), &display.x, &display.y) != 0) return {};
+/// The picture fills the target by itself, so a mosaic of fractions is not left where the window was. Nothing
+/// when nobody knows where to put it: such a frame must not be shown.
+std::optional<MosaicGrid> SDLDisplayer::LayOutMosaic(const MosaicSettings& mosaic, SDL_Point& display) const {
+  if (!mosaic.flag) return MosaicGrid{};
+  if (SDL_GetRendererOutputSize(m_sdlRenderer.get(), &display.x, &display.y) != 0) return std::nullopt;
   MosaicSettings fitted = mosaic;
   if (fitted.fromFractions) fitted.FitTo(display.x, display.y);
   return LayoutMosaic(fitted.rect, MosaicBlockSize(mosaic.level), display.x, display.y);

@@ -101,16 +101,16 @@ void SdlMosaic::Prepare(SDL_Renderer* renderer, SDL_Texture* video, SdlOverlayBa
   m_prepared = true;
 }
 
-void SdlMosaic::Draw(SDL_Renderer* renderer, const MosaicGrid& grid) {
-  if (grid.columns == 0) return;
+bool SdlMosaic::Draw(SDL_Renderer* renderer, const MosaicGrid& grid) {
+  if (grid.columns == 0) return true;
   const SDL_Rect target = ToSdl(grid.target);
   const auto cover = [&](SDL_Texture* blocks) {
     return SDL_RenderCopy(renderer, blocks, nullptr, &target) == 0;
   };
-  if (m_prepared && cover(m_drawn.get())) return;
-  if (ReadBack(renderer, grid) && cover(m_uploaded.get())) return;
-  SDL_SetRenderDrawColor(renderer, 0, 0, 0, SDL_ALPHA_OPAQUE);
-  SDL_RenderFillRect(renderer, &target);
+  if (m_prepared && cover(m_drawn.get())) return true;
+  if (ReadBack(renderer, grid) && cover(m_uploaded.get())) return true;
+  return SDL_SetRenderDrawColor(renderer, 0, 0, 0, SDL_ALPHA_OPAQUE) == 0 &&
+         SDL_RenderFillRect(renderer, &target) == 0;
 }
 
 bool SdlMosaic::ReadBack(SDL_Renderer* renderer, const MosaicGrid& grid) {

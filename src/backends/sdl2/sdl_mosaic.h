@@ -20,8 +20,8 @@ class SdlMosaic {
                const SDL_Point& display);
 
   /// Over the finished picture. The area is filled with black when no mosaic can be made: it must not be
-  /// seen.
-  void Draw(SDL_Renderer* renderer, const MosaicGrid& grid);
+  /// seen. False when that fails too.
+  bool Draw(SDL_Renderer* renderer, const MosaicGrid& grid);
 
   /// To be called before the renderer goes.
   void Clear();

@@ -124,9 +124,9 @@ void SdlOverlays::AddLabels() {
     AddPicture(m_labels[i]);
 }
 
-void SdlOverlays::Draw(SDL_Renderer* renderer, const MosaicGrid& mosaic) {
+bool SdlOverlays::Draw(SDL_Renderer* renderer, const MosaicGrid& mosaic) {
   m_batch.Draw(renderer);
-  m_mosaic.Draw(renderer, mosaic);
+  return m_mosaic.Draw(renderer, mosaic);
 }
 
 void SdlOverlays::ForgetTextures() {

@@ -32,8 +32,8 @@ class SdlOverlays {
     m_mosaic.Prepare(renderer, video, m_batch, grid, display);
   }
 
-  /// Over the video.
-  void Draw(SDL_Renderer* renderer, const MosaicGrid& mosaic);
+  /// Over the video. False when what the mosaic is to hide stays in view.
+  bool Draw(SDL_Renderer* renderer, const MosaicGrid& mosaic);
 
   /// To be called after the last overlay of a frame.
   void EndFrame() { m_text.EndFrame(); }

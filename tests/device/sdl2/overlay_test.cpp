@@ -33,6 +33,13 @@ SDL_Texture* CreateNoAtlas(SDL_Renderer* renderer, Uint32 format, int access, in
   return access == SDL_TEXTUREACCESS_STATIC ? nullptr : create(renderer, format, access, width, height);
 }
 
+int DoNotFill(SDL_Renderer*, const SDL_Rect*) {
+  return -1;
+}
+int KnowNoSize(SDL_Renderer*, int*, int*) {
+  return -1;
+}
+
 /// The driver, and whether textures fail.
 class SdlRenderers : public SdlOverlays, public testing::WithParamInterface<std::pair<const char*, bool>> {};
 
@@ -82,6 +89,11 @@ TEST_P(SdlRenderers, RepeatTheCornersOfAMosaicsBlocksPastItsArea) {
       expect(area, level, block);
   g_lastCopied = SDL_TEXTUREACCESS_STATIC;
   expect({20, 40, 110, 100}, 2, 6);
+  const ImportPatch fills("SDL2.dll", "SDL_RenderFillRect", &DoNotFill);
+  EXPECT_EQ(pane.Draw(frame), 1u) << "presented what could not be hidden";
+  g_lastCopied = SDL_TEXTUREACCESS_TARGET;
+  const ImportPatch sizes("SDL2.dll", "SDL_GetRendererOutputSize", &KnowNoSize);
+  EXPECT_EQ(pane.Draw(frame), 1u) << "presented with the mosaic nowhere";
 }
 INSTANTIATE_TEST_SUITE_P(Kinds, SdlRenderers,
                          testing::Values(std::pair{"direct3d", false}, std::pair{"software", false},
