@@ -3,8 +3,8 @@
 add_library(nivral_flags INTERFACE)
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  # Without the first ccache declines whatever uses precompiled headers; with the others what was compiled in one
-  # clone serves all.
+  # Without the first ccache declines whatever uses precompiled headers; with the others what was compiled in
+  # one clone serves all.
   set(launcher "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros
                "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" CCACHE_NOHASHDIR=1 "${CCACHE_PROGRAM}")
   set(CMAKE_C_COMPILER_LAUNCHER "${launcher}")

@@ -1,8 +1,8 @@
 #!/bin/bash
 # Cross-builds for Windows, from Debian's source packages: into $NIVRAL_DEPS/prefix what the library needs,
-# which is SDL2 and SDL2_ttf (with FreeType), and CLI11 for the player; into $NIVRAL_DEPS/player what the player
-# opens recordings with, which is FFmpeg's libraries. Each is made again only when its own recipe changes, and
-# both at once, since half of either's time is a configure script on one core. Leaves the apt configuration
+# which is SDL2 and SDL2_ttf (with FreeType), and CLI11 for the player; into $NIVRAL_DEPS/player what the
+# player opens recordings with, which is FFmpeg's libraries. Each is made again only when its own recipe
+# changes, and both at once, since their configure scripts use one core. Leaves the apt configuration
 # untouched.
 #   deps.sh [folder]...     prefix and player by default
 . "$(dirname "$0")/common.sh"
@@ -74,7 +74,8 @@ build_prefix() {
 }
 
 # Reading and decoding of what recorders write. Shared and without GPL parts: so its licence is the LGPL.
-# What decoding spends its time in is assembler; -O3 makes the rest take half as long again to compile.
+# What decoding spends its time in is assembler; the largest files of the rest take two to three times as long
+# to compile with -O3.
 set_ffmpeg_options() {
   # shellcheck disable=SC2054 # the commas are FFmpeg's
   FFMPEG_OPTIONS=(--optflags=-O2 --enable-shared --disable-static --disable-everything --disable-autodetect
@@ -123,7 +124,8 @@ build_player() {
     > "$OUT/player/share/licenses/FFmpeg.txt"
 }
 
-# The file that a folder holds once it is made by its present recipe, which is its functions and the toolchain.
+# The file that a folder holds once it is made by its present recipe, which is its functions and the
+# toolchain.
 mark_of() {
   local recipe=(fetch "build_$1")
   case $1 in

@@ -67,8 +67,8 @@ FrameView Packed(uint8_t* y, int w, int h) {
   return {y, w, y + w * h, w / 2, y + w * h * 5 / 4, w / 2};
 }
 
-/// The pictures that all ways of one size work on. Whatever makes planes of planes writes to the memory of the
-/// same working frame, since pages lie better or worse for the caches.
+/// The pictures that all ways of one size work on. Whatever makes planes of planes writes to the memory of
+/// the same working frame, since pages lie better or worse for the caches.
 struct Pictures {
   explicit Pictures(Size s)
       : w(s.width),

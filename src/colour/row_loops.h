@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Walks over rows from either end, and copies of rows that mirror, on vectors of any size. Included by one file
-// per instruction set, after its vectors.
+// Walks over rows from either end, and copies of rows that mirror, on vectors of any size. Included by one
+// file per instruction set, after its vectors.
 #pragma once
 
 #include "colour/kernels.h"

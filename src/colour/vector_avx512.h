@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// 512-bit vectors for the conversions and mirrors of planes, with the byte permutations of VBMI. Only for files compiled
-// for AVX-512: everything has internal linkage, so that no copy of it is ever called from code for older
-// processors.
+// 512-bit vectors for the conversions and mirrors of planes, with the byte permutations of VBMI. Only for
+// files compiled for AVX-512: everything has internal linkage, so that no copy of it is ever called from code
+// for older processors.
 #pragma once
 
 #include <immintrin.h>

@@ -24,13 +24,13 @@ inline void ForEachBlock(int32_t count, int32_t step, Block block) {
   }
 }
 
-// A sum of products needs 16 fraction bits and up to 10 bits before them. Each product is kept as two words, the
-// high one holding product / 65536 rounded to nearest and the low one, signed, the rest: a coefficient's whole
-// part multiplies apart, its fraction fits a word. Chroma's low words are kept negative: the floor of a sum of
-// luma and chroma is the sum of the high words, less one where chroma's low word is above luma's.
+// A sum of products needs 16 fraction bits and up to 10 bits before them. Each product is kept as two words,
+// the high one holding product / 65536 rounded to nearest and the low one, signed, the rest: a coefficient's
+// whole part multiplies apart, its fraction fits a word. Chroma's low words are kept negative: the floor of a
+// sum of luma and chroma is the sum of the high words, less one where chroma's low word is above luma's.
 
-/// A fraction in the forms for high and low words. The high word would need half of it, and does not notice that
-/// an odd one's half is cut off: no product with a sample comes that close to where rounding changes.
+/// A fraction in the forms for high and low words. The high word would need half of it, and does not notice
+/// that an odd one's half is cut off: no product with a sample comes that close to where rounding changes.
 struct Factor {
   Factor(int32_t fraction, int32_t sign) : half(Set16(fraction >> 1)), low(Set16(fraction * sign)) {}
   Vec half;
@@ -69,8 +69,8 @@ inline ChromaPart TwiceAndMore(Vec chroma, const Factor& f) {
   return {Add16(MulRounded(chroma, f.half), Add16(chroma, chroma)), MulLow(chroma, f.low)};
 }
 
-/// U's low words are signed and V's, whose products are floored, unsigned. So their sum as a signed word is right
-/// or 65536 too small, and then it is below V's less 32768, the least that U's can make of it.
+/// U's low words are signed and V's, whose products are floored, unsigned. So their sum as a signed word is
+/// right or 65536 too small, and then it is below V's less 32768, the least that U's can make of it.
 inline ChromaPart GreenPart(Vec u, Vec v, const Factors& f) {
   const Vec fromV = MulLow(v, f.minusGreenFromV);
   const Vec sum = Add16(MulLow(u, f.greenFromU.low), fromV);

@@ -47,8 +47,8 @@ void PictureControl::ApplyZoom() {
   m_pane.SetZoom(m_settings.zoomX, m_settings.zoomY, m_settings.mosaicLevel ? 1 : m_settings.zoom);
 }
 
-/// Direct3D shows whole rows of the picture, of which only one may be left. Elsewhere blocks must be a quarter
-/// of what they hide, which may be as wide as the area.
+/// Direct3D shows whole rows of the picture, of which only one may be left. Elsewhere blocks must be a
+/// quarter of what they hide, which may be as wide as the area.
 uint32_t PictureControl::HidingLevel() const {
   constexpr uint32_t kOneRow = 5461;
   constexpr uint32_t kWeak[] = {5, 10, 20, 30, 50};  // stand for 1 to 5
