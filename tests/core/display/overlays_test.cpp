@@ -10,7 +10,8 @@
 
 #include "display/overlay_layout.h"
 #include "display/overlay_list.h"
-#include "support/one_box.h"
+
+using namespace libnivral;
 
 namespace {
 
@@ -21,19 +22,29 @@ std::string NameOf(const OverlayColour& colour) {
   return colour == kOverlayGreen ? "green" : colour == kOverlayOrange ? "orange" : "amber";
 }
 
-/// One line for each shape and label.
+/// Every shape and label.
 std::string Tell(const OverlayList& list) {
   constexpr const char* kKinds[] = {"fill ", "outline ", "brackets ", "disc "};
   std::ostringstream told;
+  const auto next = [&]() -> std::ostream& { return told << (told.tellp() > 0 ? "; " : ""); };
   for (const OverlayShape& s : list.shapes) {
-    told << kKinds[static_cast<int>(s.kind)] << NameOf(s.colour) << ' ' << s.corners.left << ','
-         << s.corners.top << ',' << s.corners.right << ',' << s.corners.bottom;
+    next() << kKinds[static_cast<int>(s.kind)] << NameOf(s.colour) << ' ' << s.corners.left << ','
+           << s.corners.top << ',' << s.corners.right << ',' << s.corners.bottom;
     if (s.kind != OverlayShape::Kind::Fill) told << " of " << s.size;
-    told << '\n';
   }
   for (const OverlayLabel& label : list.labels)
-    told << label.text << " at " << label.x << ',' << label.y << '\n';
+    next() << label.text << " at " << label.x << ',' << label.y;
   return told.str();
+}
+
+/// A driver-assistance record of one box.
+AlgRecord OneBox(float left, float top, float right, float bottom, uint16_t classId, uint16_t distance,
+                 uint16_t lineWidth) {
+  AlgRecord record{};
+  record.count = 1, record.lineWidth = lineWidth;
+  record.left[0] = left, record.top[0] = top, record.right[0] = right, record.bottom[0] = bottom;
+  record.classId[0] = classId, record.distance[0] = distance;
+  return record;
 }
 
 OverlayStyle StyleOf(char backend) {
@@ -55,83 +66,46 @@ struct BoxCase {
 
 const BoxCase kBoxes[] = {
     {"a person in a thick box that has room for the distance", OneBox(100, 200, 301, 400, 1, 123, 4), 'S',
-     "outline orange 98,198,302,401 of 4\n"
-     "fill orange 98,186,135,198\n"
-     "fill orange 181,387,217,399\n"
-     "Person at 99,186\n"
-     "12.3m at 182,387\n"},
+     "outline orange 98,198,302,401 of 4; fill orange 98,186,135,198; fill orange 181,387,217,399; "
+     "Person at 99,186; 12.3m at 182,387"},
     {"the same with labels 27 high", OneBox(100, 200, 301, 400, 1, 123, 4), 'D',
-     "outline orange 98,198,303,402 of 4\n"
-     "fill amber 100,172,191,199\n"
-     "fill amber 169,373,232,400\n"
-     "Person at 101,172\n"
-     "13m at 170,373\n"},
+     "outline orange 98,198,303,402 of 4; fill amber 100,172,191,199; fill amber 169,373,232,400; "
+     "Person at 101,172; 13m at 170,373"},
     {"the same in the planes", OneBox(100, 200, 301, 400, 1, 123, 4), 'B',
-     "outline green 100,200,301,400 of 1\n"
-     "fill green 100,189,137,199\n"
-     "fill green 188,390,213,400\n"
-     "Person at 100,189\n"
-     "12.3m at 188,390\n"},
+     "outline green 100,200,301,400 of 1; fill green 100,189,137,199; fill green 188,390,213,400; "
+     "Person at 100,189; 12.3m at 188,390"},
     {"a car in a box as high as three labels", OneBox(40.9f, 60, 240, 96, 2, 999, 1), 'S',
-     "outline green 40,60,238,95 of 1\n"
-     "fill green 40,48,59,60\n"
-     "fill green 39,97,75,109\n"
-     "car at 41,48\n"
-     "99.9m at 40,97\n"},
+     "outline green 40,60,238,95 of 1; fill green 40,48,59,60; fill green 39,97,75,109; car at 41,48; "
+     "99.9m at 40,97"},
     {"a car in a box as high as three labels", OneBox(40.9f, 60, 240, 141, 2, 1000, 1), 'D',
-     "outline green 40,60,240,141 of 1\n"
-     "fill green 40,41,80,59\n"
-     "fill green 40,143,103,170\n"
-     "car at 41,36\n"
-     "100m at 41,143\n"},
+     "outline green 40,60,240,141 of 1; fill green 40,41,80,59; fill green 40,143,103,170; car at 41,36; "
+     "100m at 41,143"},
     {"a car in a box as high as three labels", OneBox(40.9f, 60, 240, 90, 2, 1000, 1), 'B',
-     "outline green 40,60,240,90 of 1\n"
-     "fill green 40,49,59,59\n"
-     "fill green 40,92,71,102\n"
-     "car at 40,49\n"
-     "100.0m at 40,92\n"},
+     "outline green 40,60,240,90 of 1; fill green 40,49,59,59; fill green 40,92,71,102; car at 40,49; "
+     "100.0m at 40,92"},
     {"nothing known", OneBox(10, 20, 30, 40, 0, 0, 1), 'S', ""},
     {"nothing known", OneBox(10, 20, 30, 40, 0, 0, 1), 'D', ""},
-    {"nothing known", OneBox(10, 20, 30, 40, 0, 0, 1), 'B', "outline green 10,20,30,40 of 1\n"},
+    {"nothing known", OneBox(10, 20, 30, 40, 0, 0, 1), 'B', "outline green 10,20,30,40 of 1"},
     {"at the top and beyond the right", OneBox(1900, -5, 3000, 40, 0, 5, 3), 'S',
-     "outline green 1899,-1,1920,40 of 3\n"
-     "fill green 1899,-13,1952,-1\n"
-     "fill green 1900,40,1928,52\n"
-     "unknown at 1900,-13\n"
-     "0.5m at 1901,40\n"},
+     "outline green 1899,-1,1920,40 of 3; fill green 1899,-13,1952,-1; fill green 1900,40,1928,52; "
+     "unknown at 1900,-13; 0.5m at 1901,40"},
     {"at the top and beyond the right", OneBox(1900, -5, 3000, 40, 0, 5, 3), 'D',
-     "outline green 1899,-1,1921,41 of 3\n"
-     "fill green 1900,0,2004,27\n"
-     "fill green 1900,42,1936,69\n"
-     "unknown at 1901,0\n"
-     "1m at 1901,42\n"},
+     "outline green 1899,-1,1921,41 of 3; fill green 1900,0,2004,27; fill green 1900,42,1936,69; "
+     "unknown at 1901,0; 1m at 1901,42"},
     {"at the top and beyond the right", OneBox(1900, -5, 3000, 40, 0, 5, 3), 'B',
-     "outline green 1900,0,1920,40 of 1\n"
-     "fill green 1904,30,1917,40\n"
-     "0.5m at 1904,30\n"},
+     "outline green 1900,0,1920,40 of 1; fill green 1904,30,1917,40; 0.5m at 1904,30"},
     {"on the last corner", OneBox(1920, 1080, 2000, 2000, 9, 1, 0), 'D',
-     "outline green 1920,1080,1920,1080 of 0\n"
-     "fill green 1920,1052,1970,1079\n"
-     "fill green 1920,1082,1956,1109\n"
-     "Unk at 1921,1052\n"
-     "1m at 1921,1082\n"},
+     "outline green 1920,1080,1920,1080 of 0; fill green 1920,1052,1970,1079; "
+     "fill green 1920,1082,1956,1109; Unk at 1921,1052; 1m at 1921,1082"},
     {"beyond the last corner", OneBox(1921, 1081, 2000, 2000, 9, 1, 1), 'D', ""},
     {"beyond the last corner", OneBox(1921, 1081, 2000, 2000, 9, 1, 1), 'B',
-     "outline green 1921,1081,1920,1080 of 1\n"
-     "fill green 1921,1070,1940,1080\n"
-     "Unk at 1921,1070\n"},
+     "outline green 1921,1081,1920,1080 of 1; fill green 1921,1070,1940,1080; Unk at 1921,1070"},
     {"an end that is no number", OneBox(5, 5, kNan, kInf, 3, 0, 1), 'S',
-     "outline green 5,5,1919,1079 of 1\n"
-     "fill green 5,-7,24,5\n"
-     "bus at 6,-7\n"},
+     "outline green 5,5,1919,1079 of 1; fill green 5,-7,24,5; bus at 6,-7"},
     {"an end that is no number", OneBox(5, 5, kNan, kInf, 3, 0, 1), 'D',
-     "outline green 5,5,1920,1080 of 1\n"
-     "fill green 5,0,55,27\n"
-     "bus at 6,0\n"},
+     "outline green 5,5,1920,1080 of 1; fill green 5,0,55,27; bus at 6,0"},
     {"an end that is no number", OneBox(5, 5, kNan, kInf, 3, 0, 1), 'B',
-     "outline green 5,5,1920,1080 of 1\n"
-     "fill green 5,0,24,10\n"
-     "bus at 5,0\n"},
+     "outline green 5,5,1920,1080 of 1; fill green 5,0,24,10; bus at 5,0"},
     {"a begin that is no number", OneBox(kNan, 0, 5, 5, 3, 0, 1), 'D', ""},
 };
 
@@ -141,7 +115,7 @@ TEST(Overlays, BoxesOfDriverAssistance) {
 }
 
 TEST(Overlays, LabelsFollowAllShapesClassesFirst) {
-  AlgRecord record = OneBox(100, 200, 300, 400, 3, 10);
+  AlgRecord record = OneBox(100, 200, 300, 400, 3, 10, 0);
   record.count = 13;  // the record holds twelve
   for (size_t i = 1; i < kMaxBoxes; ++i) {
     record.left[i] = record.left[0];
@@ -162,9 +136,7 @@ TEST(Overlays, LabelsFollowAllShapesClassesFirst) {
 TEST(Overlays, BoxesAreMappedBeforeTheyAreRounded) {
   const AlgRecord record = OneBox(101, 51, 301, 151, 4, 0, 2);
   EXPECT_EQ(LaidOut(&record, 'S', {400, 300, 200, 100}),
-            "outline green 49,16,150,50 of 2\n"
-            "fill green 49,4,80,16\n"
-            "truck at 50,4\n");
+            "outline green 49,16,150,50 of 2; fill green 49,4,80,16; truck at 50,4");
   OverlayList list;
   LayOutRecord(list, &record, {400, 300, 200, 100}, SdlStyle(false));
   EXPECT_EQ(list.shapes.size(), 1u) << "without a font there are neither letters nor their background";
@@ -189,20 +161,13 @@ DsmRecord Monitored() {
 TEST(Overlays, LandmarksAndFacesOfDriverMonitoring) {
   const DsmRecord record = Monitored();
   EXPECT_EQ(LaidOut(&record, 'S'),
-            "disc green 7,17,13,23 of 3\n"
-            "disc green -73,77,-67,83 of 3\n"
-            "brackets green 4,14,36,46 of 6\n"
-            "brackets green -6,14,1926,1086 of 6\n"
-            "brackets green 1915,14,1926,46 of 6\n"
-            "brackets green 4,14,36,46 of 6\n");
+            "disc green 7,17,13,23 of 3; disc green -73,77,-67,83 of 3; brackets green 4,14,36,46 of 6; "
+            "brackets green -6,14,1926,1086 of 6; brackets green 1915,14,1926,46 of 6; "
+            "brackets green 4,14,36,46 of 6");
   EXPECT_EQ(LaidOut(&record, 'D'),
-            "disc green 7,17,13,23 of 3\n"
-            "disc green 47,57,53,63 of 3\n"
-            "disc green -73,77,-67,83 of 3\n"
-            "disc green -2147483651,-3,-2147483645,3 of 3\n"
-            "brackets green 9,19,31,41 of 3\n"
-            "brackets green -1,19,1921,1081 of 3\n"
-            "brackets green 9,19,32,42 of 3\n");
+            "disc green 7,17,13,23 of 3; disc green 47,57,53,63 of 3; disc green -73,77,-67,83 of 3; "
+            "disc green -2147483651,-3,-2147483645,3 of 3; brackets green 9,19,31,41 of 3; "
+            "brackets green -1,19,1921,1081 of 3; brackets green 9,19,32,42 of 3");
   DsmRecord none = record;
   none.pointCount = 0;
   none.boxCount = -1;
@@ -213,7 +178,7 @@ TEST(Overlays, NothingIsDrawnBehindALandmarkThatCoversAll) {
   DsmRecord record{};
   record.pointSize = 65535;
   record.pointCount = 68;
-  EXPECT_EQ(LaidOut(&record, 'D'), "disc green -65535,-65535,65535,65535 of 65535\n");
+  EXPECT_EQ(LaidOut(&record, 'D'), "disc green -65535,-65535,65535,65535 of 65535");
 }
 
 /// A display on which shapes are drawn point by point and line by line.
