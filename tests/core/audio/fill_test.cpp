@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstring>
+#include <random>
 #include <vector>
 
 #include "audio/buffer_fill.h"
@@ -144,6 +145,23 @@ TEST_F(PacketFill, LongPacketsAreCutAndCutOffOnesAndLyingLengthsEndTheFilling) {
   queue.Push(Bytes(23, 1));
   queue.Push(Bytes(4, 2));
   EXPECT_EQ(Fill(), (Bytes{1, 1, 1, 1, 1, 1, 1, 1, 2, 2, 2, 2, 0x64, 0x64, 0x64, 0x64}));
+}
+
+TEST_F(PacketFill, AnyBytesInTheQueueOverrunNothing) {
+  std::mt19937 random(11);
+  for (int round = 0; round < 5000; ++round) {
+    Bytes bytes(random() % 90);
+    for (uint8_t& byte : bytes)
+      byte = static_cast<uint8_t>(random() % 4 ? 0 : random() % 40);
+    queue.PushRaw(bytes);
+    scratch.resize(random() % 50);
+    overflow.resize(1 + random() % 50);
+    copier.limit = random() % 80;
+    copier.claimed = random() % 2 * copier.limit;  // or as many as there are
+    for (size_t before = queue.Size() + 1; queue.Size() < before; Fill())
+      before = queue.Size();
+    ASSERT_TRUE(queue.Size() == 0 || copier.claimed) << round;
+  }
 }
 
 TEST(SegmentRing, WrapsAndKnowsItsLimits) {
