@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <random>
 #include <vector>
 
 #include "picture/frame_view.h"
@@ -42,6 +43,15 @@ struct TestFrame {
 inline TestFrame FlatFrame(int32_t width, int32_t height, uint8_t luma, uint8_t u, uint8_t v) {
   TestFrame frame(width, height);
   frame.Fill(luma, u, v);
+  return frame;
+}
+
+/// Noise, with bytes behind each row.
+inline TestFrame RandomFrame(int32_t width, int32_t height, std::mt19937& random, int32_t padding = 0) {
+  TestFrame frame(width, height, width + padding, width / 2 + padding);
+  for (auto* plane : {&frame.y, &frame.u, &frame.v})
+    for (uint8_t& sample : *plane)
+      sample = static_cast<uint8_t>(random());
   return frame;
 }
 

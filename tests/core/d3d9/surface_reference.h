@@ -3,7 +3,6 @@
 #pragma once
 
 #include <algorithm>
-#include <random>
 #include <vector>
 
 #include "backends/d3d9/d3d_surface.h"
@@ -22,14 +21,6 @@ struct TestSurface {
   std::vector<uint8_t> bytes;
   Yv12Surface view;
 };
-
-inline TestFrame RandomFrame(int32_t width, int32_t height, std::mt19937& random, int32_t padding = 0) {
-  TestFrame frame(width, height, width + padding, width / 2 + padding);
-  for (auto* plane : {&frame.y, &frame.u, &frame.v})
-    for (uint8_t& sample : *plane)
-      sample = static_cast<uint8_t>(random());
-  return frame;
-}
 
 /// Where the plane's sample of a surface row and column comes from.
 template <class SampleAt>

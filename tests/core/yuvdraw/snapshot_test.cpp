@@ -60,18 +60,14 @@ TEST(Snapshot, WritesHeadersAndPixels) {
 
 TEST(Snapshot, ReadsStridesAndPackedBuffersAlike) {
   std::mt19937 random(7);
-  TestFrame frame(20, 10, 33, 17);
-  for (auto* plane : {&frame.y, &frame.u, &frame.v}) {
-    for (uint8_t& byte : *plane)
-      byte = static_cast<uint8_t>(random());
-  }
+  TestFrame frame = RandomFrame(20, 10, random, 13);
   // U follows Y, V starts half a luma plane later, so a quarter plane between them is not used.
   std::vector<uint8_t> packed(200 + 100 + 50);
   for (size_t row = 0; row < 10; ++row)
     std::copy_n(&frame.y[row * 33], 20, &packed[row * 20]);
   for (size_t row = 0; row < 5; ++row) {
-    std::copy_n(&frame.u[row * 17], 10, &packed[200 + row * 10]);
-    std::copy_n(&frame.v[row * 17], 10, &packed[300 + row * 10]);
+    std::copy_n(&frame.u[row * 23], 10, &packed[200 + row * 10]);
+    std::copy_n(&frame.v[row * 23], 10, &packed[300 + row * 10]);
   }
   TempName name;
   EXPECT_FALSE(YUV2RGB().SaveBuffer(name.Name(), packed.data(), 20, 10));
