@@ -130,12 +130,11 @@ TEST(FontChoice, TakesTheFirstThatExistsElseTheLast) {
   g_fonts = {};
   EXPECT_EQ(Chosen("F"), "F\\simkai.ttf");
   EXPECT_EQ(Chosen(""), "\\simkai.ttf");
-  g_fonts = {"F\\simhei.ttf", "F\\simkai.ttf"};
-  EXPECT_EQ(Chosen("F"), "F\\simhei.ttf");
-  g_fonts.insert("F\\simfang.ttf");
-  EXPECT_EQ(Chosen("F"), "F\\simfang.ttf");
-  g_fonts.insert("F\\Microsoft YaHei UI.ttf");
-  EXPECT_EQ(Chosen("F"), "F\\Microsoft YaHei UI.ttf");
+  g_fonts = {"F\\simkai.ttf"};
+  for (const char* font : {"F\\simhei.ttf", "F\\simfang.ttf", "F\\Microsoft YaHei UI.ttf"}) {
+    g_fonts.insert(font);
+    EXPECT_EQ(Chosen("F"), font);
+  }
 }
 
 TEST(FontChoice, FallsBackToOthersInTheSameFolder) {

@@ -5,6 +5,7 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <span>
 
 #include "backends/d3d9/d3d_surface.h"
 #include "backends/ddraw/ddraw_slots.h"
@@ -173,17 +174,16 @@ TEST(FramePadder, RepeatsTheLastColumnAndRow) {
   ASSERT_TRUE(padded);
   EXPECT_EQ(padded->y, odd.y.data());
   ASSERT_EQ(padded->strideU, 3);
-  EXPECT_THAT(std::vector<uint8_t>(padded->u, padded->u + 6), ElementsAre(50, 51, 51, 50, 51, 51));
-  EXPECT_THAT(std::vector<uint8_t>(padded->v, padded->v + 6), ElementsAre(60, 61, 61, 60, 61, 61));
+  EXPECT_THAT(std::span(padded->u, 6), ElementsAre(50, 51, 51, 50, 51, 51));
+  EXPECT_THAT(std::span(padded->v, 6), ElementsAre(60, 61, 61, 60, 61, 61));
   padded = padder.PadAll(odd.View(), 5, 3);
   ASSERT_TRUE(padded);
   ASSERT_EQ(padded->strideY, 6);
-  EXPECT_THAT(
-      std::vector<uint8_t>(padded->y, padded->y + 24),
-      ElementsAre(1, 2, 3, 4, 5, 5, 6, 7, 8, 9, 10, 10, 11, 12, 13, 14, 15, 15, 11, 12, 13, 14, 15, 15));
+  EXPECT_THAT(std::span(padded->y, 24), ElementsAre(1, 2, 3, 4, 5, 5, 6, 7, 8, 9, 10, 10, 11, 12, 13, 14, 15,
+                                                    15, 11, 12, 13, 14, 15, 15));
   padded = padder.PadChroma(odd.View(), 5, 1);
   ASSERT_TRUE(padded);
-  EXPECT_THAT(std::vector<uint8_t>(padded->u, padded->u + 3), ElementsAre(128, 128, 128)) << "no chroma";
+  EXPECT_THAT(std::span(padded->u, 3), ElementsAre(128, 128, 128)) << "no chroma";
 }
 
 }  // namespace
