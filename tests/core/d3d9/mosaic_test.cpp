@@ -42,6 +42,7 @@ TEST(Zoom, StaysInTheFrameForAnyPointAndGivesTheWindowInPixels) {
         const ZoomState zoom = ZoomTo({}, mirror, point, point, factor);
         EXPECT_TRUE(zoom.x >= 0 && zoom.y <= 1000 - 1000 / factor && zoom.Enlarges());
       }
+  EXPECT_FALSE((ZoomState{0, 0, 1}.Enlarges() || ZoomState{0, 0, kMaxZoom + 1}.Enlarges()));
   EXPECT_EQ(ScaleEdge(640, 0.26f), 166);
   EXPECT_EQ(ZoomWindow({}, 352, 288), (PixelRect{0, 0, 352, 288}));
   EXPECT_EQ(ZoomWindow({334, 667, 3}, 1920, 1080), (PixelRect{641, 720, 1281, 1080}));

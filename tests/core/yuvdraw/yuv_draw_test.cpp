@@ -121,7 +121,8 @@ TEST(BurnIn, DrawsOutlinesAndFillsOfThePictureIntoFramesThatItCanHold) {
   for (const OverlayShape& shape :
        {Shape(Outline, {1, 0, 6, 4}), Shape(Fill, {3, 2, 5, 4}), Shape(Disc, {0, 0, 8, 5}),
         Shape(Brackets, {0, 0, 8, 5}), Shape(Outline, {0, 1, -2, 3}), Shape(Outline, {0, 0, 7, -1}),
-        Shape(Outline, {9, 0, 8, 4}), Shape(Outline, {0, 6, 8, 5}), Shape(Fill, {9, 0, 30, 4})})
+        Shape(Outline, {9, 0, 8, 4}), Shape(Outline, {0, 0, 0, 0}), Shape(Outline, {0, 6, 8, 5}),
+        Shape(Fill, {9, 0, 30, 4})})
     list.shapes.push_back(shape);
   Canvas canvas(8, 5);
   uint8_t *const y = canvas.y.data(), *const u = canvas.u.data(), *const v = canvas.v.data();
@@ -132,7 +133,7 @@ TEST(BurnIn, DrawsOutlinesAndFillsOfThePictureIntoFramesThatItCanHold) {
   BurnIn(draw, list, {y, 1 << 20, u, 1 << 20, v, 1 << 20}, 1 << 20, 5);
   EXPECT_EQ(canvas.Picture(), Rows(5, "........"));
   BurnIn(draw, list, {y, 8, u, 4, v, 4}, 8, 5);
-  EXPECT_EQ(canvas.Picture(), (Rows{".######.", ".#....#.", ".#.##.#.", ".#.##.#.", ".######."}));
+  EXPECT_EQ(canvas.Picture(), (Rows{"#######.", ".#....#.", ".#.##.#.", ".#.##.#.", ".######."}));
 }
 
 }  // namespace
