@@ -15,6 +15,8 @@ fi
 OUTPUT=$(mktemp); trap 'rm -f "$OUTPUT"' EXIT
 # GoogleTest keeps this file while its tests run: a program that ends in one of them with code 0 has failed.
 EARLY=$(mktemp -u); export TEST_PREMATURE_EXIT_FILE=Z:${EARLY//\//\\}
+# Of shaders for a few frames, compiling well takes longer than running.
+export GALLIVM_PERF=nopt
 /usr/lib/wine/wine64 "$@" > "$OUTPUT" 2>&1 < /dev/null 8>&-
 CODE=$?
 cat "$OUTPUT"
