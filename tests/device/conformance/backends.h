@@ -41,7 +41,7 @@ class Conformance : public testing::TestWithParam<Backend> {
   const Backend& b = GetParam();
 };
 
-/// Those that can be made longer.
+/// Several threads, and what can be made longer.
 class Soak : public Conformance {};
 
 /// A number from the environment, or the short run that every build makes.

@@ -109,7 +109,7 @@ void SetEverything(void* pane, uint32_t i) {
   Pump();
 }
 
-TEST_P(Conformance, SettersAreTakenWhileAnotherThreadDraws) {
+TEST_P(Soak, SettersAreTakenWhileAnotherThreadDraws) {
   Pane pane(b.type, 200, 150);
   pane.Start(64, 48);
   Feeder feeder(pane, Grey());
@@ -136,7 +136,7 @@ uint32_t UsePane(const Backend& b, HWND window, TestFrame& f) {
 TEST_P(Conformance, FailingAllocationsEndNoProcess) {
   const TestWindow window(320, 240);
   TestFrame grey = Grey();
-  for (const int every : {1, 10}) {
+  for (const int every : {1, 7}) {
     int failures = 0;  // in one phase there may be too few allocations for one to fail
     for (int phase = 0; phase < every; ++phase) {
       const FailingMemory failing(every, phase);
