@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Many panes at once, and panes opened and closed over and over. NIVRAL_SOAK_SECONDS, NIVRAL_SOAK_PANES and
 // NIVRAL_SOAK_CYCLES make it longer.
-#include <memory>
-#include <optional>
+#include <deque>
 #include <random>
 
 #include "backends.h"
@@ -10,27 +9,21 @@
 
 namespace {
 
-/// One of the panes side by side, which is fed.
-struct FedPane {
-  FedPane(const Backend& b, int index)
-      : pane(b.type, 200, 150, 40 + index % 5 * 320, 60 + index / 5 % 4 * 260) {
+TEST_P(Soak, PanesSurviveTheirWindowsBeingResizedHiddenAndShown) {
+  std::deque<Pane> panes;  // side by side
+  for (int i = 0; i < Setting("NIVRAL_SOAK_PANES", 4); ++i) {
+    Pane& pane = panes.emplace_back(b.type, 200, 150, 40 + i % 5 * 320, 60 + i / 5 % 4 * 260);
     pane.Start(64, 48);
     NIVRAL_DWSetOSDText(pane.handle, 0, "pane", 8, 8, 0, 0xFFFFFF);
-    feeder.emplace(pane, FlatFrame(64, 48, 145, 54, 34));
   }
-  Pane pane;
-  std::optional<Feeder> feeder;
-};
-
-TEST_P(Soak, PanesSurviveTheirWindowsBeingResizedHiddenAndShown) {
-  std::vector<std::unique_ptr<FedPane>> panes;
-  for (int i = 0; i < Setting("NIVRAL_SOAK_PANES", 4); ++i)
-    panes.push_back(std::make_unique<FedPane>(b, i));
+  std::deque<Feeder> feeders;
+  for (Pane& pane : panes)
+    feeders.emplace_back(pane, FlatFrame(64, 48, 145, 54, 34));
   std::mt19937 random(20);
   const auto upTo = [&](uint32_t limit) { return static_cast<int>(1 + random() % limit); };
   const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(Setting("NIVRAL_SOAK_SECONDS", 2)) * 1000;
   while (GetTickCount64() < end) {
-    Pane& pane = panes[random() % panes.size()]->pane;
+    Pane& pane = panes[random() % panes.size()];
     const uint32_t what = random() % 6;
     if (what < 2)
       ShowWindow(pane.Window(), what ? SW_HIDE : SW_SHOWNOACTIVATE);
@@ -39,16 +32,17 @@ TEST_P(Soak, PanesSurviveTheirWindowsBeingResizedHiddenAndShown) {
     NIVRAL_DWAdjustedWnd(pane.handle);
     Pump(random() % 20);
   }
-  for (auto& fed : panes) {
-    ShowWindow(fed->pane.Window(), SW_SHOWNOACTIVATE);
-    fed->pane.window.ResizeClient(200, 150);
-    EXPECT_TRUE(WaitUntil(
-        [&shown = fed->feeder->shown, before = fed->feeder->shown.load()] { return shown > before; }));
+  for (Pane& pane : panes) {
+    ShowWindow(pane.Window(), SW_SHOWNOACTIVATE);
+    pane.window.ResizeClient(200, 150);
   }
-  for (auto& fed : panes) {
-    fed->feeder.reset();
-    fed->pane.Start(64, 48);
+  for (Feeder& feeder : feeders) {
+    const int before = feeder.shown;
+    EXPECT_TRUE(WaitUntil([&] { return feeder.shown > before; }));
   }
+  feeders.clear();  // each waits for its thread
+  for (Pane& pane : panes)
+    pane.Start(64, 48);
 }
 
 /// A life with two sizes of window and video; the landmark makes Direct3D's second reset fail.
