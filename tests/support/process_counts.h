@@ -24,7 +24,7 @@ void ExpectNoGrowth(const ProcessCounts& before, size_t heapSlack);
 template <class Round>
 ProcessCounts CountAfterWarmUp(int rounds, Round&& round) {
   CountSettledProcess();  // the first count loads what it needs itself
-  for (int i = 0; i < std::min(rounds, 5); ++i)
+  for (int i = 0; i < std::min(1 + rounds / 2, 5); ++i)
     round();
   return CountSettledProcess();
 }
