@@ -23,36 +23,6 @@ Rgb ToRgb(const YuvColour& colour) {
 }
 constexpr int kDriverTolerance = 30;
 
-class PlayerOnBackend : public testing::TestWithParam<std::string> {};
-
-TEST_P(PlayerOnBackend, ShowsTheRoadSceneAndReports) {
-  const std::string shot = FreshFile("shot.png"), snapshot = FreshFile("shot.bmp");
-  const PlayerRun run =
-      RunPlayerProgram("--size 640x360 --pause-at 30 --seconds 1 --no-sound --no-overlays --backend " +
-                       GetParam() + " --screenshot " + shot + " --snapshot " + snapshot);
-  EXPECT_EQ(run.exitCode, 0u) << run.output;
-  EXPECT_THAT(run.output, testing::ContainsRegex("frames \\d+, dropped \\d+, \\d+\\.\\d+ ms per frame\n"));
-
-  const ScreenShot picture = TakePicture(shot), frame = TakePicture(snapshot);
-  ASSERT_EQ(picture.Width(), kWidth);
-  ASSERT_EQ(picture.Height(), kHeight + kTimeBar);
-  ASSERT_TRUE(frame.Width() == kWidth && frame.Height() == kHeight);
-  for (const SceneVehicle& vehicle : RoadScene(kWidth, kHeight).Vehicles(kFrame)) {
-    const PixelBox& box = vehicle.box;
-    const int row = box.bottom - (box.bottom - box.top) / 5;  // below windows and lights
-    for (const int column : {box.left + 1, (box.left + box.right) / 2, box.right - 2})
-      EXPECT_TRUE(Near(picture.At(column, row), ToRgb(vehicle.body), kDriverTolerance))
-          << "class " << vehicle.classId << " at " << column << ", " << row << ": "
-          << testing::PrintToString(picture.At(column, row));
-    EXPECT_FALSE(Near(picture.At(box.left - 3, row), ToRgb(vehicle.body), kDriverTolerance));
-    EXPECT_FALSE(Near(picture.At(box.right + 2, row), ToRgb(vehicle.body), kDriverTolerance));
-    EXPECT_TRUE(Near(frame.At(box.left + 1, row), ToRgb(vehicle.body), 4));
-  }
-}
-
-INSTANTIATE_TEST_SUITE_P(Backends, PlayerOnBackend, testing::Values("sdl", "d3d9", "ddraw"),
-                         [](const auto& backend) { return backend.param; });
-
 /// The player's pane that lies over the middle of a cell of four.
 HWND PaneIn(HWND main, int cell) {
   RECT client{};
@@ -95,7 +65,7 @@ TEST(Player, MenuKeysAndMouseChangeBackendPanesAndPictureWhileItRuns) {
   EXPECT_EQ(run.exitCode, 0u) << run.output;
 
   const ScreenShot picture = TakePicture(shot);
-  ASSERT_EQ(picture.Width(), kWidth);
+  ASSERT_TRUE(picture.Width() == kWidth && picture.Height() == kHeight + kTimeBar);
   const auto isBus = [&](const POINT& at) { return Near(picture.At(at.x, at.y), body, kDriverTolerance); };
   EXPECT_TRUE(isBus(BusIn(0, kFrame, false)));
   EXPECT_TRUE(isBus(BusIn(2, kFrameInThirdPane, true)));
@@ -118,7 +88,8 @@ TEST(Player, SeveralClipsFillThePanesInOrder) {
   const std::string bright = WriteSteps("bright.y4m", 1, 200), dark = WriteSteps("dark.y4m", 1, 64);
   const PlayerRun run =
       RunPlayerProgram("--no-overlays --seconds 1 --screenshot " + shot + " " + bright + " " + dark);
-  EXPECT_EQ(run.exitCode, 0u) << run.output;
+  EXPECT_EQ(run.exitCode, 0u);
+  EXPECT_THAT(run.output, testing::ContainsRegex("frames \\d+, dropped \\d+, \\d+\\.\\d+ ms per frame\n"));
   const ScreenShot picture = TakePicture(shot);
   for (const std::string& path : {bright, dark})
     DeleteFileA(path.c_str());
