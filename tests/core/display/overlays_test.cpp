@@ -236,7 +236,9 @@ TEST(Overlays, ShapesAreThePixelsThatPointsAndLinesWouldMake) {
     OverlayShape shape{.kind = static_cast<OverlayShape::Kind>(n % 4),
                        .colour = kOverlayGreen,
                        .corners = {x, y, x + below(60) - 9, y + below(60) - 9},
-                       .size = below(4) ? below(6) : below(50),
+                       .size = below(4)     ? below(6)
+                               : n % 8 == 3 ? 30 + below(30)
+                                            : below(50),
                        .parts = below(2) ? 5 : 8};
     if (shape.kind == OverlayShape::Kind::Disc) shape.corners = WideRect{x, y, x, y}.Grown(shape.size);
     Canvas expected, seen;

@@ -67,10 +67,13 @@ TEST(YuvLine, StepsAlongTheLongerAxisThickensAndPullsEndsIn) {
 
 TEST(YuvLine, WritesThePaletteIntoAllPlanes) {
   Canvas canvas(4, 4);
-  for (const int32_t colour : {10, 4}) {
+  for (int32_t colour = 0; colour < 11; ++colour) {
     canvas.Line({2, 2, 2, 2, 1, colour});
-    const int chroma = colour == 10 ? 128 : 0;
-    EXPECT_TRUE(canvas.y[10] == 255 && canvas.u[3] == chroma && canvas.v[3] == chroma) << colour;
+    const auto primary = [&](int bit) { return colour >> bit & 1 ? 255 : 0; };
+    const bool grey = colour > 7;
+    EXPECT_EQ(canvas.y[10], grey ? (colour - 8) * 255 / 2 + (colour == 9) : primary(2)) << colour;
+    EXPECT_EQ(canvas.u[3], grey ? 128 : primary(1)) << colour;
+    EXPECT_EQ(canvas.v[3], grey ? 128 : primary(0)) << colour;
   }
 }
 
