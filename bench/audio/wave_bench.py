@@ -14,7 +14,7 @@ import tempfile
 import time
 
 EMULATOR = "/usr/lib/wine/wine64"
-AWAKE_SINK = pathlib.Path(__file__).resolve().parents[2] / "tests" / "support" / "awake_sink.sh"
+AWAKE_SINK = pathlib.Path(__file__).resolve().parent / "awake_sink.sh"
 OPTIONS = ["--raw", "--format=s16le", "--rate=8000", "--channels=1", "--latency-msec=20"]
 FILL = 0x6464
 
