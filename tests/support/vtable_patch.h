@@ -5,7 +5,7 @@
 #include <climits>
 #include <functional>
 
-#include "support/slot_patch.h"
+#include "support/import_patch.h"
 
 /// A method of all COM objects of a kind that counts its calls and fails on demand, until the end of its scope:
 /// objects of one kind share their table of functions.
