@@ -46,6 +46,10 @@ inline TestFrame FlatFrame(int32_t width, int32_t height, uint8_t luma, uint8_t 
   return frame;
 }
 
+inline TestFrame Grey(int width = 64, int height = 48) {
+  return FlatFrame(width, height, 126, 128, 128);
+}
+
 /// Noise, with bytes behind each row.
 inline TestFrame RandomFrame(int32_t width, int32_t height, std::mt19937& random, int32_t padding = 0) {
   TestFrame frame(width, height, width + padding, width / 2 + padding);

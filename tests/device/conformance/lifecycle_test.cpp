@@ -6,10 +6,6 @@
 
 namespace {
 
-TestFrame Grey(int width = 64, int height = 48) {
-  return FlatFrame(width, height, 126, 128, 128);
-}
-
 TEST_P(Conformance, ResultsSayWhatBecameOfAFrame) {
   TestFrame grey = Grey();
   auto pane = std::make_unique<Pane>(b.type, 160, 120);

@@ -10,10 +10,6 @@
 
 namespace {
 
-TestFrame Grey(int width = 64, int height = 48) {
-  return FlatFrame(width, height, 126, 128, 128);
-}
-
 class SdlEvents : public SdlTest {
  protected:
   Pane pane{0, 160, 120};
