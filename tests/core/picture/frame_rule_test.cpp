@@ -143,7 +143,8 @@ Client TopDown(const Client& from, Case c) {
 }
 
 TEST(FrameRule, BottomUpFramesAreMirroredAndAdjustedLikeOthers) {
-  for (const Case& c : {Case{"", 6, 4, -6, -3, -3, true}, {"", 67, 33, -80, -40, -40, true}}) {
+  for (const Case& c :
+       {Case{"", 6, 4, -6, -3, -3, true}, {"", 67, 33, -80, -40, -40, true}, {"", 3, 4, -4, -2, -2, true}}) {
     const Client bottomUp(c);
     const Client topDown = TopDown(bottomUp, c);
     const auto width = static_cast<uint32_t>(c.width), height = static_cast<uint32_t>(c.height);
