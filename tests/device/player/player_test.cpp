@@ -148,23 +148,16 @@ TEST(Player, PlaysACutOffClipAsFarAsItGoesAndStaysOnItsLastFrame) {
 }
 
 TEST(Player, RefusesUnusableInputWithOneLineAndCodeTwo) {
-  struct Case {
-    const char* name;
-    const char* content;
-    const char* message;
-  };
-  constexpr Case kCases[] = {
-      {"clip.mp4", "garbage", "damaged, cut off before its index, or not a recording"},
-      {"clip.y4m", "YUV4MPEG2 W64 H48 F25:1\n", "no picture can be decoded"},
-      {"missing.mp4", nullptr, "No such file or directory"},
-  };
-  for (const Case& c : kCases) {
-    const std::string path = FreshFile(c.name);
-    if (c.content) std::ofstream(path, std::ios::binary) << c.content;
+  for (const auto& [name, content, message] :
+       {std::tuple{"clip.mp4", "garbage", "damaged, cut off before its index, or not a recording"},
+        {"clip.y4m", "YUV4MPEG2 W64 H48 F25:1\n", "no picture can be decoded"},
+        {"missing.mp4", "", "No such file or directory"}}) {
+    const std::string path = FreshFile(name);
+    if (*content) std::ofstream(path, std::ios::binary) << content;
     const PlayerRun run = RunPlayerProgram(path);
     DeleteFileA(path.c_str());
-    EXPECT_EQ(run.exitCode, 2u) << c.message;
-    EXPECT_EQ(run.output, "nivral_player: error: " + path + ": " + c.message + "\n");
+    EXPECT_EQ(run.exitCode, 2u) << message;
+    EXPECT_EQ(run.output, "nivral_player: error: " + path + ": " + message + "\n");
   }
   EXPECT_EQ(RunPlayerProgram("--zoom 99").exitCode, 2u);
   EXPECT_EQ(RunPlayerProgram("--help").exitCode, 0u);
