@@ -74,6 +74,16 @@ TEST(DeviceVolume, SetsBothChannelsAndWrapsAboveFull) {
     EXPECT_EQ(DeviceVolume(percent), volume) << percent;
 }
 
+TEST(FormatPresets, AreConsistentAndHaveBuffersOfWholeSamples) {
+  for (const FormatPreset& p : {kNarrowBandPreset, kWideBandStereoPreset, kTelephonyPreset, kMuLawPreset}) {
+    const WaveFormat& f = p.format;
+    EXPECT_TRUE(f.blockAlign == f.channels * f.bitsPerSample / 8 && p.playBytes % f.blockAlign == 0 &&
+                p.captureBytes % f.blockAlign == 0 &&
+                f.averageBytesPerSecond == f.samplesPerSecond * f.blockAlign)
+        << p.playBytes;
+  }
+}
+
 /// Copies packets as they are, but never more samples than told.
 class Copier : public PacketConverter {
  public:

@@ -46,6 +46,8 @@ TEST(HslMatrix, SaturatesAroundTheLuminanceAndTurnsTheHue) {
     ASSERT_NEAR(out.y, want[1], 0.01) << saturation << ", " << hue;
     ASSERT_NEAR(out.z, want[2], 0.01) << saturation << ", " << hue;
   }
+  const auto quad = FrameQuad(200, 150);  // a pixel's middle lies on whole numbers
+  EXPECT_TRUE(quad[0].x == -0.5f && quad[0].y == -0.5f && quad[5].x == 199.5f && quad[5].y == 149.5f);
 }
 
 }  // namespace
