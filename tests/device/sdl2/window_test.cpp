@@ -21,7 +21,7 @@ struct Redraw {
   /// Exposures faster than any timer of Windows, for a while; how many were told.
   int ExposeOften() {
     count = 0;
-    for (int i = 0; i < 50; ++i) {
+    for (int i = 0; i < 20; ++i) {
       InvalidateRect(pane.Window(), nullptr, FALSE);
       Pump(2);
     }
