@@ -148,6 +148,7 @@ else
   use_bed "$BED" end_all
   "$ROOT/scripts/bed.sh" second "$BED-2" > "$LOGS/bed.log" 2>&1 & second_bed=$!
   run_steps "${on_devices[@]}"
+  renice -n 0 -g "$lane" > /dev/null 2>&1 || true
   wait
 fi
 
