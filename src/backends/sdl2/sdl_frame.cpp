@@ -97,8 +97,8 @@ bool SDLDisplayer::Present(const FrameView& frame, const MosaicSettings& mosaic)
   SDL_Point display{};
   const std::optional<MosaicGrid> grid = LayOutMosaic(mosaic, display);
   if (grid) m_overlays.PrepareMosaic(renderer, m_sdlTexture.get(), *grid, display);
-  // The video covers the whole target, so there is nothing to clear.
-  const bool drawn = grid && SDL_RenderCopy(renderer, m_sdlTexture.get(), nullptr, nullptr) == 0 &&
+  const bool drawn = grid && SDL_RenderClear(renderer) == 0 &&
+                     SDL_RenderCopy(renderer, m_sdlTexture.get(), nullptr, nullptr) == 0 &&
                      m_overlays.Draw(renderer, *grid);
   if (drawn) {
     m_events.frameShown = true;
