@@ -16,9 +16,8 @@ void SdlOverlayBatch::Clear() {
 }
 
 void SdlOverlayBatch::Add(const SdlSprite& sprite, const SDL_Rect& target, const SDL_Color& colour) {
-  const SDL_BlendMode blend = sprite.IsPoint() ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND;
-  if (m_runs.empty() || m_runs.back().texture != sprite.texture || m_runs.back().blend != blend) {
-    if (!m_runs.push_back({sprite.texture, blend, m_corners.size()})) return;
+  if (m_runs.empty() || m_runs.back().texture != sprite.texture) {
+    if (!m_runs.push_back({sprite.texture, m_corners.size()})) return;
   }
   const auto left = static_cast<float>(target.x), right = static_cast<float>(target.x + target.w);
   const auto top = static_cast<float>(target.y), bottom = static_cast<float>(target.y + target.h);
@@ -33,7 +32,7 @@ void SdlOverlayBatch::Add(const SdlSprite& sprite, const SDL_Rect& target, const
 void SdlOverlayBatch::Draw(SDL_Renderer* renderer) const {
   size_t from = 0;
   for (const Run& run : m_runs) {
-    Draw(renderer, run.texture, run.blend, m_corners.data() + from, run.end - from);
+    Draw(renderer, run.texture, m_corners.data() + from, run.end - from);
     from = run.end;
   }
 }
@@ -41,32 +40,27 @@ void SdlOverlayBatch::Draw(SDL_Renderer* renderer) const {
 void SdlOverlayBatch::DrawCorners(SDL_Renderer* renderer, const MosaicGrid& grid) {
   const BlockAxis x = grid.AxisX(), y = grid.AxisY();
   size_t from = 0;
-  m_reduced.clear();
-  for (size_t i = 0; i < m_runs.size(); ++i) {
-    const Run& run = m_runs[i];
+  for (const Run& run : m_runs) {
+    m_reduced.clear();
     for (; from < run.end; from += kCornersEach) {
       const SDL_Vertex* const corners = m_corners.data() + from;
       const SDL_FPoint first = corners[0].position, last = corners[2].position;
       if (!x.Meets(first.x, last.x) || !y.Meets(first.y, last.y)) continue;
       std::array<SDL_Vertex, kCornersEach> reduced;
-      for (size_t k = 0; k < kCornersEach; ++k) {
-        reduced[k] = corners[k];
-        reduced[k].position = {x.ToBlocks(corners[k].position.x), y.ToBlocks(corners[k].position.y)};
+      for (size_t i = 0; i < kCornersEach; ++i) {
+        reduced[i] = corners[i];
+        reduced[i].position = {x.ToBlocks(corners[i].position.x), y.ToBlocks(corners[i].position.y)};
       }
       m_reduced.append(reduced.data(), reduced.size());
     }
-    // So little is covered that blending it costs less than another call.
-    if (i + 1 < m_runs.size() && m_runs[i + 1].texture == run.texture) continue;
-    Draw(renderer, run.texture, SDL_BLENDMODE_BLEND, m_reduced.data(), m_reduced.size());
-    m_reduced.clear();
+    Draw(renderer, run.texture, m_reduced.data(), m_reduced.size());
   }
 }
 
 /// Of what an SDL renderer draws, this is what it draws everything else with, so there is no other way when
 /// it fails.
-void SdlOverlayBatch::Draw(SDL_Renderer* renderer, SDL_Texture* texture, SDL_BlendMode blend,
-                           const SDL_Vertex* corners, size_t count) {
-  if (texture) SDL_SetTextureBlendMode(texture, blend);
+void SdlOverlayBatch::Draw(SDL_Renderer* renderer, SDL_Texture* texture, const SDL_Vertex* corners,
+                           size_t count) {
   if (count > 0) SDL_RenderGeometry(renderer, texture, corners, static_cast<int>(count), nullptr, 0);
 }
 

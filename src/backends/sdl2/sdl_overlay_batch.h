@@ -15,9 +15,6 @@ struct SdlSprite {
   float top = 0;
   float right = 0;
   float bottom = 0;
-
-  /// One point of one colour, which covers what is below.
-  bool IsPoint() const { return left == right && top == bottom; }
 };
 
 /// An area of a texture of a size.
@@ -42,16 +39,14 @@ class SdlOverlayBatch {
   void DrawCorners(SDL_Renderer* renderer, const MosaicGrid& grid);
 
  private:
-  /// Neighbours in the list of corners that are drawn alike.
+  /// Neighbours in the list of corners that are of one texture.
   struct Run {
     SDL_Texture* texture;
-    SDL_BlendMode blend;
     size_t end;
   };
   using Corners = NothrowList<SDL_Vertex>;
 
-  static void Draw(SDL_Renderer* renderer, SDL_Texture* texture, SDL_BlendMode blend,
-                   const SDL_Vertex* corners, size_t count);
+  static void Draw(SDL_Renderer* renderer, SDL_Texture* texture, const SDL_Vertex* corners, size_t count);
 
   Corners m_corners;  ///< two triangles each
   Corners m_reduced;
