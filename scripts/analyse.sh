@@ -13,12 +13,12 @@ run_cppcheck() {
     --suppress=missingIncludeSystem src
 }
 
-# Each unit as if it were compiled: what it did not complain of, and nothing of which has changed, it is not
-# shown again.
+# clang-tidy looks at each unit as if it were compiled, so ccache spares it those that it found nothing in and
+# that have not changed since.
 run_clang() {
   say "analyse: Clang"
   quietly "$WORK/configure.log" "configuring mingw-clang" cmake --preset mingw-clang
-  scripts/analysis_units.py build/mingw-clang "$WORK" "$@" > "$WORK/units"
+  scripts/analysis_units.py build/mingw-clang "$WORK" "$@" > /dev/null
   sed -i 's|^[^ ]*clang++ |ccache scripts/tidy_compiler.sh |' "$WORK/commands"
   CCACHE_COMPILERCHECK="string:$(clang-tidy --version)" CCACHE_COMMENTS=1 CCACHE_NOHASHDIR=1 \
     CCACHE_BASEDIR=$ROOT CCACHE_EXTRAFILES=$ROOT/.clang-tidy:$ROOT/scripts/tidy_compiler.sh \
