@@ -53,14 +53,20 @@ class DirectSound : public testing::Test {
     m_lock.emplace(m_any.get());
     m_unlock.emplace(m_any.get());
     m_stop.emplace(m_any.get());
-    LockMethod::then = [this](HRESULT result, Buffer*, DWORD offset, auto...) {
+    LockMethod::then = [this](HRESULT result, Buffer*, DWORD offset, DWORD, void** first, DWORD* count,
+                              void** second, DWORD* secondCount, DWORD) {
       m_offset = offset;
+      if (m_secondPart > 0) {
+        *count -= m_secondPart;
+        *second = static_cast<uint8_t*>(*first) + *count;
+        *secondCount = m_secondPart;
+      }
       return result;
     };
-    UnlockMethod::then = [this](HRESULT result, Buffer*, void* first, DWORD count, auto...) {
-      const auto* begin = static_cast<const uint8_t*>(first);
+    UnlockMethod::then = [this](HRESULT result, Buffer*, void* first, DWORD count, void*, DWORD secondCount) {
+      const auto* begin = static_cast<const uint8_t*>(first);  // the second part follows it
       const std::lock_guard guard(m_mutex);
-      if (m_keep) m_writes.push_back({m_offset, Bytes(begin, begin + count)});
+      if (m_keep) m_writes.push_back({m_offset, Bytes(begin, begin + count + secondCount)});
       return result;
     };
   }
@@ -87,6 +93,7 @@ class DirectSound : public testing::Test {
 
   PacketQueue queue;
   std::atomic<bool> m_keep{true};  ///< what is written
+  DWORD m_secondPart = 0;          ///< bytes at a lock's end that come as its second part
 
  private:
   TestWindow m_window{8, 8};
@@ -120,10 +127,11 @@ TEST_F(DirectSound, RefillsEachSegmentInTurnWithTheInitialLevelAndDrainsTheQueue
   }
 }
 
-TEST_F(DirectSound, AConversionFillsFromTheFirstSegmentAtEachStartUntilItThrows) {
+TEST_F(DirectSound, AConversionFillsBothPartsOfALockFromTheFirstSegmentAtEachStartUntilItThrows) {
   PcmSound sound;
   ASSERT_EQ(Open(sound), 1);
-  for (int round = 0; round < 2; ++round) {
+  for (const DWORD secondPart : {0u, 640u}) {
+    m_secondPart = secondPart;
     const size_t first = Writes().size();
     queue.Push(Bytes(700, 0x21));
     queue.Push(Bytes(300, 0x22));
@@ -131,8 +139,10 @@ TEST_F(DirectSound, AConversionFillsFromTheFirstSegmentAtEachStartUntilItThrows)
     ASSERT_TRUE(WaitForWrites(first + 2));
     sound.Stop();
     sound.Stop();
+    const int firstPacket = secondPart ? 640 : 700;  // what no part has room for is dropped
     Bytes expected(kSegmentBytes, 0x64);
-    std::fill_n(std::fill_n(expected.begin(), 700, uint8_t{0x21}), 300, uint8_t{0x22});
+    std::fill_n(expected.begin(), firstPacket, uint8_t{0x21});
+    std::fill_n(expected.begin() + firstPacket, 300, uint8_t{0x22});
     EXPECT_EQ(Writes()[first].bytes, expected);
     EXPECT_EQ(Writes()[first].offset, 0u);
     EXPECT_EQ(Writes()[first + 1].bytes, Bytes(kSegmentBytes, 0x64));
