@@ -3,9 +3,11 @@
 #include <bit>
 #include <cstdio>
 #include <fstream>
+#include <optional>
 
 #include "backends/d3d9/d3d_unreleased.h"
 #include "d3d_test.h"
+#include "support/failing_memory.h"
 #include "support/import_patch.h"
 #include "util/log_file.h"
 
@@ -70,7 +72,7 @@ TEST_F(D3dFaults, OverlayBuffersMakeAResetFailAndComeBack) {
   }
 }
 
-TEST_F(D3dFaults, ATextThatCannotBeMadeComesWithALaterFrame) {
+TEST_F(D3dFaults, ATextOrLineThatCannotBeMadeComesWithALaterFrame) {
   Direct3DFaults::D3dx().createFont = [](auto...) -> HRESULT { return E_FAIL; };
   pane.Start(160, 120);
   NIVRAL_DWSetOSDText(pane.handle, 0, "HHHHHHHH", 20, 20, 0, 0x0000FF);
@@ -79,6 +81,30 @@ TEST_F(D3dFaults, ATextThatCannotBeMadeComesWithALaterFrame) {
   EXPECT_EQ(Find(pane.Show(frame), isRed).count, 0);
   CreateTexture::failing = 0;
   EXPECT_GT(Find(pane.Show(frame), isRed).count, 0);
+
+  static std::optional<FailingMemory> failing;
+  static int lines = 0;
+  static const decltype(D3dxFunctions::createLine) createLine = std::exchange(
+      Direct3DFaults::D3dx().createLine, [](IDirect3DDevice9* device, ID3DXLine** line) -> HRESULT {
+        return failing.emplace(1), ++lines, createLine(device, line);
+      });
+  for (int i = 0; i < 3; ++i, failing.reset()) {
+    pane.SetBox(20, 20, 60, 60, 2, 0, 1);
+    pane.Draw(frame);
+  }
+  EXPECT_EQ(lines, 1) << "for the frames behind it, too";
+}
+
+/// A state that classes of a client's own can bring about.
+TEST_F(D3dFaults, ASurfaceThatIsMissingIsMadeBeforeTheNextFrame) {
+  struct Opened : D3DDisplayer {
+    using D3DDisplayer::ResetDevice;
+  };
+  Start();
+  CreateSurface::Fail(D3DERR_OUTOFVIDEOMEMORY, 1);
+  EXPECT_FALSE((displayer.*&Opened::ResetDevice)());
+  EXPECT_EQ(pane.Draw(frame), 0x2FFFu);
+  pane.Show(frame);
 }
 
 TEST_F(D3dFaults, ResultsTellWhatCouldNotBeMade) {
