@@ -74,8 +74,8 @@ step_fuzz() {
   [ $failed = 0 ]
 }
 
-# The suites named ...Soak on each backend, with NIVRAL_SOAK_CYCLES times open and close and NIVRAL_SOAK_SECONDS
-# of NIVRAL_SOAK_PANES panes, and sound's among its tests.
+# The suites named ...Soak on each backend, with NIVRAL_SOAK_CYCLES times open and close and
+# NIVRAL_SOAK_SECONDS of NIVRAL_SOAK_PANES panes, and sound's among its tests.
 step_soak() {
   build_preset mingw-release
   export NIVRAL_SOAK_CYCLES=${NIVRAL_SOAK_CYCLES:-1000} NIVRAL_SOAK_SECONDS=${NIVRAL_SOAK_SECONDS:-60}
