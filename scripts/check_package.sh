@@ -10,6 +10,9 @@ CXX=x86_64-w64-mingw32-g++-posix
 if command -v ccache > /dev/null; then
   export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_BASEDIR=$ROOT
 fi
+# Without Wine's thread for Direct3D: Wine 8 crashes now and then when a program ends while that thread is
+# still ending, as these do right after their last device went.
+export WINE_D3D_CONFIG=csmt=0
 PROMISED=(-Wall -Wextra -Wpedantic -Wshadow -Werror -fno-exceptions -fno-rtti)
 
 unpack() {
