@@ -32,17 +32,6 @@ int CountHandles() {
   return count;
 }
 
-int CountThreads() {
-  const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-  THREADENTRY32 entry{};
-  entry.dwSize = sizeof(entry);
-  int count = 0;
-  for (BOOL more = Thread32First(snapshot, &entry); more; more = Thread32Next(snapshot, &entry))
-    count += entry.th32OwnerProcessID == GetCurrentProcessId();
-  CloseHandle(snapshot);
-  return count;
-}
-
 size_t CountHeap(HANDLE heap) {
   size_t bytes = 0;
   HeapLock(heap);
@@ -101,6 +90,17 @@ std::string Tell(const ProcessCounts& c) {
 }
 
 }  // namespace
+
+int CountThreads() {
+  const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+  THREADENTRY32 entry{};
+  entry.dwSize = sizeof(entry);
+  int count = 0;
+  for (BOOL more = Thread32First(snapshot, &entry); more; more = Thread32Next(snapshot, &entry))
+    count += entry.th32OwnerProcessID == GetCurrentProcessId();
+  CloseHandle(snapshot);
+  return count;
+}
 
 ProcessCounts CountSettledProcess() {
   Pump(300);

@@ -13,6 +13,8 @@ struct ProcessCounts {
   int windows;  ///< of the calling thread
 };
 
+int CountThreads();
+
 /// Taken after a moment in which threads of the system that are on their way out can end.
 ProcessCounts CountSettledProcess();
 
