@@ -24,7 +24,7 @@ bool SdlAtlas::Prepare(SDL_Renderer* renderer, int32_t displayWidth) {
   if (m_texture && side == m_side) return false;
   m_side = side;
   m_white = {};
-  m_texture.reset(SDL_CreateTexture(renderer, kFormat, SDL_TEXTUREACCESS_STATIC, side, side));
+  m_texture.reset(SDL_CreateTexture(renderer, kPictureFormat, SDL_TEXTUREACCESS_STATIC, side, side));
   if (m_texture) {
     SDL_SetTextureBlendMode(m_texture.get(), SDL_BLENDMODE_BLEND);
     SDL_SetTextureScaleMode(m_texture.get(), SDL_ScaleModeNearest);
@@ -51,13 +51,13 @@ void SdlAtlas::Empty() {
 }
 
 SdlSprite SdlAtlas::Add(const SDL_Surface& picture, const SDL_Rect& area) {
-  if (!m_texture || picture.format->format != kFormat) return {};
+  if (!m_texture) return {};
   const auto place = m_shelf.Place(area.w, area.h);
   if (!place) return {};
   const SDL_Rect target{place->x, place->y, area.w, area.h};
-  const auto* const pixels =
-      static_cast<const uint8_t*>(picture.pixels) + ptrdiff_t{area.y} * picture.pitch + ptrdiff_t{area.x} * 4;
-  if (SDL_UpdateTexture(m_texture.get(), &target, pixels, picture.pitch) != 0) return {};
+  if (SDL_UpdateTexture(m_texture.get(), &target, PixelAt(picture, area.x, area.y), picture.pitch) != 0) {
+    return {};
+  }
   return SpriteOf(m_texture.get(), target, m_side, m_side);
 }
 

@@ -11,8 +11,6 @@ namespace libnivral {
 /// to one renderer at a time.
 class SdlAtlas {
  public:
-  static constexpr uint32_t kFormat = SDL_PIXELFORMAT_ARGB8888;  ///< of SDL_ttf's pictures
-
   /// Makes the texture unless there is one of a size that suits the display. Whether it was made: all that
   /// was in it is lost then.
   bool Prepare(SDL_Renderer* renderer, int32_t displayWidth);

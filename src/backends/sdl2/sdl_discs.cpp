@@ -16,7 +16,7 @@ SdlSprite SdlDiscs::Find(SdlAtlas& atlas, int32_t radius) {
 
 SdlSprite SdlDiscs::Make(SdlAtlas& atlas, int32_t radius) {
   const int32_t side = 2 * radius;
-  const SdlSurface picture(SDL_CreateRGBSurfaceWithFormat(0, side, side, 32, SdlAtlas::kFormat));
+  const SdlSurface picture(SDL_CreateRGBSurfaceWithFormat(0, side, side, 32, kPictureFormat));
   if (!picture) return {};
   m_parts.clear();
   const OverlayShape disc{.kind = OverlayShape::Kind::Disc,

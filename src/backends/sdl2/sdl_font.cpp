@@ -53,9 +53,13 @@ bool SdlFont::SetSize(int32_t size) {
   return m_font != nullptr;
 }
 
-SDL_Surface* SdlFont::Render(const wchar_t* text, const SDL_Color& colour, int32_t wrapWidth) {
+SdlSurface SdlFont::Render(const wchar_t* text, const SDL_Color& colour, int32_t wrapWidth) {
   CAutoLock guard(&g_ttfLock);
-  return TTF_RenderUNICODE_Blended_Wrapped(m_font, Units(text), colour, static_cast<Uint32>(wrapWidth));
+  SdlSurface picture(
+      TTF_RenderUNICODE_Blended_Wrapped(m_font, Units(text), colour, static_cast<Uint32>(wrapWidth)));
+  if (picture && picture->format->format != kPictureFormat)
+    picture.reset(SDL_ConvertSurfaceFormat(picture.get(), kPictureFormat, 0));
+  return picture;
 }
 
 int32_t SdlFont::WidthOf(const wchar_t* text) {

@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+#include "backends/sdl2/sdl_objects.h"
+
 namespace libnivral {
 
 /// The font of on-screen text at one size. Fonts of different panes may be used at once; one font belongs to
@@ -23,7 +25,7 @@ class SdlFont {
 
   /// Renders UTF-16 text in an opaque colour, with lines broken at a width in pixels. Null when the text
   /// cannot be rendered.
-  SDL_Surface* Render(const wchar_t* text, const SDL_Color& colour, int32_t wrapWidth);
+  SdlSurface Render(const wchar_t* text, const SDL_Color& colour, int32_t wrapWidth);
 
   /// Width of the text in one line, in pixels.
   int32_t WidthOf(const wchar_t* text);

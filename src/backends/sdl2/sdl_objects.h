@@ -23,6 +23,15 @@ using SdlRenderer = std::unique_ptr<SDL_Renderer, SdlDeleter<&SDL_DestroyRendere
 using SdlTexture = std::unique_ptr<SDL_Texture, SdlDeleter<&SDL_DestroyTexture>>;
 using SdlSurface = std::unique_ptr<SDL_Surface, SdlDeleter<&SDL_FreeSurface>>;
 
+/// Of SDL_ttf's pictures, so of all others too.
+constexpr uint32_t kPictureFormat = SDL_PIXELFORMAT_ARGB8888;
+
+/// In a picture of that format.
+inline uint32_t* PixelAt(const SDL_Surface& picture, int32_t x, int32_t y) {
+  return reinterpret_cast<uint32_t*>(static_cast<uint8_t*>(picture.pixels) + ptrdiff_t{y} * picture.pitch) +
+         x;
+}
+
 inline SDL_Rect ToSdl(const PixelRect& r) {
   return {r.left, r.top, r.right - r.left, r.bottom - r.top};
 }

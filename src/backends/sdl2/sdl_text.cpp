@@ -38,12 +38,9 @@ int32_t WidthWithoutWrap(SdlFont& font, const wchar_t* text) {
 /// What is not transparent, at least one pixel. A picture is much higher than its letters, and what is
 /// blended costs by the pixel.
 SDL_Rect FindLetters(const SDL_Surface& picture) {
-  const SDL_Rect whole{0, 0, picture.w, picture.h};
-  if (picture.format->format != SDL_PIXELFORMAT_ARGB8888) return whole;
   PixelRect found{picture.w, picture.h, 0, 0};
   for (int32_t y = 0; y < picture.h; ++y) {
-    const auto* const row = reinterpret_cast<const uint32_t*>(static_cast<const uint8_t*>(picture.pixels) +
-                                                              ptrdiff_t{y} * picture.pitch);
+    const uint32_t* const row = PixelAt(picture, 0, y);
     const auto isOpaque = [](uint32_t pixel) { return (pixel & 0xFF000000) != 0; };
     const uint32_t* const end = row + picture.w;
     const uint32_t* const first = std::find_if(row, end, isOpaque);
@@ -72,17 +69,14 @@ SdlSurface WriteOn(const SdlBar& bar, SDL_Surface& letters) {
   const int32_t left = std::min(bar.area.left, 0), top = std::min(bar.area.top, 0);
   SdlSurface picture(SDL_CreateRGBSurfaceWithFormat(0, std::max(bar.area.right, letters.w) - left,
                                                     std::max(bar.area.bottom, letters.h) - top, 32,
-                                                    SdlAtlas::kFormat));
-  if (!picture || letters.format->format != SdlAtlas::kFormat) return nullptr;
-  const auto line = [](SDL_Surface& surface, int32_t y) {
-    return reinterpret_cast<uint32_t*>(static_cast<uint8_t*>(surface.pixels) + ptrdiff_t{y} * surface.pitch);
-  };
+                                                    kPictureFormat));
+  if (!picture) return nullptr;
   const uint32_t fill = SDL_MapRGBA(picture->format, bar.colour.r, bar.colour.g, bar.colour.b, 255);
   for (int32_t y = bar.area.top; y < bar.area.bottom; ++y)
-    std::fill_n(line(*picture, y - top) + bar.area.left - left, bar.area.Width(), fill);
+    std::fill_n(PixelAt(*picture, bar.area.left - left, y - top), bar.area.Width(), fill);
   for (int32_t y = 0; y < letters.h; ++y) {
-    const uint32_t* const from = line(letters, y);
-    uint32_t* const to = line(*picture, y - top) - left;
+    const uint32_t* const from = PixelAt(letters, 0, y);
+    uint32_t* const to = PixelAt(*picture, -left, y - top);
     for (int32_t x = 0; x < letters.w; ++x)
       to[x] = to[x] ? Blend(from[x], to[x]) : from[x];
   }
@@ -128,7 +122,7 @@ SdlText::Entry* SdlText::FindEntry(SdlFont& font, const SdlLine& line) {
   entry->minWrap = free ? unwrapped : wrapWidth;
   entry->maxWrap = free ? INT_MAX : wrapWidth;
   entry->lastFrame = m_frame;
-  SdlSurface surface(font.Render(wide.text, {colour.r, colour.g, colour.b, SDL_ALPHA_OPAQUE}, wrapWidth));
+  SdlSurface surface = font.Render(wide.text, {colour.r, colour.g, colour.b, SDL_ALPHA_OPAQUE}, wrapWidth);
   if (surface && !bar.area.Empty()) {
     entry->origin = {std::min(bar.area.left, 0), std::min(bar.area.top, 0)};
     surface = WriteOn(bar, *surface);
