@@ -39,6 +39,10 @@ struct MosaicGrid {
   int32_t SourceX(int32_t column) const;
   int32_t SourceY(int32_t row) const;
 
+  /// How many blocks take their colours from the left of a display pixel, or from above it.
+  int32_t ColumnsLeftOf(int32_t x) const;
+  int32_t RowsAbove(int32_t y) const;
+
   /// Blocks that begin off the display take the colours of its edge, which these do not give.
   BlockAxis AxisX() const { return Axis(target.left, columns); }
   BlockAxis AxisY() const { return Axis(target.top, rows); }
