@@ -19,11 +19,15 @@ class SdlDiscs {
  private:
   static constexpr int32_t kMaxRadius = 8;
 
-  SdlSprite Make(SdlAtlas& atlas, int32_t radius);
+  struct Disc {
+    SdlSurface picture;
+    SdlSprite sprite;
+  };
 
-  std::array<SdlSprite, kMaxRadius + 1> m_sprites{};
+  static SdlSurface Paint(int32_t radius);
+
+  std::array<Disc, kMaxRadius + 1> m_discs{};
   uint32_t m_generation = 0;  ///< of the atlas
-  RectList m_parts;
 };
 
 }  // namespace libnivral

@@ -15,13 +15,16 @@ struct SdlSprite {
   float top = 0;
   float right = 0;
   float bottom = 0;
+  const uint32_t* pixels = nullptr;  ///< of what it shows; none: the colour as it is
+  int32_t pitch = 0;                 ///< of those, in bytes
 };
 
-/// An area of a texture of a size.
-inline SdlSprite SpriteOf(SDL_Texture* texture, const SDL_Rect& area, int32_t width, int32_t height) {
+/// An area of a texture of a size, which shows a picture that lives as long.
+inline SdlSprite SpriteOf(SDL_Texture* texture, const SDL_Rect& area, int32_t width, int32_t height,
+                          const uint32_t* pixels, int32_t pitch) {
   const auto u = [&](int32_t x) { return static_cast<float>(x) / static_cast<float>(width); };
   const auto v = [&](int32_t y) { return static_cast<float>(y) / static_cast<float>(height); };
-  return {texture, u(area.x), v(area.y), u(area.x + area.w), v(area.y + area.h)};
+  return {texture, u(area.x), v(area.y), u(area.x + area.w), v(area.y + area.h), pixels, pitch};
 }
 
 /// What lies over one picture, in the order in which it is painted. A draw call costs more than what a label
