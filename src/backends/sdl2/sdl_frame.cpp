@@ -87,19 +87,20 @@ void SDLDisplayer::RebuildLostDevice() {
 bool SDLDisplayer::Present(const FrameView& frame, const MosaicSettings& mosaic) {
   const RenderScope scope;
   SDL_Renderer* renderer = m_sdlRenderer.get();
-  if (!Upload(frame)) {
+  const std::optional<ConstFrameView> video = Upload(frame);
+  if (!video) {
     AdvanceOverlays();
     return false;
   }
   m_overlays.BeginFrame(renderer, Map().displayWidth);
-  AddTexts();
-  DrawOverlays();
   SDL_Point display{};
   const std::optional<MosaicGrid> grid = LayOutMosaic(mosaic, display);
-  if (grid) m_overlays.PrepareMosaic(renderer, m_sdlTexture.get(), *grid, display);
+  if (grid) m_overlays.BeginMosaic(renderer, m_sdlTexture.get(), *video, *grid, display);
+  AddTexts();
+  DrawOverlays();
   const bool drawn = grid && SDL_RenderClear(renderer) == 0 &&
                      SDL_RenderCopy(renderer, m_sdlTexture.get(), nullptr, nullptr) == 0 &&
-                     m_overlays.Draw(renderer, *grid);
+                     m_overlays.Draw(renderer);
   if (drawn) {
     m_events.frameShown = true;
     SDL_RenderPresent(renderer);
@@ -108,14 +109,16 @@ bool SDLDisplayer::Present(const FrameView& frame, const MosaicSettings& mosaic)
   return drawn;
 }
 
-bool SDLDisplayer::Upload(const FrameView& frame) {
-  const auto planes = m_padder.PadChroma(frame, m_textureSize.width, m_textureSize.height);
+/// The planes as they were uploaded.
+std::optional<ConstFrameView> SDLDisplayer::Upload(const FrameView& frame) {
+  auto planes = m_padder.PadChroma(frame, m_textureSize.width, m_textureSize.height);
   if (!planes) {
     SDL_SetError("the frame's planes do not fit the video size");
-    return false;
+  } else if (SDL_UpdateYUVTexture(m_sdlTexture.get(), nullptr, planes->y, planes->strideY, planes->u,
+                                  planes->strideU, planes->v, planes->strideV) != 0) {
+    planes.reset();
   }
-  return SDL_UpdateYUVTexture(m_sdlTexture.get(), nullptr, planes->y, planes->strideY, planes->u,
-                              planes->strideU, planes->v, planes->strideV) == 0;
+  return planes;
 }
 
 DisplayMap SDLDisplayer::Map() const {

@@ -2,8 +2,6 @@
 #pragma once
 
 #include "backends/sdl2/sdl_objects.h"
-#include "display/mosaic_layout.h"
-#include "display/overlay_types.h"
 #include "util/nothrow_list.h"
 
 namespace libnivral {
@@ -38,21 +36,14 @@ class SdlOverlayBatch {
 
   void Draw(SDL_Renderer* renderer) const;
 
-  /// Draws what shows at the corners of a mosaic's blocks, a pixel a block.
-  void DrawCorners(SDL_Renderer* renderer, const MosaicGrid& grid);
-
  private:
   /// Neighbours in the list of corners that are of one texture.
   struct Run {
     SDL_Texture* texture;
     size_t end;
   };
-  using Corners = NothrowList<SDL_Vertex>;
 
-  static void Draw(SDL_Renderer* renderer, SDL_Texture* texture, const SDL_Vertex* corners, size_t count);
-
-  Corners m_corners;  ///< two triangles each
-  Corners m_reduced;
+  NothrowList<SDL_Vertex> m_corners;  ///< two triangles each
   NothrowList<Run> m_runs;
 };
 

@@ -54,8 +54,13 @@ void SdlOverlays::AddRecord(RecordView record, const DisplayMap& map) {
   AddLabels();
 }
 
+void SdlOverlays::Add(const SdlSprite& sprite, const SDL_Rect& target, const SDL_Color& colour) {
+  m_batch.Add(sprite, target, colour);
+  m_mosaic.Paint(sprite, target, colour);
+}
+
 bool SdlOverlays::AddPicture(const std::optional<SdlPicture>& picture) {
-  if (picture) m_batch.Add(picture->sprite, ToSdl(picture->area), kWhite);
+  if (picture) Add(picture->sprite, ToSdl(picture->area), kWhite);
   return picture.has_value();
 }
 
@@ -102,7 +107,7 @@ void SdlOverlays::AddShapes(const DisplayMap& map) {
     m_pixels.clear();
     AppendPixels(m_pixels, shape, map.displayWidth, map.displayHeight);
     for (const PixelRect& rect : m_pixels)
-      m_batch.Add(atlas.White(), ToSdl(rect), ToSdl(shape.colour));
+      Add(atlas.White(), ToSdl(rect), ToSdl(shape.colour));
   }
 }
 
@@ -114,7 +119,7 @@ bool SdlOverlays::AddDisc(SdlAtlas& atlas, const OverlayShape& disc, const Displ
   if (corners.left < map.displayWidth && corners.top < map.displayHeight && corners.right >= 0 &&
       corners.bottom >= 0) {
     const auto x = static_cast<int32_t>(corners.left + 1), y = static_cast<int32_t>(corners.top + 1);
-    m_batch.Add(sprite, {x, y, 2 * disc.size, 2 * disc.size}, ToSdl(disc.colour));
+    Add(sprite, {x, y, 2 * disc.size, 2 * disc.size}, ToSdl(disc.colour));
   }
   return true;
 }
@@ -124,9 +129,9 @@ void SdlOverlays::AddLabels() {
     AddPicture(m_labels[i]);
 }
 
-bool SdlOverlays::Draw(SDL_Renderer* renderer, const MosaicGrid& mosaic) {
+bool SdlOverlays::Draw(SDL_Renderer* renderer) {
   m_batch.Draw(renderer);
-  return m_mosaic.Draw(renderer, mosaic);
+  return m_mosaic.Draw(renderer);
 }
 
 void SdlOverlays::ForgetTextures() {

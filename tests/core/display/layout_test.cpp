@@ -21,17 +21,6 @@ using namespace libnivral;
 
 namespace {
 
-TEST(Mosaic, BlockSizes) {
-  constexpr std::pair<int32_t, int32_t> kCases[] = {
-      {1, 3},   {2, 6},  {3, 9},    {4, 12}, {5, 3},  {10, 6},  {20, 9},        {30, 12},
-      {50, 15}, {6, 18}, {49, 147}, {0, 0},  {-1, 0}, {-50, 0}, {INT32_MIN, 0}, {INT32_MAX, 16384}};
-  for (const auto& [level, block] : kCases)
-    EXPECT_EQ(MosaicBlockSize(static_cast<uint32_t>(level)), block) << level;
-  constexpr BlockAxis kAxis{-7, 12, 5};
-  EXPECT_EQ(kAxis.ToBlocks(-7 + 12 + 0.5f), 1.5f) << "the middle of a block's first pixel is the block's";
-  EXPECT_EQ(kAxis.ToPixels(kAxis.ToBlocks(31)), 31);
-}
-
 constexpr int kWidth = 50, kHeight = 40;
 
 /// All pixels of a picture with padded rows; none is like another in its row or column.
