@@ -8,11 +8,12 @@ namespace libnivral {
 namespace {
 
 uint32_t ToByte(float value) {
-  return static_cast<uint32_t>(std::clamp(value, 0.0f, 255.0f) + 0.5f);
+  return static_cast<uint32_t>(std::clamp(value, 0.0f, 255.0f));
 }
 
 uint32_t ToColour(const YuvMatrix& matrix, float y, float u, float v) {
-  const float light = (y - matrix.black) * matrix.luma;
+  constexpr float kToRound = 0.5f;
+  const float light = (y - matrix.black) * matrix.luma + kToRound;
   u -= 128, v -= 128;
   const uint32_t red = ToByte(light + v * matrix.redFromV);
   const uint32_t green = ToByte(light + u * matrix.greenFromU + v * matrix.greenFromV);
