@@ -8,7 +8,7 @@ namespace libnivral {
 namespace {
 
 uint32_t ToByte(float value) {
-  return static_cast<uint32_t>(std::clamp(value, 0.0f, 255.0f));
+  return static_cast<uint32_t>(std::clamp(static_cast<int32_t>(value), 0, 255));
 }
 
 uint32_t ToColour(const YuvMatrix& matrix, float y, float u, float v) {
@@ -39,6 +39,7 @@ MosaicBlocks::Sample MosaicBlocks::Find(int32_t pixel, int32_t pixels, int32_t s
 }
 
 float MosaicBlocks::Read(const uint8_t* plane, ptrdiff_t stride, const Sample& x, const Sample& y) {
+  if (x.share == 0 && y.share == 0) return plane[y.first * stride + x.first];
   const auto mix = [](float first, float second, float share) { return first + (second - first) * share; };
   const auto row = [&](int32_t at) {
     const uint8_t* const samples = plane + at * stride;
