@@ -35,18 +35,30 @@ MosaicBlocks::Sample MosaicBlocks::Find(int32_t pixel, int32_t pixels, int32_t s
     return {nearest, nearest, 0};
   }
   const auto before = static_cast<int32_t>(std::floor(at - 0.5));
-  return {std::max(before, 0), std::min(before + 1, samples - 1), static_cast<float>(at - 0.5 - before)};
+  const auto share = static_cast<int32_t>(std::lround((at - 0.5 - before) * 256));
+  return {std::max(before, 0), std::min(before + 1, samples - 1), share};
 }
 
-float MosaicBlocks::Read(const uint8_t* plane, ptrdiff_t stride, const Sample& x, const Sample& y) {
-  if (x.share == 0 && y.share == 0) return plane[y.first * stride + x.first];
-  const auto mix = [](float first, float second, float share) { return first + (second - first) * share; };
-  const auto row = [&](int32_t at) {
-    const uint8_t* const samples = plane + at * stride;
-    return mix(samples[x.first], samples[x.second], x.share);
-  };
-  return mix(row(y.first), row(y.second), y.share);
-}
+/// A plane along a line of the display.
+class MosaicBlocks::Row {
+ public:
+  Row(const uint8_t* plane, ptrdiff_t stride, const Sample& y)
+      : m_first(plane + y.first * stride), m_second(plane + y.second * stride), m_share(y.share) {}
+
+  float At(const Sample& x) const {
+    const auto mix = [](int32_t first, int32_t second, int32_t share) {
+      return first * 256 + (second - first) * share;
+    };
+    const int32_t first = mix(m_first[x.first], m_first[x.second], x.share);
+    const int32_t second = mix(m_second[x.first], m_second[x.second], x.share);
+    return static_cast<float>(mix(first, second, m_share)) / 65536;
+  }
+
+ private:
+  const uint8_t* m_first;
+  const uint8_t* m_second;
+  int32_t m_share;
+};
 
 bool MosaicBlocks::TakeFrom(const StretchedVideo& video, const MosaicGrid& grid) {
   if (!Reset(grid) || !m_columns.resize(static_cast<size_t>(grid.columns))) return false;
@@ -61,11 +73,10 @@ bool MosaicBlocks::TakeFrom(const StretchedVideo& video, const MosaicGrid& grid)
   uint32_t* colour = m_colours.data();
   for (int32_t row = 0; row < grid.rows; ++row) {
     const auto [luma, chroma] = find(grid.source.top + grid.SourceY(row), video.displayHeight, height);
-    for (const Column& x : m_columns) {
-      *colour++ = ToColour(video.matrix, Read(planes.y, planes.strideY, x.luma, luma),
-                           Read(planes.u, planes.strideU, x.chroma, chroma),
-                           Read(planes.v, planes.strideV, x.chroma, chroma));
-    }
+    const Row lumaRow(planes.y, planes.strideY, luma);
+    const Row blueRow(planes.u, planes.strideU, chroma), redRow(planes.v, planes.strideV, chroma);
+    for (const Column& x : m_columns)
+      *colour++ = ToColour(video.matrix, lumaRow.At(x.luma), blueRow.At(x.chroma), redRow.At(x.chroma));
   }
   return true;
 }

@@ -61,15 +61,16 @@ class MosaicBlocks {
   struct Sample {
     int32_t first;
     int32_t second;
-    float share;  ///< of the second
+    int32_t share;  ///< of the second, of 256
   };
   struct Column {
     Sample luma;
     Sample chroma;
   };
 
+  class Row;
+
   static Sample Find(int32_t pixel, int32_t pixels, int32_t samples, bool smooth);
-  static float Read(const uint8_t* plane, ptrdiff_t stride, const Sample& x, const Sample& y);
 
   bool Reset(const MosaicGrid& grid);
 
