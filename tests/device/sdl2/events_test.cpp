@@ -139,6 +139,10 @@ TEST_F(SdlTest, CallsFromHandlersOfSentMessagesNeitherHangNorAnswerThem) {
   g_called = &displayer;
   displayer.SetPlayWnd(window.Handle());
   displayer.InitDraw(64, 48, 0);
+  EXPECT_EQ(displayer.DrawGrey(), 0);
+  displayer.DrawGrey();
+  EXPECT_EQ(displayer.DrawGrey(), 1) << "after FreeDraw in the middle of a frame";
+  displayer.InitDraw(64, 48, 0);
   std::atomic<bool> enough{false};
   std::atomic<int> atWork{2};
   std::thread sender([&] {
