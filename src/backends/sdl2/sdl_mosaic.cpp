@@ -57,11 +57,10 @@ void SdlMosaic::Begin(SDL_Renderer* renderer, SDL_Texture* texture, const ConstF
                               grid);
 }
 
-void SdlMosaic::Paint(const SdlSprite& sprite, const SDL_Rect& target, const SDL_Color& colour) {
+void SdlMosaic::Paint(const SdlSprite& sprite, const PixelRect& target, const SDL_Color& colour) {
   if (!m_taken) return;
   const uint32_t paint = 0xFF000000 | uint32_t{colour.r} << 16 | uint32_t{colour.g} << 8 | colour.b;
-  m_blocks.Paint({target.x, target.y, target.x + target.w, target.y + target.h}, paint, sprite.pixels,
-                 sprite.pitch);
+  m_blocks.Paint(target, paint, sprite.pixels, sprite.pitch);
 }
 
 bool SdlMosaic::Draw(SDL_Renderer* renderer) {

@@ -20,7 +20,10 @@ class SdlMosaic {
              const MosaicGrid& grid, const SDL_Point& display);
 
   /// What is to be painted over the video, in that order.
-  void Paint(const SdlSprite& sprite, const SDL_Rect& target, const SDL_Color& colour);
+  void Paint(const SdlSprite& sprite, const PixelRect& target, const SDL_Color& colour);
+
+  /// The part of the display where nothing else needs to be drawn.
+  PixelRect Hidden() const { return m_taken ? m_grid.target : PixelRect{}; }
 
   /// Over the finished picture. The area is filled with black when no mosaic can be made: it must not be
   /// seen. False when that fails too.

@@ -10,12 +10,12 @@ void SdlOverlayBatch::Clear() {
   m_runs.clear();
 }
 
-void SdlOverlayBatch::Add(const SdlSprite& sprite, const SDL_Rect& target, const SDL_Color& colour) {
+void SdlOverlayBatch::Add(const SdlSprite& sprite, const PixelRect& target, const SDL_Color& colour) {
   if (m_runs.empty() || m_runs.back().texture != sprite.texture) {
     if (!m_runs.push_back({sprite.texture, m_corners.size()})) return;
   }
-  const auto left = static_cast<float>(target.x), right = static_cast<float>(target.x + target.w);
-  const auto top = static_cast<float>(target.y), bottom = static_cast<float>(target.y + target.h);
+  const auto left = static_cast<float>(target.left), right = static_cast<float>(target.right);
+  const auto top = static_cast<float>(target.top), bottom = static_cast<float>(target.bottom);
   const SDL_Vertex a{{left, top}, colour, {sprite.left, sprite.top}};
   const SDL_Vertex b{{right, top}, colour, {sprite.right, sprite.top}};
   const SDL_Vertex c{{right, bottom}, colour, {sprite.right, sprite.bottom}};

@@ -25,6 +25,20 @@ inline SdlSprite SpriteOf(SDL_Texture* texture, const SDL_Rect& area, int32_t wi
   return {texture, u(area.x), v(area.y), u(area.x + area.w), v(area.y + area.h), pixels, pitch};
 }
 
+/// The part of a sprite that is shown in a part of its target.
+inline SdlSprite PartOf(const SdlSprite& sprite, const PixelRect& target, const PixelRect& part) {
+  const auto share = [](int32_t at, int32_t from, int64_t size) {
+    return static_cast<float>(at - from) / static_cast<float>(size);
+  };
+  const float width = sprite.right - sprite.left, height = sprite.bottom - sprite.top;
+  SdlSprite result = sprite;
+  result.left += width * share(part.left, target.left, target.Width());
+  result.right += width * share(part.right, target.right, target.Width());
+  result.top += height * share(part.top, target.top, target.Height());
+  result.bottom += height * share(part.bottom, target.bottom, target.Height());
+  return result;
+}
+
 /// What lies over one picture, in the order in which it is painted. A draw call costs more than what a label
 /// covers, so all that comes from one texture is one call; nothing is drawn before.
 class SdlOverlayBatch {
@@ -32,7 +46,7 @@ class SdlOverlayBatch {
   void Clear();
 
   /// The texture must live until the batch is cleared. What there is no memory for is left out.
-  void Add(const SdlSprite& sprite, const SDL_Rect& target, const SDL_Color& colour);
+  void Add(const SdlSprite& sprite, const PixelRect& target, const SDL_Color& colour);
 
   void Draw(SDL_Renderer* renderer) const;
 

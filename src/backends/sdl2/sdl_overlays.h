@@ -51,7 +51,7 @@ class SdlOverlays {
   void FindLabels(const DisplayMap& map);
   bool CanJoin(size_t i, const DisplayMap& map);
   void AddLabels();
-  void Add(const SdlSprite& sprite, const SDL_Rect& target, const SDL_Color& colour);
+  void Add(const SdlSprite& sprite, const PixelRect& target, const SDL_Color& colour);
   bool AddPicture(const std::optional<SdlPicture>& picture);
 
   SdlFont m_osdFont;
