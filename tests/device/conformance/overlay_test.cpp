@@ -115,12 +115,14 @@ TEST_P(Conformance, LandmarksAreDiscsAndFacesHaveCorners) {
   std::array<uint32_t, kPoints> x, y;
   for (uint32_t i = 0; i < kPoints; ++i)
     x[i] = Word(static_cast<float>(20 + i % 10 * 12)), y[i] = Word(static_cast<float>(40 + i / 10 * 12));
+  x[66] = Word(150), y[66] = Word(-3);
   const uint32_t face[] = {Word(160), Word(90), Word(240), Word(200)};
   NIVRAL_DWSetDsmAlgInfo(pane.handle, kPoints, x.data(), y.data(), 1, face, face + 1, face + 2, face + 3, 3);
   const ScreenShot shot = pane.Show(pane.black);
-  for (int i = 0; i < static_cast<int>(kPoints); ++i)
+  for (int i = 0; i < 66; ++i)
     EXPECT_EQ(IsGreen(shot.At(20 + i % 10 * 12, 40 + i / 10 * 12)), b.everyLandmark || i % 2 == 0) << i;
   EXPECT_FALSE(IsGreen(shot.At(20 + 4, 40)));
+  EXPECT_TRUE(IsGreen(shot.At(150, 0))) << "the lowest row of a disc above the picture";
   const Found corners = Find(shot, &IsGreen, {140, 70, kWidth, kHeight});
   EXPECT_NEAR(corners.box.left, 157, 4);
   EXPECT_NEAR(corners.box.bottom, 203, 4);
