@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "backends/ddraw/ddraw_layout.h"
 
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+
 namespace libnivral {
 namespace {
 
@@ -68,6 +72,15 @@ int32_t BytesPerPixel(PixelFormat format) {
       break;
   }
   return 2;
+}
+
+bool IsRed(const uint8_t* pixel, PixelFormat format) {
+  uint32_t value = 0;
+  std::memcpy(&value, pixel, static_cast<size_t>(BytesPerPixel(format)));
+  const Entry& e = *std::find_if(std::begin(kEntries), std::end(kEntries),
+                                 [&](const Entry& x) { return x.format == format; });
+  const auto quarters = [&](uint32_t mask) { return (value & mask) / (mask / 4); };
+  return quarters(e.red) >= 3 && quarters(e.green) == 0 && quarters(e.blue) == 0;
 }
 
 }  // namespace libnivral

@@ -36,4 +36,7 @@ std::optional<PixelFormat> IdentifyPixels(uint32_t bits, uint32_t red, uint32_t 
 
 int32_t BytesPerPixel(PixelFormat format);
 
+/// Whether a pixel is red: at least three quarters of it, and less than a quarter of green and blue.
+bool IsRed(const uint8_t* pixel, PixelFormat format);
+
 }  // namespace libnivral

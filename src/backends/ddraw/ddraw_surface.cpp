@@ -28,19 +28,6 @@ FrameView PlanesOf(const SurfaceLock& lock, int32_t height) {
   return {lock.Pixels(), lock.Pitch(), v + luma / 4, half, v, half};
 }
 
-bool IsRed(const uint8_t* pixel, PixelFormat format) {
-  switch (format) {
-    case PixelFormat::Bgrx32:
-    case PixelFormat::Bgr24:
-      return pixel[2] > 0xC0 && pixel[1] < 0x40 && pixel[0] < 0x40;
-    case PixelFormat::Rgb565:
-      return pixel[1] >= 0xC0 && pixel[0] < 0x28;
-    case PixelFormat::Rgb555:
-      return pixel[1] >= 0x60 && pixel[0] < 0x28;
-  }
-  return false;
-}
-
 }  // namespace
 
 HRESULT FrameSurface::Create(const DDrawDevice& device, uint32_t width, uint32_t height,

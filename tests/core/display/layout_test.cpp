@@ -2,6 +2,8 @@
 // Where mosaics, texts and DirectDraw's pictures go, and which font texts have.
 #include <gmock/gmock.h>
 
+#include <array>
+#include <bit>
 #include <climits>
 #include <cmath>
 #include <cstring>
@@ -166,6 +168,23 @@ TEST(DrawnArea, IsThePlayRectangleOrTheClientArea) {
   EXPECT_TRUE(DrawnArea({0, 0, 8193, 10}, kClient).Empty());
   EXPECT_TRUE(DrawnArea({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, kClient).Empty());
   EXPECT_TRUE(DrawnArea({INT_MAX - 1, 0, INT_MAX, 10}, kClient).Empty());
+}
+
+/// What DirectDraw's trial of a blit has to tell apart.
+TEST(DisplayPixels, AreRedOrNotInAnyMode) {
+  constexpr std::array<int, 3> kColours[] = {{238, 14, 14},  {200, 48, 48}, {14, 14, 238}, {238, 120, 14},
+                                             {238, 14, 120}, {120, 14, 14}, {0, 0, 0},     {200, 200, 200}};
+  for (const auto& [red, green, blue] : kColours) {
+    const std::pair<PixelFormat, int> pixels[] = {
+        {PixelFormat::Bgrx32, red << 16 | green << 8 | blue},
+        {PixelFormat::Bgr24, red << 16 | green << 8 | blue},
+        {PixelFormat::Rgb565, red >> 3 << 11 | green >> 2 << 5 | blue >> 3},
+        {PixelFormat::Rgb555, red >> 3 << 10 | green >> 3 << 5 | blue >> 3}};
+    for (const auto& [format, pixel] : pixels) {
+      const auto bytes = std::bit_cast<std::array<uint8_t, 4>>(pixel);
+      EXPECT_EQ(IsRed(bytes.data(), format), red >= 200 && green < 60 && blue < 60) << pixel;
+    }
+  }
 }
 
 TEST(CutToScreen, KeepsSourceAndTargetTogether) {
