@@ -27,12 +27,6 @@ Axis LayoutAxis(int64_t from, int64_t to, int64_t block, int64_t display) {
           static_cast<int32_t>(visibleFrom), static_cast<int32_t>(visibleTo)};
 }
 
-/// How many blocks of an axis take their colours from before a pixel.
-int32_t CountBefore(int64_t pixel, const Axis& axis, int64_t block) {
-  if (axis.count == 0 || pixel <= axis.sourceStart) return 0;
-  return static_cast<int32_t>(std::min<int64_t>((pixel - axis.targetStart + block - 1) / block, axis.count));
-}
-
 }  // namespace
 
 int32_t MosaicBlockSize(uint32_t level) {
@@ -65,14 +59,6 @@ int32_t MosaicGrid::SourceX(int32_t column) const {
 
 int32_t MosaicGrid::SourceY(int32_t row) const {
   return std::max(target.top + row * block - source.top, 0);
-}
-
-int32_t MosaicGrid::ColumnsLeftOf(int32_t x) const {
-  return CountBefore(x, {columns, target.left, source.left, source.right}, block);
-}
-
-int32_t MosaicGrid::RowsAbove(int32_t y) const {
-  return CountBefore(y, {rows, target.top, source.top, source.bottom}, block);
 }
 
 MosaicGrid LayoutMosaic(const PixelRect& area, int32_t block, int32_t displayWidth, int32_t displayHeight) {

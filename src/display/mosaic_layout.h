@@ -12,6 +12,19 @@ namespace libnivral {
 /// 5, 10, 20, 30 and 50 stand for 1 to 5, and any other counts as it is. Limited to more than any display.
 int32_t MosaicBlockSize(uint32_t level);
 
+/// A picture with a pixel for each block, in one direction: which of its pixels show what.
+struct BlockAxis {
+  float start;  ///< of the first block on the display
+  float block;
+  float count;
+
+  /// Display pixels to blocks: the middle of a block's first pixel becomes the block's middle.
+  constexpr float ToBlocks(float pixel) const { return (pixel - start - 0.5f) / block + 0.5f; }
+  constexpr float ToPixels(float blocks) const { return (blocks - 0.5f) * block + start + 0.5f; }
+  /// Whether anything between two display pixels may show.
+  constexpr bool Meets(float from, float to) const { return ToBlocks(to) > 0 && ToBlocks(from) < count; }
+};
+
 /// Blocks of a mosaic that reach into a display, in display pixels. Blocks at the right and bottom of the
 /// area are whole, so they may reach past it by up to block - 1 pixels.
 struct MosaicGrid {
@@ -26,9 +39,14 @@ struct MosaicGrid {
   int32_t SourceX(int32_t column) const;
   int32_t SourceY(int32_t row) const;
 
-  /// How many blocks take their colours from the left of a display pixel, or from above it.
-  int32_t ColumnsLeftOf(int32_t x) const;
-  int32_t RowsAbove(int32_t y) const;
+  /// Blocks that begin off the display take the colours of its edge, which these do not give.
+  BlockAxis AxisX() const { return Axis(target.left, columns); }
+  BlockAxis AxisY() const { return Axis(target.top, rows); }
+
+ private:
+  BlockAxis Axis(int32_t start, int32_t count) const {
+    return {static_cast<float>(start), static_cast<float>(block), static_cast<float>(count)};
+  }
 };
 
 /// Without rows and columns when nothing of the area is on the display.

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 
 namespace libnivral {
@@ -23,16 +22,6 @@ struct PixelRect {
 constexpr PixelRect Intersect(const PixelRect& a, const PixelRect& b) {
   return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
           std::min(a.bottom, b.bottom)};
-}
-
-/// What a hole leaves of an area: above, below, left and right of it. Some may be empty.
-constexpr std::array<PixelRect, 4> Outside(const PixelRect& hole, const PixelRect& area) {
-  const PixelRect both = Intersect(area, hole);
-  if (both.Empty()) return {area};
-  return {{{area.left, area.top, area.right, both.top},
-           {area.left, both.bottom, area.right, area.bottom},
-           {area.left, both.top, both.left, both.bottom},
-           {both.right, both.top, area.right, both.bottom}}};
 }
 
 /// Truncates toward zero; values that a 32-bit integer cannot hold, NaN included, give INT32_MIN as the x86

@@ -43,9 +43,10 @@ void CheckMosaicBlocks(const Input& in, int32_t width, int32_t height) {
   const MosaicGrid grid = LayoutMosaic(in.area, MosaicBlockSize(in.level), width, height);
   if (grid.columns <= 0 || grid.rows <= 0) return;
   Require(Within(grid.source, width, height));
-  const int32_t x = grid.source.left + grid.SourceX(grid.columns - 1);
-  const int32_t y = grid.source.top + grid.SourceY(grid.rows - 1);
-  Require(Within({x, y, x + 1, y + 1}, width, height));
+  for (const int32_t column : {0, grid.columns - 1})
+    Require(grid.SourceX(column) >= 0 && grid.source.left + grid.SourceX(column) < width);
+  for (const int32_t row : {0, grid.rows - 1})
+    Require(grid.SourceY(row) >= 0 && grid.source.top + grid.SourceY(row) < height);
 }
 
 void CheckMosaicMapping(const Input& in, int32_t width, int32_t height) {

@@ -55,9 +55,10 @@ SdlSprite SdlAtlas::Add(const SDL_Surface& picture, const SDL_Rect& area) {
   const auto place = m_shelf.Place(area.w, area.h);
   if (!place) return {};
   const SDL_Rect target{place->x, place->y, area.w, area.h};
-  const uint32_t* const pixels = PixelAt(picture, area.x, area.y);
-  if (SDL_UpdateTexture(m_texture.get(), &target, pixels, picture.pitch) != 0) return {};
-  return SpriteOf(m_texture.get(), target, m_side, m_side, pixels, picture.pitch);
+  if (SDL_UpdateTexture(m_texture.get(), &target, PixelAt(picture, area.x, area.y), picture.pitch) != 0) {
+    return {};
+  }
+  return SpriteOf(m_texture.get(), target, m_side, m_side);
 }
 
 }  // namespace libnivral

@@ -15,8 +15,7 @@ class SdlAtlas {
   /// was in it is lost then.
   bool Prepare(SDL_Renderer* renderer, int32_t displayWidth);
 
-  /// An area of a picture, which must live as long as the sprite is used. Without a texture when it does not
-  /// fit into what is left.
+  /// An area of a picture. Without a texture when it does not fit into what is left.
   SdlSprite Add(const SDL_Surface& picture, const SDL_Rect& area);
 
   /// Whether an area fits into an empty one.

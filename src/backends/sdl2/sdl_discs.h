@@ -19,15 +19,11 @@ class SdlDiscs {
  private:
   static constexpr int32_t kMaxRadius = 8;
 
-  struct Disc {
-    SdlSurface picture;
-    SdlSprite sprite;
-  };
+  SdlSprite Make(SdlAtlas& atlas, int32_t radius);
 
-  static SdlSurface Paint(int32_t radius);
-
-  std::array<Disc, kMaxRadius + 1> m_discs{};
+  std::array<SdlSprite, kMaxRadius + 1> m_sprites{};
   uint32_t m_generation = 0;  ///< of the atlas
+  RectList m_parts;
 };
 
 }  // namespace libnivral

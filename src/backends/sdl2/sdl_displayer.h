@@ -95,7 +95,7 @@ class SDLDisplayer : public BaseDisplayer {
   void CatchUpWithWindow();
   void RebuildLostDevice();
   bool Present(const FrameView& frame, const MosaicSettings& mosaic);
-  std::optional<ConstFrameView> Upload(const FrameView& frame);
+  bool Upload(const FrameView& frame);
   DisplayMap Map() const;
   void PaintRecord(RecordView record) override;
   void AddTexts();

@@ -87,20 +87,19 @@ void SDLDisplayer::RebuildLostDevice() {
 bool SDLDisplayer::Present(const FrameView& frame, const MosaicSettings& mosaic) {
   const RenderScope scope;
   SDL_Renderer* renderer = m_sdlRenderer.get();
-  const std::optional<ConstFrameView> video = Upload(frame);
-  if (!video) {
+  if (!Upload(frame)) {
     AdvanceOverlays();
     return false;
   }
   m_overlays.BeginFrame(renderer, Map().displayWidth);
-  SDL_Point display{};
-  const std::optional<MosaicGrid> grid = LayOutMosaic(mosaic, display);
-  if (grid) m_overlays.BeginMosaic(renderer, m_sdlTexture.get(), *video, *grid, display);
   AddTexts();
   DrawOverlays();
+  SDL_Point display{};
+  const std::optional<MosaicGrid> grid = LayOutMosaic(mosaic, display);
+  if (grid) m_overlays.PrepareMosaic(renderer, m_sdlTexture.get(), *grid, display);
   const bool drawn = grid && SDL_RenderClear(renderer) == 0 &&
                      SDL_RenderCopy(renderer, m_sdlTexture.get(), nullptr, nullptr) == 0 &&
-                     m_overlays.Draw(renderer);
+                     m_overlays.Draw(renderer, *grid);
   if (drawn) {
     m_events.frameShown = true;
     SDL_RenderPresent(renderer);
@@ -109,16 +108,14 @@ bool SDLDisplayer::Present(const FrameView& frame, const MosaicSettings& mosaic)
   return drawn;
 }
 
-/// The planes as they were uploaded.
-std::optional<ConstFrameView> SDLDisplayer::Upload(const FrameView& frame) {
-  auto planes = m_padder.PadChroma(frame, m_textureSize.width, m_textureSize.height);
+bool SDLDisplayer::Upload(const FrameView& frame) {
+  const auto planes = m_padder.PadChroma(frame, m_textureSize.width, m_textureSize.height);
   if (!planes) {
     SDL_SetError("the frame's planes do not fit the video size");
-  } else if (SDL_UpdateYUVTexture(m_sdlTexture.get(), nullptr, planes->y, planes->strideY, planes->u,
-                                  planes->strideU, planes->v, planes->strideV) != 0) {
-    planes.reset();
+    return false;
   }
-  return planes;
+  return SDL_UpdateYUVTexture(m_sdlTexture.get(), nullptr, planes->y, planes->strideY, planes->u,
+                              planes->strideU, planes->v, planes->strideV) == 0;
 }
 
 DisplayMap SDLDisplayer::Map() const {

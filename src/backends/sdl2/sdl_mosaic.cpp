@@ -1,90 +1,145 @@
 // SPDX-License-Identifier: MIT
 #include "backends/sdl2/sdl_mosaic.h"
 
+#include <array>
+
 namespace libnivral {
 namespace {
 
+constexpr uint32_t kFormat = SDL_PIXELFORMAT_ABGR8888;
 constexpr int kBytesPerPixel = 4;
 
-/// The matrices of SDL's shaders.
-YuvMatrix MatrixOf(const SDL_Point& video) {
-  switch (SDL_GetYUVConversionModeForResolution(video.x, video.y)) {
-    case SDL_YUV_CONVERSION_JPEG:
-      return {0, 1, 1.402f, -0.3441f, -0.7141f, 1.772f};
-    case SDL_YUV_CONVERSION_BT709:
-      return {16, 1.1644f, 1.7927f, -0.2132f, -0.5329f, 2.1124f};
-    default:
-      return {16, 1.1644f, 1.596f, -0.3918f, -0.813f, 2.0172f};
-  }
+/// Renderers know corners to a 256th of a pixel, so blocks may be half as many pixels wide.
+constexpr int32_t kMaxDrawnBlock = 128;
+
+/// The first blocks of an area that begins off the display take their colours from its edge, not from their
+/// own first pixels.
+bool IsRegular(const MosaicGrid& grid) {
+  return grid.target.left >= 0 && grid.target.top >= 0 && grid.block <= kMaxDrawnBlock;
 }
 
-bool EnsureTexture(SdlTexture& texture, SDL_Renderer* renderer, const MosaicGrid& grid) {
+bool EnsureTexture(SdlTexture& texture, SDL_Renderer* renderer, SDL_TextureAccess access,
+                   const MosaicGrid& grid) {
   int width = 0;
   int height = 0;
   if (texture && SDL_QueryTexture(texture.get(), nullptr, nullptr, &width, &height) == 0 &&
       width == grid.columns && height == grid.rows) {
     return true;
   }
-  texture.reset(
-      SDL_CreateTexture(renderer, kPictureFormat, SDL_TEXTUREACCESS_STREAMING, grid.columns, grid.rows));
+  texture.reset(SDL_CreateTexture(renderer, kFormat, access, grid.columns, grid.rows));
   if (!texture) return false;
   SDL_SetTextureScaleMode(texture.get(), SDL_ScaleModeNearest);
-  // What was read back carries whatever alpha the target has.
+  // What was drawn or read back carries whatever alpha the target has.
   SDL_SetTextureBlendMode(texture.get(), SDL_BLENDMODE_NONE);
   return true;
 }
 
+/// One direction of the part of the video that is drawn: from and to, in blocks and as fractions of the
+/// display.
+struct VideoAxis {
+  float from;
+  float to;
+  float first;
+  float last;
+};
+
+/// The corners are at whole blocks, where rendering is exact, unless that is off the display.
+VideoAxis LayOutVideo(const BlockAxis& axis, int32_t display) {
+  const auto end = static_cast<float>(display);
+  VideoAxis video{0, axis.count, axis.ToPixels(0), axis.ToPixels(axis.count)};
+  if (video.first < 0) video.from = axis.ToBlocks(video.first = 0);
+  if (video.last > end) video.to = axis.ToBlocks(video.last = end);
+  video.first /= end;
+  video.last /= end;
+  return video;
+}
+
+bool DrawVideo(SDL_Renderer* renderer, SDL_Texture* video, const MosaicGrid& grid, const SDL_Point& display) {
+  const VideoAxis x = LayOutVideo(grid.AxisX(), display.x);
+  const VideoAxis y = LayOutVideo(grid.AxisY(), display.y);
+  constexpr SDL_Color kWhite{255, 255, 255, SDL_ALPHA_OPAQUE};
+  const SDL_Vertex a{{x.from, y.from}, kWhite, {x.first, y.first}};
+  const SDL_Vertex b{{x.to, y.from}, kWhite, {x.last, y.first}};
+  const SDL_Vertex c{{x.to, y.to}, kWhite, {x.last, y.last}};
+  const SDL_Vertex d{{x.from, y.to}, kWhite, {x.first, y.last}};
+  const std::array corners{a, b, c, a, c, d};
+  return SDL_RenderGeometry(renderer, video, corners.data(), static_cast<int>(corners.size()), nullptr, 0) ==
+         0;
+}
+
+/// Draws into a texture while it lives.
+class TargetScope {
+ public:
+  TargetScope(SDL_Renderer* renderer, SDL_Texture* target)
+      : m_renderer(renderer), m_set(SDL_SetRenderTarget(renderer, target) == 0) {}
+  ~TargetScope() {
+    // SDL leaves a target that it fails to leave, but keeps its size.
+    if (SDL_SetRenderTarget(m_renderer, nullptr) != 0) SDL_RenderSetLogicalSize(m_renderer, 0, 0);
+  }
+  TargetScope(const TargetScope&) = delete;
+  TargetScope& operator=(const TargetScope&) = delete;
+
+  explicit operator bool() const { return m_set; }
+
+ private:
+  SDL_Renderer* m_renderer;
+  bool m_set;
+};
+
 }  // namespace
 
-void SdlMosaic::Begin(SDL_Renderer* renderer, SDL_Texture* texture, const ConstFrameView& video,
-                      const MosaicGrid& grid, const SDL_Point& display) {
-  m_grid = grid;
-  m_taken = false;
-  SDL_Point size{};
-  SDL_ScaleMode scaling{};
-  if (grid.columns == 0 || IsSoftware(renderer) ||
-      SDL_QueryTexture(texture, nullptr, nullptr, &size.x, &size.y) != 0 ||
-      SDL_GetTextureScaleMode(texture, &scaling) != 0) {
+void SdlMosaic::Prepare(SDL_Renderer* renderer, SDL_Texture* video, SdlOverlayBatch& overlays,
+                        const MosaicGrid& grid, const SDL_Point& display) {
+  m_prepared = false;
+  if (grid.columns == 0 || !IsRegular(grid) || IsSoftware(renderer) || !SDL_RenderTargetSupported(renderer) ||
+      !EnsureTexture(m_drawn, renderer, SDL_TEXTUREACCESS_TARGET, grid)) {
     return;
   }
-  m_taken = m_blocks.TakeFrom({.planes = video,
-                               .width = size.x,
-                               .height = size.y,
-                               .displayWidth = display.x,
-                               .displayHeight = display.y,
-                               .matrix = MatrixOf(size),
-                               .smooth = scaling != SDL_ScaleModeNearest},
-                              grid);
+  const TargetScope target(renderer, m_drawn.get());
+  if (!target || !DrawVideo(renderer, video, grid, display)) return;
+  overlays.DrawCorners(renderer, grid);
+  m_prepared = true;
 }
 
-void SdlMosaic::Paint(const SdlSprite& sprite, const PixelRect& target, const SDL_Color& colour) {
-  if (!m_taken) return;
-  const uint32_t paint = 0xFF000000 | uint32_t{colour.r} << 16 | uint32_t{colour.g} << 8 | colour.b;
-  m_blocks.Paint(target, paint, sprite.pixels, sprite.pitch);
-}
-
-bool SdlMosaic::Draw(SDL_Renderer* renderer) {
-  if (m_grid.columns == 0) return true;
-  const SDL_Rect target = ToSdl(m_grid.target);
-  if ((m_taken || ReadBack(renderer)) && Upload(renderer) &&
-      SDL_RenderCopy(renderer, m_texture.get(), nullptr, &target) == 0) {
-    return true;
-  }
+bool SdlMosaic::Draw(SDL_Renderer* renderer, const MosaicGrid& grid) {
+  if (grid.columns == 0) return true;
+  const SDL_Rect target = ToSdl(grid.target);
+  const auto cover = [&](SDL_Texture* blocks) {
+    return SDL_RenderCopy(renderer, blocks, nullptr, &target) == 0;
+  };
+  if (m_prepared && cover(m_drawn.get())) return true;
+  if (ReadBack(renderer, grid) && cover(m_uploaded.get())) return true;
   return SDL_SetRenderDrawColor(renderer, 0, 0, 0, SDL_ALPHA_OPAQUE) == 0 &&
          SDL_RenderFillRect(renderer, &target) == 0;
 }
 
-bool SdlMosaic::ReadBack(SDL_Renderer* renderer) {
-  const SDL_Rect area = ToSdl(m_grid.source);
-  return m_source.resize(static_cast<size_t>(area.w) * static_cast<size_t>(area.h)) &&
-         SDL_RenderReadPixels(renderer, &area, kPictureFormat, m_source.data(), area.w * kBytesPerPixel) ==
-             0 &&
-         m_blocks.TakeFrom(m_source.data(), m_grid);
+bool SdlMosaic::ReadBack(SDL_Renderer* renderer, const MosaicGrid& grid) {
+  const SDL_Rect area = ToSdl(grid.source);
+  if (!m_source.resize(static_cast<size_t>(area.w) * static_cast<size_t>(area.h)) ||
+      !m_blocks.resize(static_cast<size_t>(grid.columns) * static_cast<size_t>(grid.rows)) ||
+      !EnsureTexture(m_uploaded, renderer, SDL_TEXTUREACCESS_STREAMING, grid) ||
+      SDL_RenderReadPixels(renderer, &area, kFormat, m_source.data(), area.w * kBytesPerPixel) != 0) {
+    return false;
+  }
+  uint32_t* block = m_blocks.data();
+  for (int32_t row = 0; row < grid.rows; ++row) {
+    const uint32_t* line = &m_source[static_cast<size_t>(grid.SourceY(row)) * static_cast<size_t>(area.w)];
+    for (int32_t column = 0; column < grid.columns; ++column)
+      *block++ = line[grid.SourceX(column)];
+  }
+  return SDL_UpdateTexture(m_uploaded.get(), nullptr, m_blocks.data(), grid.columns * kBytesPerPixel) == 0;
 }
 
-bool SdlMosaic::Upload(SDL_Renderer* renderer) {
-  return EnsureTexture(m_texture, renderer, m_grid) &&
-         SDL_UpdateTexture(m_texture.get(), nullptr, m_blocks.data(), m_grid.columns * kBytesPerPixel) == 0;
+void SdlMosaic::Clear() {
+  m_drawn.reset();
+  m_uploaded.reset();
+  m_prepared = false;
+}
+
+void SdlMosaic::Forget() {
+  static_cast<void>(m_drawn.release());
+  static_cast<void>(m_uploaded.release());
+  m_prepared = false;
 }
 
 }  // namespace libnivral

@@ -54,16 +54,8 @@ void SdlOverlays::AddRecord(RecordView record, const DisplayMap& map) {
   AddLabels();
 }
 
-/// What the mosaic hides is left out.
-void SdlOverlays::Add(const SdlSprite& sprite, const PixelRect& target, const SDL_Color& colour) {
-  m_mosaic.Paint(sprite, target, colour);
-  for (const PixelRect& part : Outside(m_mosaic.Hidden(), target)) {
-    if (!part.Empty()) m_batch.Add(PartOf(sprite, target, part), part, colour);
-  }
-}
-
 bool SdlOverlays::AddPicture(const std::optional<SdlPicture>& picture) {
-  if (picture) Add(picture->sprite, picture->area, kWhite);
+  if (picture) m_batch.Add(picture->sprite, ToSdl(picture->area), kWhite);
   return picture.has_value();
 }
 
@@ -110,7 +102,7 @@ void SdlOverlays::AddShapes(const DisplayMap& map) {
     m_pixels.clear();
     AppendPixels(m_pixels, shape, map.displayWidth, map.displayHeight);
     for (const PixelRect& rect : m_pixels)
-      Add(atlas.White(), rect, ToSdl(shape.colour));
+      m_batch.Add(atlas.White(), ToSdl(rect), ToSdl(shape.colour));
   }
 }
 
@@ -122,7 +114,7 @@ bool SdlOverlays::AddDisc(SdlAtlas& atlas, const OverlayShape& disc, const Displ
   if (corners.left < map.displayWidth && corners.top < map.displayHeight && corners.right >= 0 &&
       corners.bottom >= 0) {
     const auto x = static_cast<int32_t>(corners.left + 1), y = static_cast<int32_t>(corners.top + 1);
-    Add(sprite, {x, y, x + 2 * disc.size, y + 2 * disc.size}, ToSdl(disc.colour));
+    m_batch.Add(sprite, {x, y, 2 * disc.size, 2 * disc.size}, ToSdl(disc.colour));
   }
   return true;
 }
@@ -132,9 +124,9 @@ void SdlOverlays::AddLabels() {
     AddPicture(m_labels[i]);
 }
 
-bool SdlOverlays::Draw(SDL_Renderer* renderer) {
+bool SdlOverlays::Draw(SDL_Renderer* renderer, const MosaicGrid& mosaic) {
   m_batch.Draw(renderer);
-  return m_mosaic.Draw(renderer);
+  return m_mosaic.Draw(renderer, mosaic);
 }
 
 void SdlOverlays::ForgetTextures() {

@@ -21,19 +21,19 @@ class SdlOverlays {
 
   void BeginFrame(SDL_Renderer* renderer, int32_t displayWidth);
 
-  /// Before anything is added to a frame whose display and mosaic are known. The video is in `texture`.
-  void BeginMosaic(SDL_Renderer* renderer, SDL_Texture* texture, const ConstFrameView& video,
-                   const MosaicGrid& grid, const SDL_Point& display) {
-    m_mosaic.Begin(renderer, texture, video, grid, display);
-  }
-
   /// The lines of client text. Whether there is at least one.
   bool AddTexts(const TextItems& items, const DisplayMap& map);
   /// Nothing outside a frame.
   void AddRecord(RecordView record, const DisplayMap& map);
 
+  /// When all is gathered and nothing is drawn yet, for a picture with a mosaic, in pixels of the display.
+  void PrepareMosaic(SDL_Renderer* renderer, SDL_Texture* video, const MosaicGrid& grid,
+                     const SDL_Point& display) {
+    m_mosaic.Prepare(renderer, video, m_batch, grid, display);
+  }
+
   /// Over the video. False when what the mosaic is to hide stays in view.
-  bool Draw(SDL_Renderer* renderer);
+  bool Draw(SDL_Renderer* renderer, const MosaicGrid& mosaic);
 
   /// To be called after the last overlay of a frame.
   void EndFrame() { m_text.EndFrame(); }
@@ -51,7 +51,6 @@ class SdlOverlays {
   void FindLabels(const DisplayMap& map);
   bool CanJoin(size_t i, const DisplayMap& map);
   void AddLabels();
-  void Add(const SdlSprite& sprite, const PixelRect& target, const SDL_Color& colour);
   bool AddPicture(const std::optional<SdlPicture>& picture);
 
   SdlFont m_osdFont;

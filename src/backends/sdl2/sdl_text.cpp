@@ -10,8 +10,6 @@
 #include <new>
 #include <utility>
 
-#include "display/mosaic_blocks.h"
-
 namespace libnivral {
 namespace {
 
@@ -53,6 +51,17 @@ SDL_Rect FindLetters(const SDL_Surface& picture) {
              std::max(found.right, static_cast<int32_t>(last.base() - row)), y + 1};
   }
   return found.Empty() ? SDL_Rect{0, 0, 1, 1} : ToSdl(found);
+}
+
+/// As a renderer blends: a colour of the letters' opacity over an opaque one.
+uint32_t Blend(uint32_t letter, uint32_t below) {
+  const uint32_t opacity = letter >> 24;
+  uint32_t blended = 0xFF000000;
+  for (const int shift : {0, 8, 16}) {
+    const uint32_t over = letter >> shift & 255, under = below >> shift & 255;
+    blended |= (over * opacity + under * (255 - opacity) + 127) / 255 << shift;
+  }
+  return blended;
 }
 
 /// Letters with what is filled beneath them, in a picture that has room for both. Null without memory for it.
@@ -118,15 +127,13 @@ SdlText::Entry* SdlText::FindEntry(SdlFont& font, const SdlLine& line) {
     entry->origin = {std::min(bar.area.left, 0), std::min(bar.area.top, 0)};
     surface = WriteOn(bar, *surface);
   }
-  if (surface) Keep(*entry, std::move(surface));
+  if (surface) Keep(*entry, *surface);
   entry->next = std::move(m_entries);
   m_entries = std::move(entry);
   return m_entries.get();
 }
 
-void SdlText::Keep(Entry& entry, SdlSurface surface) {
-  entry.picture = std::move(surface);
-  SDL_Surface& picture = *entry.picture;
+void SdlText::Keep(Entry& entry, SDL_Surface& picture) {
   entry.letters = FindLetters(picture);
   entry.sprite = m_atlas.Add(picture, entry.letters);
   if (entry.sprite.texture) return;
@@ -134,8 +141,7 @@ void SdlText::Keep(Entry& entry, SdlSurface surface) {
   entry.texture.reset(SDL_CreateTextureFromSurface(m_renderer, &picture));
   if (!entry.texture) return;
   SDL_SetTextureBlendMode(entry.texture.get(), SDL_BLENDMODE_BLEND);
-  entry.sprite = SpriteOf(entry.texture.get(), entry.letters, picture.w, picture.h,
-                          PixelAt(picture, entry.letters.x, entry.letters.y), picture.pitch);
+  entry.sprite = SpriteOf(entry.texture.get(), entry.letters, picture.w, picture.h);
 }
 
 void SdlText::Clear() {

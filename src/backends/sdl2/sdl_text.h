@@ -70,7 +70,6 @@ class SdlText {
     SdlBar bar;
     int32_t minWrap = 0;  ///< range of wrap widths that give this picture
     int32_t maxWrap = 0;
-    SdlSurface picture;
     SdlTexture texture;  ///< its own, if any
     SdlSprite sprite;
     SDL_Point origin{};  ///< of the picture, seen from the text's place
@@ -84,7 +83,7 @@ class SdlText {
 
   /// Null when there is no memory for another text, which is then left out.
   Entry* FindEntry(SdlFont& font, const SdlLine& line);
-  void Keep(Entry& entry, SdlSurface surface);
+  void Keep(Entry& entry, SDL_Surface& picture);
   void ClearEntries();
 
   SDL_Renderer* m_renderer = nullptr;  ///< while a frame is being made

@@ -5,7 +5,6 @@
 #include <array>
 #include <bit>
 #include <climits>
-#include <cmath>
 #include <cstring>
 #include <random>
 #include <set>
@@ -14,16 +13,31 @@
 
 #include "backends/ddraw/ddraw_layout.h"
 #include "display/fonts.h"
-#include "display/mosaic_blocks.h"
+#include "display/mosaic_layout.h"
 #include "display/overlay_types.h"
 #include "display/text_layout.h"
-#include "support/frames.h"
 
 using namespace libnivral;
 
 namespace {
 
+TEST(Mosaic, BlockSizes) {
+  constexpr std::pair<int32_t, int32_t> kCases[] = {
+      {1, 3},   {2, 6},  {3, 9},    {4, 12}, {5, 3},  {10, 6},  {20, 9},        {30, 12},
+      {50, 15}, {6, 18}, {49, 147}, {0, 0},  {-1, 0}, {-50, 0}, {INT32_MIN, 0}, {INT32_MAX, 16384}};
+  for (const auto& [level, block] : kCases)
+    EXPECT_EQ(MosaicBlockSize(static_cast<uint32_t>(level)), block) << level;
+  constexpr BlockAxis kAxis{-7, 12, 5};
+  EXPECT_EQ(kAxis.ToBlocks(-7 + 12 + 0.5f), 1.5f) << "the middle of a block's first pixel is the block's";
+  EXPECT_EQ(kAxis.ToPixels(kAxis.ToBlocks(31)), 31);
+}
+
 constexpr int kWidth = 50, kHeight = 40;
+
+/// The pixel that one of a picture, in any block of an area, takes its colour from: the block's first in the picture.
+int FirstOfBlock(int at, int from, int block) {
+  return std::max(from + (at - from) / block * block, 0);
+}
 
 /// All pixels of a picture with padded rows; none is like another in its row or column.
 std::vector<uint8_t> Picture(int bytes, const auto& from) {
@@ -52,45 +66,26 @@ TEST(Mosaic, GivesEveryBlockOfAnyAreaItsFirstPixel) {
     const auto covers = [&](int at, int from, int to) {
       return at >= from && (at - from) / block * block + from < to;
     };
-    const auto first = [&](int at, int from) { return std::max(from + (at - from) / block * block, 0); };
     const auto picture = Picture(bytes, [](int x, int y) { return std::pair(x, y); });
     const auto expected = Picture(bytes, [&](int x, int y) {
       if (!visible || !covers(x, left, right) || !covers(y, top, bottom)) return std::pair(x, y);
-      return std::pair(first(x, left), first(y, top));
+      return std::pair(FirstOfBlock(x, left, block), FirstOfBlock(y, top, block));
     });
     auto filled = picture;
     FillBlocks(filled.data(), kWidth * bytes + 5, bytes, kWidth, kHeight, grid);
     ASSERT_EQ(filled, expected) << left << "," << top << " to " << right << "," << bottom << ", block "
                                 << block;
+    for (int i = 0; i < grid.columns; ++i)
+      ASSERT_EQ(grid.source.left + grid.SourceX(i), std::max(grid.target.left + i * block, 0));
+    for (int i = 0; i < grid.rows; ++i)
+      ASSERT_EQ(grid.source.top + grid.SourceY(i), std::max(grid.target.top + i * block, 0));
+    if (!visible) continue;
+    ASSERT_LT(grid.SourceX(grid.columns - 1), grid.source.Width());
+    ASSERT_LT(grid.SourceY(grid.rows - 1), grid.source.Height());
   }
-}
-
-/// Samples that rise evenly, so those between them are known, in a video of 35 x 21.
-TEST(Mosaic, TakesItsColoursFromWhatARendererIsGiven) {
-  TestFrame frame(36, 22);
-  const auto ramp = [](double x, double y) { return 64 + 3 * x + 2 * y; };
-  for (const auto& [plane, columns] : {std::pair{&frame.y, 36}, {&frame.u, 18}})
-    for (size_t i = 0; i < plane->size(); ++i)
-      (*plane)[i] = static_cast<uint8_t>(ramp(static_cast<int>(i) % columns, static_cast<int>(i) / columns));
-  MosaicBlocks blocks;
-  for (int from = -8; from < 8; ++from) {
-    const auto find = [&](double at, int samples) {
-      return from % 2 ? std::floor(at * samples) : std::clamp(at * samples - 0.5, 0.0, samples - 1.0);
-    };
-    const MosaicGrid grid = LayoutMosaic({from, from, kWidth, kHeight}, 4, kWidth, kHeight);
-    ASSERT_TRUE(
-        blocks.TakeFrom({frame.View(), 35, 21, kWidth, kHeight, {0, 1, 0, 0, 0, 1}, from % 2 == 0}, grid));
-    blocks.Paint({6, -4, 19, 12}, 0xFF008058, nullptr, 0);
-    for (int i = 0; i < grid.columns * grid.rows; ++i) {
-      const int x = std::max(grid.target.left + i % grid.columns * 4, 0);
-      const int y = std::max(grid.target.top + i / grid.columns * 4, 0);
-      const double across = (x + 0.5) / kWidth, down = (y + 0.5) / kHeight;
-      const double light = ramp(find(across, 35), find(down, 21));
-      const double blue = light + ramp(find(across, 18), find(down, 11)) - 128;
-      const bool painted = x >= 6 && x < 19 && y < 12;
-      ASSERT_NEAR(blocks.data()[i] & 255, painted ? 0x58 : blue, 0.51) << x << "," << y << " of " << from;
-    }
-  }
+  const MosaicGrid huge = LayoutMosaic({INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, 3, 1920, 1080);
+  EXPECT_EQ(huge.source, (PixelRect{0, 0, 1920, 1080}));
+  EXPECT_EQ(LayoutMosaic({0, 0, 40, 40}, 9, 0, 0).columns, 0);
 }
 
 TextItem Item(const char* text, int32_t x, int32_t y, uint32_t anchor) {
