@@ -63,6 +63,7 @@ TEST(MosaicMap, FindsTheFrameUnderTheDisplayedPicture) {
   EXPECT_EQ(FrameRectUnder({kLowest, kLowest, kHighest, kHighest}, {}, 2), (MilleRect{0, 0, 1000, 1000}));
   EXPECT_EQ(FramePointUnder({-9000, kHighest}, {}, 0), (MillePoint{0, 1000}));
   EXPECT_EQ(FrameRectUnder(drawn, {}, 3), std::nullopt);
+  EXPECT_EQ(FrameRectUnder(drawn, {500, 250, 8}, 0), (MilleRect{512, 275, 537, 325}));
   EXPECT_EQ(FrameRectUnder(drawn, {0, 0, 9}, 0), std::nullopt);
   EXPECT_EQ(FramePointUnder({0, 0}, {}, 3), std::nullopt);
 }
