@@ -34,11 +34,6 @@ TEST(Mosaic, BlockSizes) {
 
 constexpr int kWidth = 50, kHeight = 40;
 
-/// The pixel that one of a picture, in any block of an area, takes its colour from: the block's first in the picture.
-int FirstOfBlock(int at, int from, int block) {
-  return std::max(from + (at - from) / block * block, 0);
-}
-
 /// All pixels of a picture with padded rows; none is like another in its row or column.
 std::vector<uint8_t> Picture(int bytes, const auto& from) {
   const int pitch = kWidth * bytes + 5;
@@ -66,10 +61,11 @@ TEST(Mosaic, GivesEveryBlockOfAnyAreaItsFirstPixel) {
     const auto covers = [&](int at, int from, int to) {
       return at >= from && (at - from) / block * block + from < to;
     };
+    const auto first = [&](int at, int from) { return std::max(from + (at - from) / block * block, 0); };
     const auto picture = Picture(bytes, [](int x, int y) { return std::pair(x, y); });
     const auto expected = Picture(bytes, [&](int x, int y) {
       if (!visible || !covers(x, left, right) || !covers(y, top, bottom)) return std::pair(x, y);
-      return std::pair(FirstOfBlock(x, left, block), FirstOfBlock(y, top, block));
+      return std::pair(first(x, left), first(y, top));
     });
     auto filled = picture;
     FillBlocks(filled.data(), kWidth * bytes + 5, bytes, kWidth, kHeight, grid);
