@@ -10,15 +10,30 @@
 # Beds in different folders are independent of each other. SCREEN=WxH sets the display's size.
 . "$(dirname "$0")/common.sh"
 D=$(realpath -m "${2:-$ROOT/build/bed}")
-alive() { [ -f "$D/$1.pid" ] && kill -0 "$(cat "$D/$1.pid")" 2>/dev/null; }
+# A number that is left of an earlier run may be another program's by now.
+alive() {
+  [ -f "$D/$1.pid" ] && grep -qsxE 'Xvfb|pulseaudio' "/proc/$(cat "$D/$1.pid")/comm"
+}
+
+# until_ready <name> <what it is> <command...>: waits for the command to succeed while what was started lives.
+# Two minutes, for reading its libraries from a cold disk alone can take many seconds.
+until_ready() {
+  local name=$1 what=$2; shift 2
+  for _ in $(seq 1200); do
+    ! "$@" >/dev/null 2>&1 || return 0
+    kill -0 "$(cat "$D/$name.pid")" 2>/dev/null || break
+    sleep .1
+  done
+  cat "$D/$name.log" >&2
+  die "$what did not start"
+}
 
 start_display() {
   rm -f "$D/display"
   ( exec 3>"$D/display" >"$D/xvfb.log" 2>&1 </dev/null
     Xvfb -displayfd 3 -screen 0 "${SCREEN:-2048x1200}x24" +extension GLX -nolisten tcp -fbdir "$D/fb" &
     echo $! >"$D/xvfb.pid" )
-  for _ in $(seq 100); do [ -s "$D/display" ] && return; sleep .1; done
-  cat "$D/xvfb.log"; die "the X server did not start"
+  until_ready xvfb "the X server" test -s "$D/display"
 }
 
 write_env() {
@@ -39,22 +54,31 @@ start_sound() {
       -L "module-null-sink sink_name=out format=s16le rate=8000 channels=1" \
       -L "module-null-sink sink_name=mic format=s16le rate=8000 channels=1" &
     echo $! >"$D/pulse.pid" )
-  for _ in $(seq 100); do pactl info >/dev/null 2>&1 && break; sleep .1; done
-  pactl set-default-sink out || { cat "$D/pulse.log"; die "the sound server did not start"; }
+  until_ready pulse "the sound server" pactl set-default-sink out
   pactl set-default-source mic.monitor
 }
 
-# Wine's services must not inherit this script's output, or whoever reads it waits for them.
+# Without a window manager Wine would wait two seconds for one at every new window.
+make_prefix() {
+  $WINE wineboot -i && $WINE_SERVER -w &&
+    $WINE reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d N /f &&
+    $WINE reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f &&
+    $WINE_SERVER -w && touch "$D/wp/.ready-2"
+}
+boot_wine() {
+  { [ -f "$D/wp/.ready-2" ] || make_prefix; } && $WINE_SERVER -p && $WINE wineboot
+}
+end_wine() { $WINE_SERVER -k || true; $WINE_SERVER -w || true; } >/dev/null 2>&1
+
+# Wine's services must not inherit this script's output, or whoever reads it waits for them. A program of
+# Wine's that fails for once, as on a machine that is short of time, must not end a whole run.
 start_wine() {
-  ( exec >/dev/null 2>&1 </dev/null
-    if [ ! -f "$D/wp/.ready-2" ]; then
-      $WINE wineboot -i; $WINE_SERVER -w
-      # Without a window manager Wine would wait two seconds for one at every new window.
-      $WINE reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d N /f
-      $WINE reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
-      $WINE_SERVER -w; touch "$D/wp/.ready-2"
-    fi
-    $WINE_SERVER -p; $WINE wineboot )
+  for _ in 1 2 3; do
+    WINEDEBUG=fixme-all boot_wine >> "$D/wine.log" 2>&1 </dev/null && return
+    end_wine
+  done
+  tail -n 40 "$D/wine.log" >&2
+  die "Wine did not start"
 }
 
 case ${1:-} in
@@ -67,7 +91,7 @@ second)
 down)
   if [ -f "$D/env.sh" ]; then
     . "$D/env.sh"
-    $WINE_SERVER -k >/dev/null 2>&1 || true; $WINE_SERVER -w || true
+    end_wine
   fi
   for p in xvfb pulse; do alive $p && kill "$(cat "$D/$p.pid")"; rm -f "$D/$p.pid"; done
   say "bed: down" ;;
