@@ -15,25 +15,42 @@ alive() {
   [ -f "$D/$1.pid" ] && grep -qsxE 'Xvfb|pulseaudio' "/proc/$(cat "$D/$1.pid")/comm"
 }
 
-# until_ready <name> <what it is> <command...>: waits for the command to succeed while what was started lives.
-# Two minutes, for reading its libraries from a cold disk alone can take many seconds.
+# What a server or Wine said before it failed, and whether a full disk was the reason.
+give_up() {
+  { tail -n 40 "$D/$1.log"; df -h "$D"; } >&2
+  die "$2 did not start"
+}
+
+# until_ready <name> <command...>: waits for the command to succeed while what was started lives. Its libraries
+# alone can take many seconds from a cold disk.
 until_ready() {
-  local name=$1 what=$2; shift 2
-  for _ in $(seq 1200); do
+  local name=$1; shift
+  for _ in $(seq 600); do
     ! "$@" >/dev/null 2>&1 || return 0
     kill -0 "$(cat "$D/$name.pid")" 2>/dev/null || break
     sleep .1
   done
-  cat "$D/$name.log" >&2
-  die "$what did not start"
+  return 1
 }
 
-start_display() {
+# start_server <name> <what it is> <function> <command...>: the function starts it and keeps its process id,
+# the command tells when it is ready. What fails for once must not end a whole run, so there are three tries.
+start_server() {
+  local name=$1 what=$2 launch=$3; shift 3
+  for _ in 1 2 3; do
+    "$launch"
+    ! until_ready "$name" "$@" || return 0
+    end_server "$name"
+  done
+  give_up "$name" "$what"
+}
+end_server() { ! alive "$1" || kill "$(cat "$D/$1.pid")"; rm -f "$D/$1.pid"; }
+
+launch_display() {
   rm -f "$D/display"
-  ( exec 3>"$D/display" >"$D/xvfb.log" 2>&1 </dev/null
+  ( exec 3>"$D/display" >>"$D/xvfb.log" 2>&1 </dev/null
     Xvfb -displayfd 3 -screen 0 "${SCREEN:-2048x1200}x24" +extension GLX -nolisten tcp -fbdir "$D/fb" &
     echo $! >"$D/xvfb.pid" )
-  until_ready xvfb "the X server" test -s "$D/display"
 }
 
 write_env() {
@@ -44,17 +61,20 @@ write_env() {
 
 start_screen() {
   mkdir -p "$D"/{fb,xrt}; chmod 700 "$D/xrt"
-  start_display; write_env; . "$D/env.sh"
+  start_server xvfb "the X server" launch_display test -s "$D/display"
+  write_env; . "$D/env.sh"
 }
 
-start_sound() {
-  ( unset DISPLAY; exec >"$D/pulse.log" 2>&1 </dev/null
+launch_sound() {
+  ( unset DISPLAY; exec >>"$D/pulse.log" 2>&1 </dev/null
     pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --disable-shm=yes \
       -L "module-native-protocol-unix auth-anonymous=1" \
       -L "module-null-sink sink_name=out format=s16le rate=8000 channels=1" \
       -L "module-null-sink sink_name=mic format=s16le rate=8000 channels=1" &
     echo $! >"$D/pulse.pid" )
-  until_ready pulse "the sound server" pactl set-default-sink out
+}
+start_sound() {
+  start_server pulse "the sound server" launch_sound pactl set-default-sink out
   pactl set-default-source mic.monitor
 }
 
@@ -70,15 +90,13 @@ boot_wine() {
 }
 end_wine() { $WINE_SERVER -k || true; $WINE_SERVER -w || true; } >/dev/null 2>&1
 
-# Wine's services must not inherit this script's output, or whoever reads it waits for them. A program of
-# Wine's that fails for once, as on a machine that is short of time, must not end a whole run.
+# Wine's services must not inherit this script's output, or whoever reads it waits for them.
 start_wine() {
   for _ in 1 2 3; do
     WINEDEBUG=fixme-all boot_wine >> "$D/wine.log" 2>&1 </dev/null && return
     end_wine
   done
-  tail -n 40 "$D/wine.log" >&2
-  die "Wine did not start"
+  give_up wine Wine
 }
 
 case ${1:-} in
@@ -93,7 +111,7 @@ down)
     . "$D/env.sh"
     end_wine
   fi
-  for p in xvfb pulse; do alive $p && kill "$(cat "$D/$p.pid")"; rm -f "$D/$p.pid"; done
+  end_server xvfb; end_server pulse
   say "bed: down" ;;
 prefix)
   eval "$(wine_environment "$D/wp")"
