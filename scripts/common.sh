@@ -32,8 +32,10 @@ install_packages() {
     env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"
 }
 
-# The environment of Wine, as lines for a shell: wine_environment <prefix>
+# The environment of Wine, as lines for a shell: wine_environment <prefix>. Without a locale of UTF-8 Wine
+# cannot make files whose names are not ASCII.
 wine_environment() {
+  echo 'export LC_ALL=C.UTF-8'
   printf 'export WINEPREFIX=%q WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="\n' "$1"
 }
 
