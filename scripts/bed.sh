@@ -78,7 +78,8 @@ start_sound() {
   pactl set-default-source mic.monitor
 }
 
-# Without a window manager Wine would wait two seconds for one at every new window.
+# Windows are not managed: Wine would wait two seconds for a window manager at each. A crash ends a program
+# without a dialogue that nobody answers.
 make_prefix() {
   $WINE wineboot -i && $WINE_SERVER -w &&
     $WINE reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d N /f &&
@@ -116,5 +117,5 @@ down)
 prefix)
   eval "$(wine_environment "$D/wp")"
   mkdir -p "$D"; start_wine ;;
-*) die "usage: bed.sh up|down|prefix [dir]" ;;
+*) die "usage: bed.sh up|second|down|prefix [dir]" ;;
 esac
